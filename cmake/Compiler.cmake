@@ -1,0 +1,20 @@
+# larkspool_options carries the warnings (all of them errors) and the sanitizers
+# that every target of the project is built with.
+add_library(larkspool_options INTERFACE)
+target_compile_options(larkspool_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+set(LARKSPOOL_SANITIZE "" CACHE STRING "Sanitizers, as -fsanitize= takes them")
+if(LARKSPOOL_SANITIZE)
+  target_compile_options(larkspool_options INTERFACE
+    -fsanitize=${LARKSPOOL_SANITIZE} -fno-omit-frame-pointer)
+  target_link_options(larkspool_options INTERFACE -fsanitize=${LARKSPOOL_SANITIZE})
+  if(LARKSPOOL_SANITIZE MATCHES "undefined")
+    target_compile_options(larkspool_options INTERFACE -fno-sanitize-recover=undefined)
+  endif()
+endif()
+
+find_program(LARKSPOOL_CCACHE ccache)
+if(LARKSPOOL_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${LARKSPOOL_CCACHE})
+endif()
