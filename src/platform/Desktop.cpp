@@ -1,0 +1,35 @@
+#include "platform/Desktop.h"
+
+namespace larkspool {
+
+bool Desktop::Answers(const MenuItem& item, const Window* front) const {
+    return (front != nullptr && front->menuHandlers.Answers(item.name)) ||
+           applicationHandlers.Answers(item.name);
+}
+
+void Desktop::Perform(const MenuItem& item, const Window* front) const {
+    if (front != nullptr && front->menuHandlers.Answers(item.name)) {
+        front->menuHandlers.Perform(item.name);
+    } else {
+        applicationHandlers.Perform(item.name);
+    }
+}
+
+void Desktop::Raise(const std::function<void()>& handler) {
+    if (!handler) {
+        return;
+    }
+    try {
+        handler();
+    } catch (const FunctionNotFound& missing) {
+        ReportMissing(missing);
+    }
+}
+
+void Desktop::ReportMissing(const FunctionNotFound& missing) {
+    if (reported.insert(missing.function).second) {
+        MsgBox(std::string(missing.what()) + ". The program goes on without it.");
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,106 @@
+#pragma once
+
+#include "platform/FolderItem.h"
+#include "platform/HTTPSocket.h"
+#include "platform/Menu.h"
+#include "platform/SoundLibrary.h"
+#include "platform/TCPSocket.h"
+#include "platform/Timer.h"
+#include "platform/UDPSocket.h"
+#include "platform/Window.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+
+// A question with up to three buttons. An empty caption leaves its button out.
+struct MessageDialog {
+    enum class Answer { Action, Cancel, Alternate };
+
+    std::string message;
+    std::string actionCaption = "OK";
+    std::string cancelCaption;
+    std::string alternateCaption;
+    bool alternateEnabled = true;
+};
+
+struct OperatingSystemVersion {
+    int major = 0;
+    int minor = 0;
+};
+
+enum class SpecialFolder {
+    Program,         // where the executable stands
+    Preferences,     // the program's own folder in the user's settings
+    ApplicationData, // the program's own folder among the user's data
+    Documents
+};
+
+enum class QuitCause { User, Signal, Logout };
+
+// Everything that the program asks of the computer it runs on. One object, made before the program
+// and alive after it; all of it belongs to the event loop's thread. Boxes and dialogs never nest an
+// event loop: they are shown, the call returns, and an answer comes by callback if there is one.
+class Desktop {
+  public:
+    virtual ~Desktop() = default;
+
+    // Makers.
+    virtual std::unique_ptr<WindowView> MakeWindowView(Window& window) = 0;
+    virtual std::unique_ptr<TCPSocket> MakeTCPSocket() = 0;
+    virtual std::unique_ptr<UDPSocket> MakeUDPSocket() = 0;
+    virtual std::unique_ptr<HTTPSocket> MakeHTTPSocket() = 0;
+    virtual std::unique_ptr<Timer> MakeTimer() = 0;
+
+    // Time.
+    virtual double UtcNow() const = 0; // seconds since 1970-01-01 UTC, with a fraction
+    virtual void CallLater(int milliseconds, std::function<void()> call) = 0; // can't be withdrawn
+
+    // Talking to the user.
+    virtual void MsgBox(const std::string& text) = 0; // not while one with this text is open
+    virtual void ShowDialog(const MessageDialog& dialog,
+                            std::function<void(MessageDialog::Answer)> answered) = 0;
+    virtual void ShowOpenFileDialog(const std::string& filter,
+                                    std::function<void(std::optional<FolderItem>)> chosen) = 0;
+    virtual void ShowSaveFileDialog(const std::string& filter, const std::string& defaultName,
+                                    std::function<void(std::optional<FolderItem>)> chosen) = 0;
+    virtual void ShowToolTip(const std::string& text) = 0; // 20 points below the pointer
+    virtual void HideToolTip() = 0;
+    virtual void OpenInBrowser(const std::string& url) = 0;
+    virtual std::optional<std::string> ClipboardText() const = 0; // nothing: it holds no text
+    virtual bool ShiftKeyDown() const = 0;
+    virtual bool ControlKeyDown() const = 0;
+
+    // The computer.
+    virtual FolderItem Folder(SpecialFolder kind) = 0; // made if missing
+    virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
+    virtual OperatingSystemVersion SystemVersion() const = 0;
+    virtual SoundLibrary& Sound() = 0;
+
+    // Ends the event loop once the event that runs now is over.
+    virtual void EndEventLoop() = 0;
+
+    // Whether somebody answers the item while this window (or none) is in front.
+    bool Answers(const MenuItem& item, const Window* front) const;
+    void Perform(const MenuItem& item, const Window* front) const;
+
+    // Runs an event's handler. Every event comes through here, so that a function missing in the
+    // sound library costs one box and not the program.
+    void Raise(const std::function<void()>& handler);
+    void ReportMissing(const FunctionNotFound& missing); // once a function
+
+    MenuBar menuBar;                              // the one of all windows
+    MenuHandlers applicationHandlers;             // what the application answers, whatever is in front
+    std::function<void(QuitCause)> quitRequested; // menu, signal or logout: end the program
+
+  private:
+    std::set<std::string> reported;
+};
+
+} // namespace larkspool

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Picture.h"
+
+namespace larkspool {
+
+// What a canvas paints on, in points, clipped to the canvas. Lent for the time of one paint event.
+class Graphics {
+  public:
+    virtual ~Graphics() = default;
+
+    virtual int Width() const = 0;
+    virtual int Height() const = 0;
+    virtual void SetForeColor(Color color) = 0;
+    virtual void FillRect(double x, double y, double width, double height) = 0;
+    virtual void DrawPicture(const Picture& picture, int x, int y) = 0;
+    virtual void DrawPicture(const Picture& picture, int x, int y, int width, int height) = 0;
+};
+
+} // namespace larkspool

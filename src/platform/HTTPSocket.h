@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace larkspool {
+
+// Fetches a page. A body over 8 MiB or an answer slower than 30 s is an error.
+class HTTPSocket {
+  public:
+    virtual ~HTTPSocket() = default;
+
+    virtual void Get(const std::string& url) = 0; // cancels the one before; reports later, always
+
+    // The body whole, whatever the status: a 404 page is a page.
+    std::function<void(const std::string& url, int httpStatus, const std::string& content)> pageReceived;
+    std::function<void(int code)> error; // no answer came
+};
+
+} // namespace larkspool

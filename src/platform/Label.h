@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Color.h"
+#include "platform/Control.h"
+
+#include <optional>
+#include <string>
+
+namespace larkspool {
+
+class Label : public Control {
+  public:
+    const std::string& Text() const { return text; }
+    void SetText(std::string value);
+
+    // Without a colour of its own a label has the palette's.
+    const std::optional<Color>& TextColor() const { return textColor; }
+    void SetTextColor(Color value);
+
+    Control* buddy = nullptr; // the control that this label names, for screen readers
+
+  private:
+    std::string text;
+    std::optional<Color> textColor;
+};
+
+} // namespace larkspool

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/Menu.h"
+
+#include <cstddef>
+#include <deque>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+
+// A table of text cells.
+class Listbox : public Control {
+  public:
+    struct Column {
+        std::string heading;
+        int width = 0;  // points; 0 with weight 0 hides the column
+        int weight = 0; // share of what the fixed widths leave over
+        bool editable = false;
+    };
+
+    int ListCount() const { return static_cast<int>(rows.size()); }
+    int LastIndex() const { return ListCount() - 1; }
+    int ListIndex() const { return listIndex; } // -1: none
+    const std::string& Cell(int row, int column) const; // "" outside the table
+
+    void AddRow(std::string firstCell); // beyond maximumRows the oldest row goes
+    void SetCell(int row, int column, std::string text);
+    void DeleteRow(int row);
+    void DeleteAllRows();
+    void SetListIndex(int row); // an index outside the rows is ignored, but -1 chooses none
+
+    // Ends an edit that is open in a cell and keeps its text.
+    void CommitEdit() const { Notify(Aspect::CommitEdit); }
+
+    std::vector<Column> columns = std::vector<Column>(1);
+    bool hasHeader = false;
+    std::size_t maximumRows = 0;      // 0: no bound
+    std::size_t maximumRowLength = 0; // bytes a cell, cut on a character's boundary; 0: no bound
+
+    // Fills the items of a context menu; false: no menu.
+    std::function<bool(std::vector<MenuItem>& items)> constructContextualMenu;
+    std::function<bool(const MenuItem& item)> contextualMenuAction;
+
+  private:
+    std::string Cut(std::string text) const;
+
+    std::deque<std::vector<std::string>> rows;
+    int listIndex = -1;
+};
+
+} // namespace larkspool

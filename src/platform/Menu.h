@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace larkspool {
+
+// What the desktop itself has to know about an item. The editing roles act on the text control that
+// has the focus; About stands in the application's own menu where the system has one.
+enum class MenuRole { Ordinary, Separator, Quit, About, Undo, Cut, Copy, Paste, Clear, SelectAll };
+
+// An item of a menu bar or of a context menu. "&" in a caption marks the mnemonic.
+struct MenuItem {
+    std::string name;
+    std::string caption;
+    std::string shortcut; // "Cmd+W"; Cmd is the system's own command key
+    MenuRole role = MenuRole::Ordinary;
+    int index = 0;          // of a context menu's item, for its handler
+    std::optional<int> tag; // likewise
+};
+
+struct Menu {
+    std::string name;
+    std::string caption;
+    std::vector<MenuItem> items;
+};
+
+struct MenuBar {
+    std::vector<Menu> menus;
+};
+
+// The items that somebody answers, by name. A handler returns true: the event is handled.
+class MenuHandlers {
+  public:
+    void Add(std::string itemName, std::function<bool()> handler) {
+        handlers.emplace_back(std::move(itemName), std::move(handler));
+    }
+    bool Answers(const std::string& itemName) const { return Find(itemName) != nullptr; }
+    bool Perform(const std::string& itemName) const {
+        const auto* handler = Find(itemName);
+        return handler != nullptr && (*handler)();
+    }
+
+  private:
+    const std::function<bool()>* Find(const std::string& itemName) const {
+        for (const auto& [name, handler] : handlers) {
+            if (name == itemName) {
+                return &handler;
+            }
+        }
+        return nullptr;
+    }
+
+    std::vector<std::pair<std::string, std::function<bool()>>> handlers;
+};
+
+} // namespace larkspool

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace larkspool {
+
+// Error codes of all sockets. Any other code is the system's own number.
+inline constexpr int ErrorLostConnection = 102; // lost, refused, reset, timed out, unreachable
+inline constexpr int ErrorNoSuchName = 103;     // the name doesn't exist, or isn't one
+
+// A stream of bytes to another program. Events come from the event loop, except that Disconnect on
+// a connected or connecting socket raises error with 102 before it returns. A link whose peer has
+// vanished without a word is noticed within about 20 s and ends as 102, and so does one whose peer
+// takes none of what is written to it.
+class TCPSocket {
+  public:
+    virtual ~TCPSocket() = default;
+
+    virtual void Connect() = 0;    // to address and port; reports later, always
+    virtual void Disconnect() = 0; // on an idle socket raises nothing
+    virtual bool IsConnected() const = 0;
+
+    virtual std::size_t BytesAvailable() const = 0;
+    virtual std::size_t Read(std::span<std::uint8_t> destination) = 0; // how many bytes there were
+    virtual std::string ReadAll() = 0;
+    virtual void Write(std::string_view bytes) = 0; // dropped while not connected
+
+    virtual int LastErrorCode() const = 0;
+
+    std::string address;
+    int port = 0;
+
+    std::function<void()> connected;
+    std::function<void()> dataAvailable;
+    std::function<void()> error; // the socket is closed by now; LastErrorCode says why
+};
+
+} // namespace larkspool

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/Control.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace larkspool {
+
+// Many lines of text to read. Keeps the newest maximumLength bytes of what is appended.
+class TextArea : public Control {
+  public:
+    const std::string& Text() const { return text; }
+    void SetText(std::string value);
+    void AppendText(std::string_view more);
+
+    std::size_t maximumLength = 64 * 1024;
+
+  private:
+    void Trim();
+
+    std::string text;
+};
+
+} // namespace larkspool

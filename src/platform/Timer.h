@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+
+namespace larkspool {
+
+// Raises its action on the event loop every period. Stops for good when it is destroyed.
+class Timer {
+  public:
+    enum class Mode { Off = 0, Single = 1, Multiple = 2 };
+
+    virtual ~Timer() = default;
+
+    virtual void SetPeriod(int milliseconds) = 0;
+    virtual void SetMode(Mode mode) = 0; // anything but Off starts a whole period anew
+    virtual Mode RunMode() const = 0;
+
+    std::function<void()> action;
+};
+
+} // namespace larkspool

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "platform/Control.h"
+#include "platform/Menu.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+
+class Desktop;
+class Window;
+
+enum class WindowAspect { Title, Size, Visible, ToFront };
+
+// Draws one window with its controls and the menu bar. Made by the desktop, owned by the window.
+class WindowView {
+  public:
+    virtual ~WindowView() = default;
+    virtual void Changed(WindowAspect aspect) = 0;
+};
+
+// A window: a size, a title and the controls in it. Sizes are of the content, in points; the menu
+// bar never counts. Owned by the program; its controls are members of the derived class.
+class Window {
+  public:
+    explicit Window(Desktop& host);
+    virtual ~Window();
+    Window(const Window&) = delete;
+    Window& operator=(const Window&) = delete;
+
+    const std::string& Title() const { return title; }
+    void SetTitle(std::string text);
+
+    int Width() const { return width; }
+    int Height() const { return height; }
+    void Resize(int newWidth, int newHeight); // clamped; controls follow their locks
+    void SetHeight(int newHeight) { Resize(width, newHeight); }
+
+    bool Visible() const { return visible; }
+    void Show(); // also brings a window that shows to the front
+    void Hide();
+
+    // What the close button does: asks Event_CancelClose, hides the window, raises closed.
+    void Close();
+
+    // True keeps the window open.
+    virtual bool Event_CancelClose([[maybe_unused]] bool appQuitting) { return false; }
+
+    // In the order in which they were made: stacking order and tab order.
+    const std::vector<Control*>& Controls() const { return controls; }
+
+    int minimumWidth = 64;
+    int minimumHeight = 64;
+    int maximumWidth = 32000;
+    int maximumHeight = 32000;
+    MenuHandlers menuHandlers; // the menu items that this window answers while it is in front
+    std::function<void()> closed;
+
+  protected:
+    void SetDesignSize(int designedWidth, int designedHeight);
+    void AddControl(Control& control) { controls.push_back(&control); }
+
+    Desktop& desktop;
+
+  private:
+    void Notify(WindowAspect aspect) const;
+
+    std::string title;
+    int designWidth = 0;
+    int designHeight = 0;
+    int width = 0;
+    int height = 0;
+    bool visible = false;
+    std::vector<Control*> controls;
+    std::unique_ptr<WindowView> view;
+};
+
+} // namespace larkspool
