@@ -1,0 +1,94 @@
+#include "platform/Text.h"
+
+#include "platform/Decimal.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int strDigits = 12;
+// As many as a Double keeps of any decimal: rounding these rounds what was
+// typed, 2.345 and not the 2.34499999 that stands for it.
+constexpr int formatDigits = 15;
+
+template <std::integral T>
+std::string Digits(T value) {
+    std::array<char, 24> text{};
+    const auto result = std::to_chars(text.data(), text.data() + text.size(), value);
+    return {text.data(), result.ptr};
+}
+
+std::string IntegerDigits(const Decimal& number, std::string_view mask) {
+    const std::size_t firstZero = std::min(mask.find('0'), mask.size());
+    const std::size_t least = mask.size() - firstZero;
+    std::string text;
+    for (int place = 0; place < number.integerDigits; ++place)
+        text += number.DigitAt(place);
+    if (text.size() < least)
+        text.insert(0, least - text.size(), '0');
+    return text;
+}
+
+std::string FractionDigits(const Decimal& number, std::string_view mask) {
+    std::string text;
+    for (std::size_t place = 0; place < mask.size(); ++place)
+        text += number.DigitAt(number.integerDigits + static_cast<int>(place));
+    while (!text.empty() && text.back() == '0' && mask[text.size() - 1] == '#')
+        text.pop_back();
+    return text.empty() ? text : "." + text;
+}
+
+} // namespace
+
+std::string Str(double value) { return Decimal::From(value, strDigits).Plain(); }
+
+std::string StrSigned(std::int64_t value) { return Digits(value); }
+
+std::string StrUnsigned(std::uint64_t value) { return Digits(value); }
+
+std::string Format(double value, std::string_view mask) {
+    const std::size_t point = std::min(mask.find('.'), mask.size());
+    const std::string_view integerMask = mask.substr(0, point);
+    const std::string_view fractionMask = mask.substr(std::min(point + 1, mask.size()));
+    Decimal number = Decimal::From(value, formatDigits);
+    number.RoundTo(static_cast<int>(fractionMask.size()));
+    const std::string text =
+        IntegerDigits(number, integerMask) + FractionDigits(number, fractionMask);
+    if (text.empty())
+        return "0";
+    return number.IsNegative() ? "-" + text : text;
+}
+
+std::vector<std::string_view> SplitB(std::string_view text, std::string_view separator) {
+    std::vector<std::string_view> parts;
+    std::size_t start = 0;
+    std::size_t end = separator.empty() ? std::string_view::npos : text.find(separator);
+    while (end != std::string_view::npos) {
+        parts.push_back(text.substr(start, end - start));
+        start = end + separator.size();
+        end = text.find(separator, start);
+    }
+    parts.push_back(text.substr(start));
+    return parts;
+}
+
+std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
+    if (text.size() <= maxBytes)
+        return std::string(text);
+    const auto continues = [text](std::size_t index) {
+        return (static_cast<unsigned char>(text[index]) & 0xC0U) == 0x80U;
+    };
+    std::size_t end = maxBytes;
+    for (int back = 0; back < 3 && end > 0 && continues(end); ++back)
+        --end;
+    // No character is longer than four bytes: this isn't UTF-8, any cut will do.
+    if (end > 0 && continues(end))
+        end = maxBytes;
+    return std::string(text.substr(0, end));
+}
+
+} // namespace larkspool

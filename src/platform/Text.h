@@ -1,0 +1,65 @@
+#pragma once
+
+#include <cmath>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <vector>
+
+namespace larkspool {
+
+// The number at the start of a text, behind blanks and tabs; 0 if there is none.
+// Never infinite: what is too large becomes the largest Double. Takes a point,
+// whatever the locale.
+double Val(std::string_view text);
+
+// Plain decimal without exponent, of at most 12 significant digits; "0" for
+// what is no number.
+std::string Str(double value);
+std::string StrSigned(std::int64_t value);
+std::string StrUnsigned(std::uint64_t value);
+
+template <std::integral T>
+requires(!std::same_as<T, bool>) std::string Str(T value) {
+    if constexpr (std::is_signed_v<T>)
+        return StrSigned(value);
+    else
+        return StrUnsigned(value);
+}
+
+// By a mask such as "00" or "##.00": "0" stands for a digit always shown, "#"
+// for one shown if there. Rounds half away from zero; what is no number is 0.
+std::string Format(double value, std::string_view mask);
+
+// The pieces between the separators, one more than there are separators. They
+// look into the text, so the text must outlive them.
+std::vector<std::string_view> SplitB(std::string_view text, std::string_view separator);
+template <std::same_as<std::string> T>
+std::vector<std::string_view> SplitB(T&& temporary, std::string_view separator) = delete;
+
+inline bool Contains(std::string_view text, std::string_view key) {
+    return text.find(key) != std::string_view::npos;
+}
+
+// At most maxBytes from the start of a UTF-8 text, never half a character.
+std::string CutUtf8(std::string_view text, std::size_t maxBytes);
+
+// Cuts the fraction off; stops at the ends of T's range; 0 for what is no number.
+template <std::signed_integral T = std::int64_t>
+T WholePart(double value) {
+    if (std::isnan(value))
+        return 0;
+    // Exact in a Double, unlike the largest value of a 64-bit T.
+    constexpr double beyondLargest = -static_cast<double>(std::numeric_limits<T>::min());
+    if (value >= beyondLargest)
+        return std::numeric_limits<T>::max();
+    if (value <= -beyondLargest)
+        return std::numeric_limits<T>::min();
+    return static_cast<T>(value);
+}
+
+} // namespace larkspool
