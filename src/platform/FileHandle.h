@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/FolderItem.h"
+
+#include <cstdio>
+#include <memory>
+
+namespace larkspool {
+
+struct FileCloser {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+// The C library's file under the streams, owned by one stream.
+using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
+
+enum class FileAccess { Read, Replace, Update };
+
+// Null if the file can't be opened, or is of a kind that could block or never
+// end: only files are read, only files and devices written.
+FileHandle OpenFile(const FolderItem& item, FileAccess access);
+
+} // namespace larkspool
