@@ -1,0 +1,131 @@
+#include "platform/Date.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+namespace larkspool {
+
+namespace {
+
+namespace chrono = std::chrono;
+
+constexpr std::int64_t secondsPerDay = 86400;
+constexpr auto offsetFrom1904 = static_cast<std::int64_t>(SecondsFrom1904To1970);
+
+constexpr std::int64_t DaysSince1970(int year, unsigned month) {
+    return chrono::sys_days(chrono::year(year) / chrono::month(month) / 1)
+        .time_since_epoch()
+        .count();
+}
+
+constexpr std::int64_t firstSecond = DaysSince1970(1, 1) * secondsPerDay;
+constexpr std::int64_t lastSecond = DaysSince1970(10000, 1) * secondsPerDay - 1;
+
+constexpr std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
+    return (value >= 0 ? value : value - divisor + 1) / divisor;
+}
+
+chrono::year_month_day CalendarDay(std::int64_t dayNumber) {
+    return chrono::sys_days(chrono::days(dayNumber));
+}
+
+} // namespace
+
+Date Date::FromTotalSeconds(double secondsSince1904) {
+    Date date;
+    date.SetTotalSeconds(secondsSince1904);
+    return date;
+}
+
+Date Date::FromUnixSeconds(double secondsSince1970) {
+    Date date;
+    date.SetUnixSeconds(secondsSince1970);
+    return date;
+}
+
+double Date::TotalSeconds() const {
+    return static_cast<double>(seconds + offsetFrom1904) + fraction;
+}
+
+void Date::SetTotalSeconds(double secondsSince1904) { Assign(secondsSince1904, -offsetFrom1904); }
+
+double Date::UnixSeconds() const { return static_cast<double>(seconds) + fraction; }
+
+void Date::SetUnixSeconds(double secondsSince1970) { Assign(secondsSince1970, 0); }
+
+int Date::Year() const { return int{CalendarDay(DayNumber()).year()}; }
+
+int Date::Month() const { return static_cast<int>(unsigned{CalendarDay(DayNumber()).month()}); }
+
+int Date::Day() const { return static_cast<int>(unsigned{CalendarDay(DayNumber()).day()}); }
+
+int Date::Hour() const { return static_cast<int>(SecondOfDay() / 3600); }
+
+int Date::Minute() const { return static_cast<int>(SecondOfDay() / 60 % 60); }
+
+int Date::Second() const { return static_cast<int>(SecondOfDay() % 60); }
+
+int Date::DayOfWeek() const {
+    const chrono::weekday day{chrono::sys_days(chrono::days(DayNumber()))};
+    return static_cast<int>(day.c_encoding()) + 1;
+}
+
+void Date::SetYear(int year) { SetCalendarDay(year, Month(), Day()); }
+
+void Date::SetMonth(int month) { SetCalendarDay(Year(), month, Day()); }
+
+void Date::SetDay(int day) { AddSeconds((std::int64_t{day} - Day()) * secondsPerDay); }
+
+void Date::SetHour(int hour) { AddSeconds((std::int64_t{hour} - Hour()) * 3600); }
+
+void Date::SetMinute(int minute) { AddSeconds((std::int64_t{minute} - Minute()) * 60); }
+
+void Date::SetSecond(int second) { AddSeconds(std::int64_t{second} - Second()); }
+
+void Date::SetCalendarDay(int year, int month, int day) {
+    const std::int64_t monthIndex = std::int64_t{month} - 1;
+    const std::int64_t carry = FloorDivide(monthIndex, 12);
+    // Well outside of the calendar on both sides, and within what chrono counts.
+    const std::int64_t wholeYear = std::clamp<std::int64_t>(year + carry, -30000, 30000);
+    const auto monthOfYear = static_cast<unsigned>(monthIndex - carry * 12 + 1);
+    const std::int64_t firstOfMonth = DaysSince1970(static_cast<int>(wholeYear), monthOfYear);
+    AddSeconds((firstOfMonth + day - 1 - DayNumber()) * secondsPerDay);
+}
+
+void Date::SetTimeOfDay(int hour, int minute, int second) {
+    fraction = 0;
+    AddSeconds(std::int64_t{hour} * 3600 + std::int64_t{minute} * 60 + second - SecondOfDay());
+}
+
+int Date::DaysInMonth(int year, int month) {
+    const chrono::year_month_day_last last(
+        chrono::year(year), chrono::month_day_last(chrono::month(static_cast<unsigned>(month))));
+    return static_cast<int>(unsigned{last.day()});
+}
+
+void Date::Assign(double value, std::int64_t secondsFrom1970ToZero) {
+    constexpr double limit = 1e12; // beyond both ends of the calendar
+    const double bounded = std::isnan(value) ? 0 : std::clamp(value, -limit, limit);
+    const double whole = std::floor(bounded);
+    seconds = static_cast<std::int64_t>(whole) + secondsFrom1970ToZero;
+    fraction = bounded - whole;
+    if (fraction >= 1) { // just below 0, the difference rounds up
+        fraction = 0;
+        ++seconds;
+    }
+    AddSeconds(0);
+}
+
+void Date::AddSeconds(std::int64_t delta) {
+    const std::int64_t sum = seconds + delta;
+    seconds = std::clamp(sum, firstSecond, lastSecond);
+    if (sum != seconds)
+        fraction = 0;
+}
+
+std::int64_t Date::DayNumber() const { return FloorDivide(seconds, secondsPerDay); }
+
+std::int64_t Date::SecondOfDay() const { return seconds - DayNumber() * secondsPerDay; }
+
+} // namespace larkspool

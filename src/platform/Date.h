@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+
+namespace larkspool {
+
+constexpr double SecondsFrom1904To1970 = 2082844800;
+
+// A moment in UTC with the fields of the Gregorian calendar, years 1 to 9999.
+// Setting a field beyond its range rolls over into the others; what would leave
+// the years 1 to 9999 stops at their ends.
+class Date {
+  public:
+    // 1970-01-01 00:00:00.
+    Date() = default;
+    static Date FromTotalSeconds(double secondsSince1904);
+    static Date FromUnixSeconds(double secondsSince1970);
+
+    // Seconds since 1904-01-01 00:00:00, with the fraction that was set.
+    double TotalSeconds() const;
+    void SetTotalSeconds(double secondsSince1904);
+    // The same moment in seconds since 1970-01-01 00:00:00.
+    double UnixSeconds() const;
+    void SetUnixSeconds(double secondsSince1970);
+
+    int Year() const;
+    int Month() const;
+    int Day() const;
+    int Hour() const;
+    int Minute() const;
+    int Second() const;
+    // 1 Sunday to 7 Saturday.
+    int DayOfWeek() const;
+
+    // Each keeps the other fields, so a month set before the day may roll over:
+    // to change the whole day, use SetCalendarDay.
+    void SetYear(int year);
+    void SetMonth(int month);
+    void SetDay(int day);
+    void SetHour(int hour);
+    void SetMinute(int minute);
+    void SetSecond(int second);
+    // Keeps the time of day.
+    void SetCalendarDay(int year, int month, int day);
+    // Keeps the day if the values are in range; clears the fraction of a second.
+    void SetTimeOfDay(int hour, int minute, int second);
+
+    // For months 1 to 12.
+    static int DaysInMonth(int year, int month);
+
+  private:
+    void Assign(double value, std::int64_t secondsFrom1970ToZero);
+    void AddSeconds(std::int64_t delta);
+    std::int64_t DayNumber() const;
+    std::int64_t SecondOfDay() const;
+
+    std::int64_t seconds = 0; // whole, since 1970
+    double fraction = 0;      // 0 to below 1
+};
+
+} // namespace larkspool
