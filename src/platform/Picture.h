@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/Color.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace larkspool {
+
+// An owned image, black at first. Pixels are 0xffRRGGBB, row after row from the
+// top without gaps.
+class Picture {
+  public:
+    // A size below 0 counts as 0.
+    Picture(int columns, int rows);
+
+    int Width() const { return width; }
+    int Height() const { return height; }
+    std::span<std::uint32_t> Pixels() { return pixels; }
+    std::span<const std::uint32_t> Pixels() const { return pixels; }
+    // Empty for a row outside the picture.
+    std::span<std::uint32_t> Row(int y);
+    std::span<const std::uint32_t> Row(int y) const;
+
+    // Writes outside are dropped; outside reads as black.
+    void SetPixel(int x, int y, Color color);
+    Color Pixel(int x, int y) const;
+
+    // Moves all rows to higher y. The freed rows at the top keep what they held.
+    void ScrollDown(int rows);
+
+  private:
+    bool Holds(int x, int y) const { return x >= 0 && x < width && y >= 0 && y < height; }
+    std::size_t Index(int x, int y) const;
+
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint32_t> pixels;
+};
+
+} // namespace larkspool

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+
+namespace larkspool {
+
+// Pseudo-random numbers for what needs no secrecy: masking keys, a row to start with.
+class Random {
+  public:
+    // Seeded by the system.
+    Random();
+    explicit Random(std::uint32_t seed) : engine(seed) {}
+
+    // Both ends included; low if the range is empty.
+    std::int64_t InRange(std::int64_t low, std::int64_t high);
+    std::uint8_t Byte() { return static_cast<std::uint8_t>(InRange(0, 255)); }
+
+  private:
+    std::mt19937 engine;
+};
+
+} // namespace larkspool
