@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tonebridge {
+
+// One side of a sound device: what it plays or what it records.
+struct DeviceSide {
+    std::string id;   // the sound server's own, unique on each side
+    std::string name; // as a person knows it, UTF-8
+    std::uint32_t channels = 0;
+    std::uint32_t rate = 0; // Hz, the one that the device prefers
+    bool isDefault = false;
+};
+
+// What an open stream asks of its owner, on threads of the sound server's.
+class StreamClient {
+  public:
+    virtual ~StreamClient() = default;
+    // Wants the next frames, two samples each, left before right. Must not wait.
+    virtual void RenderStereo(std::span<float> samples) = 0;
+    // The device is lost. Nothing more is rendered; the owner closes the stream.
+    virtual void StreamFailed() = 0;
+};
+
+// An output that plays until it is destroyed.
+class OutputStream {
+  public:
+    virtual ~OutputStream() = default;
+};
+
+// A connection to a sound server. It must outlive its streams, and is used by
+// one thread. One class a backend.
+class DeviceLayer {
+  public:
+    virtual ~DeviceLayer() = default;
+    virtual std::vector<DeviceSide> ListOutputs() = 0;
+    virtual std::vector<DeviceSide> ListInputs() = 0;
+    // Plays on this output, in stereo at this rate; the default one for an empty
+    // id. Null where that fails.
+    virtual std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
+                                               StreamClient& client) = 0;
+};
+
+// Connects to the sound server; null where none answers.
+using DeviceLayerFactory = std::function<std::unique_ptr<DeviceLayer>()>;
+
+} // namespace tonebridge

@@ -1,0 +1,87 @@
+#include "tonebridge/DeviceList.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tonebridge {
+
+DeviceList::DeviceList(std::vector<DeviceSide> outputs, const std::vector<DeviceSide>& inputs) {
+    std::ranges::stable_partition(outputs, &DeviceSide::isDefault);
+    std::uint32_t number = 0;
+    for (const DeviceSide& output : outputs) {
+        if (output.channels > 0) {
+            devices.push_back({output.id, output.name, 0, output.channels, Device::none, number++});
+        }
+    }
+    number = 0;
+    for (const DeviceSide& input : inputs) {
+        if (input.channels > 0) {
+            AddInput(input, number++);
+        }
+    }
+}
+
+void DeviceList::AddInput(const DeviceSide& input, std::uint32_t number) {
+    const auto sameDevice = std::ranges::find_if(devices, [&](const Device& device) {
+        return device.id == input.id && device.inputNumber == Device::none;
+    });
+    if (sameDevice == devices.end()) {
+        devices.push_back({input.id, input.name, input.channels, 0, number, Device::none});
+        return;
+    }
+    sameDevice->inputChannels = input.channels;
+    sameDevice->inputNumber = number;
+}
+
+std::optional<Device> DeviceList::Output(std::int64_t number) const {
+    const auto found = std::ranges::find_if(devices, [&](const Device& device) {
+        return device.outputNumber != Device::none && device.outputNumber == number;
+    });
+    return found == devices.end() ? std::nullopt : std::optional(*found);
+}
+
+void DeviceList::Describe(std::int64_t index, std::span<std::byte> info,
+                          std::span<std::byte> name) const {
+    if (index < 0 || index >= static_cast<std::int64_t>(devices.size())) {
+        return;
+    }
+    const Device& device = devices[static_cast<std::size_t>(index)];
+    const std::array<std::uint32_t, 6> fields{static_cast<std::uint32_t>(index),
+                                              device.inputChannels,
+                                              device.outputChannels,
+                                              device.inputNumber,
+                                              device.outputNumber,
+                                              device.outputChannels > 0 ? 1U : 0U};
+    std::memcpy(info.data(), fields.data(), sizeof fields);
+    const std::string text = CutUtf8(device.name, name.size() - 1);
+    std::memcpy(name.data(), text.c_str(), text.size() + 1);
+}
+
+const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen) {
+    const DeviceSide* sameName = nullptr;
+    const DeviceSide* standard = nullptr;
+    for (const DeviceSide& output : outputs) {
+        if (output.name == chosen.name && (sameName == nullptr || output.id == chosen.id)) {
+            sameName = &output;
+        }
+        if (output.isDefault && standard == nullptr) {
+            standard = &output;
+        }
+    }
+    return sameName != nullptr ? sameName : standard;
+}
+
+std::string CutUtf8(const std::string& text, std::size_t size) {
+    if (text.size() <= size) {
+        return text;
+    }
+    constexpr unsigned continuationMask = 0xC0;
+    constexpr unsigned continuation = 0x80;
+    while (size > 0 &&
+           (static_cast<unsigned char>(text[size]) & continuationMask) == continuation) {
+        --size;
+    }
+    return text.substr(0, size);
+}
+
+} // namespace tonebridge

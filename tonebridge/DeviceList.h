@@ -1,0 +1,54 @@
+#pragma once
+
+#include "tonebridge/DeviceLayer.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tonebridge {
+
+// A sound device with its two sides joined.
+struct Device {
+    static constexpr std::uint32_t none = 0xFFFFFFFF;
+
+    std::string id;
+    std::string name;
+    std::uint32_t inputChannels = 0;
+    std::uint32_t outputChannels = 0;
+    std::uint32_t inputNumber = none;  // among the devices with inputs
+    std::uint32_t outputNumber = none; // among the devices with outputs
+};
+
+// The devices of one scan, in the order in which the user sees them: outputs
+// first, the default one ahead of the others.
+class DeviceList {
+  public:
+    static constexpr std::size_t recordSize = 1024;
+
+    DeviceList() = default;
+    DeviceList(std::vector<DeviceSide> outputs, const std::vector<DeviceSide>& inputs);
+
+    std::span<const Device> Devices() const { return devices; }
+    std::optional<Device> Output(std::int64_t number) const;
+    // Fills the two records of the public header.
+    void Describe(std::int64_t index, std::span<std::byte> info, std::span<std::byte> name) const;
+
+  private:
+    void AddInput(const DeviceSide& input, std::uint32_t number);
+
+    std::vector<Device> devices;
+};
+
+// The output to open for a device chosen earlier: the one of the same name, of
+// several the one with the same id; else the default one; else null.
+const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen);
+
+// `text` cut to at most `size` bytes, never within a UTF-8 character.
+std::string CutUtf8(const std::string& text, std::size_t size);
+
+} // namespace tonebridge

@@ -1,0 +1,95 @@
+#pragma once
+
+#include "tonebridge/GainRamp.h"
+#include "tonebridge/RateController.h"
+#include "tonebridge/Resampler.h"
+#include "tonebridge/SampleReader.h"
+#include "tonebridge/SampleRing.h"
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+
+namespace tonebridge {
+
+// Takes blocks of samples as they come off the network and gives a steady
+// stream at the device's rate, without a gap, a click or a drift. One thread
+// pushes, one renders; neither waits for the other. Owned by the library.
+class Engine {
+  public:
+    static constexpr std::int64_t newStream = -999;
+    static constexpr std::int64_t lowestRate = 1000;
+    static constexpr std::int64_t highestRate = 250000;
+
+    // The clock gives nanoseconds and is read by the pushing and the rendering thread.
+    explicit Engine(std::function<std::int64_t()> nanoseconds);
+
+    // The network's thread.
+    void Push(std::int64_t count, const std::int16_t* samples, std::int64_t rate);
+    // Any thread. 0 to 1, a plain factor.
+    void SetGain(double gain);
+
+    // The device's thread, mono, -1 to 1.
+    void Render(std::span<float> out);
+    // While nobody renders: the sound goes on, fading in, at this rate in Hz.
+    void SetDeviceRate(std::uint32_t rate);
+
+    // For tests, from any thread.
+    std::uint64_t Underruns() const { return underruns.load(std::memory_order_relaxed); }
+    std::uint64_t Trims() const { return trims.load(std::memory_order_relaxed); }
+    std::uint64_t DroppedSamples() const { return dropped.load(std::memory_order_relaxed); }
+    double Fill() const { return lastFill.load(std::memory_order_relaxed); }
+    double Correction() const { return lastCorrection.load(std::memory_order_relaxed); }
+
+  private:
+    enum class State { Holding, Playing, FadingOut };
+
+    void BeginStream(std::int64_t rate);
+    void LookForNewStream();
+    void TakeNewStream();
+    double MeasureFill() const;
+    void StartIfFilled(double fill);
+    void Supervise(double fill, std::size_t frames);
+    bool IsRunningDry(std::size_t frames) const;
+    void Trim(double fill);
+    std::size_t Surplus(double fill) const;
+    void FadeOut();
+    void RenderSound(std::span<float> out);
+    void ApplyGain(std::span<float> out);
+    double Ratio() const;
+    std::size_t FadeFrames() const { return deviceRate / 100; }
+
+    const std::function<std::int64_t()> now;
+    SampleRing ring;
+
+    // Written by the pushing thread. The start of the newest stream: its
+    // position above, its rate in the lowest 20 bits.
+    std::atomic<std::uint64_t> newestStream{0};
+    std::atomic<std::int64_t> lastArrival{0};
+    std::atomic<std::uint32_t> lastBlock{0};
+    std::int64_t pushedRate = 0;
+
+    // Of the rendering thread alone.
+    SampleReader reader;
+    Resampler resampler;
+    RateController controller;
+    State state = State::Holding;
+    GainRamp fade{0.0F};
+    GainRamp volume{1.0F};
+    std::uint64_t currentStream = 0;
+    std::uint64_t pendingStream = 0;
+    double streamRate = 0.0;
+    std::uint32_t deviceRate = 48000;
+    double overfilledFor = 0.0;
+
+    std::atomic<float> wantedGain{1.0F};
+    std::atomic<std::uint64_t> underruns{0};
+    std::atomic<std::uint64_t> trims{0};
+    std::atomic<std::uint64_t> dropped{0};
+    std::atomic<double> lastFill{0.0};
+    std::atomic<double> lastCorrection{0.0};
+};
+
+} // namespace tonebridge

@@ -1,0 +1,31 @@
+#pragma once
+
+namespace tonebridge {
+
+// Keeps the mean delay between arrival and sound at its target, by playing a
+// few parts per million faster or slower than the nominal rate. It makes good
+// the difference between the receiver's clock and the sound card's, slowly
+// enough never to be heard as a change of pitch. Owned by the engine.
+class RateController {
+  public:
+    // Seconds between arrival and sound.
+    static constexpr double target = 1.0;
+
+    // For a new stream, whose clock may be another one.
+    void Clear() { *this = RateController{}; }
+    // After a leap of the fill; what was learned of the clocks stays.
+    void Settle(double fill) { meanFill = fill; }
+    // Takes the fill in seconds, `elapsed` seconds after the last one.
+    void Update(double fill, double elapsed);
+
+    // By how much faster than the nominal rate to play: 1e-6 is one part per million.
+    double Correction() const { return correction; }
+    double MeanFill() const { return meanFill; }
+
+  private:
+    double meanFill = target;
+    double integral = 0.0;
+    double correction = 0.0;
+};
+
+} // namespace tonebridge

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace tonebridge {
+
+// Samples on their way from the network's thread to the sound card's: one
+// writer, one reader, no lock. Positions count samples since the start and
+// never wrap. Owned by the engine.
+class SampleRing {
+  public:
+    // The capacity is a power of two.
+    explicit SampleRing(std::size_t capacity);
+
+    // Writer's side: takes as many of the samples as there is room for.
+    std::size_t Write(std::span<const std::int16_t> samples);
+    std::uint64_t WritePosition() const { return writePosition.load(std::memory_order_acquire); }
+
+    // Reader's side: samples from `position` on, scaled to -1 to 1. The range
+    // lies between the read and the write position.
+    void Copy(std::uint64_t position, std::span<float> out) const;
+    // Frees what lies before `position`.
+    void Release(std::uint64_t position);
+    std::uint64_t ReadPosition() const { return readPosition.load(std::memory_order_acquire); }
+
+  private:
+    std::vector<std::int16_t> samples;
+    // A cache line each, so that the two threads don't fight over one.
+    alignas(64) std::atomic<std::uint64_t> writePosition{0};
+    alignas(64) std::atomic<std::uint64_t> readPosition{0};
+};
+
+} // namespace tonebridge

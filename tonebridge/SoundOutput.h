@@ -1,0 +1,43 @@
+#pragma once
+
+#include "tonebridge/DeviceLayer.h"
+#include "tonebridge/DeviceList.h"
+#include "tonebridge/Engine.h"
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace tonebridge {
+
+class OutputWorker;
+
+// Keeps the chosen output open on a thread of its own, so that no caller ever
+// waits for a sound server. While no device is open, that thread plays the
+// engine's sound to nobody, so that it stays live. Owned by the library.
+class SoundOutput {
+  public:
+    // The engine is shared with the thread, which is abandoned at the end if a
+    // sound server holds it up.
+    SoundOutput(std::shared_ptr<Engine> engine, DeviceLayerFactory connect);
+    ~SoundOutput();
+    SoundOutput(const SoundOutput&) = delete;
+    SoundOutput& operator=(const SoundOutput&) = delete;
+
+    // Scans the devices, waiting at most `patience`; an empty list if it takes longer.
+    DeviceList Scan(std::chrono::milliseconds patience);
+    // Opens this output, the default one for none, in place of whatever is open.
+    void Start(std::optional<Device> device);
+    void Stop();
+
+  private:
+    void StartThread();
+
+    std::shared_ptr<OutputWorker> worker;
+    std::mutex mutex;
+    std::thread thread;
+};
+
+} // namespace tonebridge

@@ -1,0 +1,78 @@
+#include "tonebridge/tonebridge.h"
+
+#include "tonebridge/BroadcastAddress.h"
+#include "tonebridge/CubebDevices.h"
+#include "tonebridge/DatagramSender.h"
+#include "tonebridge/DeviceList.h"
+#include "tonebridge/Engine.h"
+#include "tonebridge/SoundOutput.h"
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+
+namespace {
+
+std::int64_t Now() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+}
+
+// Everything that the seven functions share. Made when the library is loaded,
+// so that the first block of sound costs no more than any other.
+struct Library {
+    std::shared_ptr<tonebridge::Engine> engine = std::make_shared<tonebridge::Engine>(Now);
+    tonebridge::SoundOutput output{engine, tonebridge::ConnectCubeb};
+    tonebridge::DatagramSender sender{tonebridge::BroadcastAddress};
+    std::mutex mutex;
+    tonebridge::DeviceList devices;
+};
+
+Library library;
+
+} // namespace
+
+int64_t BuildSoundDeviceList() {
+    constexpr std::chrono::seconds patience{3};
+    tonebridge::DeviceList found = library.output.Scan(patience);
+    const std::lock_guard lock(library.mutex);
+    library.devices = std::move(found);
+    return static_cast<int64_t>(library.devices.Devices().size());
+}
+
+void GetSoundDeviceInfo(int64_t index, void* info, void* name) {
+    if (info == nullptr || name == nullptr) {
+        return;
+    }
+    constexpr std::size_t size = tonebridge::DeviceList::recordSize;
+    const std::lock_guard lock(library.mutex);
+    library.devices.Describe(index, {static_cast<std::byte*>(info), size},
+                             {static_cast<std::byte*>(name), size});
+}
+
+void StartSoundOutput(int64_t device, double volume) {
+    library.engine->SetGain(volume);
+    const std::lock_guard lock(library.mutex);
+    library.output.Start(library.devices.Output(device));
+}
+
+void StopSoundOutput() { library.output.Stop(); }
+
+void setSoundOutputVolume(double volume) {
+    constexpr double fullVolume = 4.0;
+    library.engine->SetGain(volume / fullVolume);
+}
+
+void OutputSoundBlock(int64_t count, const int16_t* samples, int64_t rate) {
+    library.engine->Push(count, samples, rate);
+}
+
+void SendUdpCommand(const void* data, int64_t length, int64_t port) {
+    constexpr int64_t longest = 65507;
+    constexpr int64_t highestPort = 65535;
+    if (data == nullptr || length < 0 || length > longest || port < 1 || port > highestPort) {
+        return;
+    }
+    library.sender.Send({static_cast<const std::byte*>(data), static_cast<std::size_t>(length)},
+                        static_cast<std::uint16_t>(port));
+}
