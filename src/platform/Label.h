@@ -17,6 +17,7 @@ class Label : public Control {
     const std::optional<Color>& TextColor() const { return textColor; }
     void SetTextColor(Color value);
 
+    std::string longest;      // the longest text that will ever show; the font is chosen to fit it
     Control* buddy = nullptr; // the control that this label names, for screen readers
 
   private:

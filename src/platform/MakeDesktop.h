@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 namespace larkspool {
 
@@ -14,6 +15,9 @@ class RunningDesktop : public Desktop {
     virtual int Run(const std::function<void()>& opened) = 0;
 };
 
-std::unique_ptr<RunningDesktop> MakeDesktop(int& argc, char** argv);
+// The application's name is the name of its folders among the user's settings and data. Both
+// arguments of main stay borrowed for the life of the desktop.
+std::unique_ptr<RunningDesktop> MakeDesktop(int& argc, char** argv,
+                                            const std::string& applicationName);
 
 } // namespace larkspool

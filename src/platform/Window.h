@@ -56,6 +56,7 @@ class Window {
     int minimumHeight = 64;
     int maximumWidth = 32000;
     int maximumHeight = 32000;
+    std::vector<int> hairlines; // heights at which a fine line parts the rows of controls
     MenuHandlers menuHandlers; // the menu items that this window answers while it is in front
     std::function<void()> closed;
 
