@@ -1,0 +1,39 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspool::demo {
+
+// The head of an HTTP request. Header names are in lower case.
+struct Request {
+    std::string method;
+    std::string target;
+    std::map<std::string, std::string> headers;
+
+    std::string_view Header(const std::string& name) const;
+};
+
+constexpr std::size_t largestRequest = 8192;
+
+// The size of the head at the front of `bytes`, its empty line included; none
+// while that line hasn't come.
+std::optional<std::size_t> HeadSize(std::string_view bytes);
+
+// None if the first line isn't one of HTTP.
+std::optional<Request> ParseRequest(std::string_view head);
+
+enum class LinkKind { Sound, Waterfall };
+
+// What link a request asks for; none if it is no upgrade to one.
+std::optional<LinkKind> RequestedLink(const Request& request);
+
+// The answer to a client's Sec-WebSocket-Key.
+std::string AcceptKey(std::string_view key);
+
+// The whole reply that accepts the upgrade.
+std::string SwitchingReply(const Request& request);
+
+} // namespace larkspool::demo

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "demo/Band.h"
+#include "demo/Command.h"
+#include "demo/Handshake.h"
+#include "demo/Noise.h"
+#include "demo/OutputQueue.h"
+#include "demo/SoundStream.h"
+#include "demo/WaterfallRow.h"
+#include "demo/WebSocketFrame.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace larkspool::demo {
+
+// How the receivers treat all their clients.
+struct LinkSettings {
+    double rate = 12000.0;
+    double jitterSeconds = 0.0;
+    double dropAfterSeconds = 0.0; // 0: never
+    bool busy = false;
+    std::uint64_t seed = 1;
+};
+
+// One upgraded link to a client: obeys its commands and makes its frames in time.
+// Knows no socket; the server carries the bytes. Borrows band and antenna.
+class Link {
+  public:
+    Link(LinkKind linkKind, const Band& sharedBand, const Antenna& ownAntenna,
+         const LinkSettings& linkSettings, TimePoint now);
+
+    // Bytes from the client, behind the upgrade request.
+    void Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc);
+
+    // Makes the frames that are due; call it no later than NextTime().
+    void Tick(TimePoint now, const Moment& utc);
+    TimePoint NextTime() const;
+
+    OutputQueue& Output() { return output; }
+    const Tuning& CurrentTuning() const { return tuning; }
+
+    // The link is to be closed, at once or when its output has gone out.
+    bool IsCut(TimePoint now) const;
+    bool IsEnding() const { return ending; }
+
+  private:
+    void Take(const Incoming& message, TimePoint now, const Moment& utc);
+    void Command(std::string_view text, TimePoint now, const Moment& utc);
+    void Welcome();
+    void StartSound(TimePoint now, const Moment& utc);
+    void TickSound(TimePoint now, const Moment& utc);
+    void TickWaterfall(TimePoint now, const Moment& utc);
+    void SendMessage(std::string_view body);
+    void SendFrame(std::span<const std::uint8_t> message, TimePoint now);
+    TimePoint FrameTime(std::uint64_t frame) const;
+
+    LinkKind kind;
+    const Band& band;
+    const Antenna& antenna;
+    LinkSettings settings;
+    FrameReader reader;
+    Tuning tuning;
+    OutputQueue output;
+    Noise jitter;
+    TimePoint cutAt = TimePoint::max();
+    TimePoint lastHeard;
+    bool ending = false;
+
+    std::unique_ptr<SoundStream> sound; // none until the session's commands have come
+    TimePoint soundStart;
+    Moment soundStartUtc;
+    std::uint64_t framesMade = 0;
+
+    WaterfallRow waterfall;
+    TimePoint nextRow = TimePoint::max();
+};
+
+} // namespace larkspool::demo

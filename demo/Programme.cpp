@@ -1,0 +1,189 @@
+#include "demo/Programme.h"
+
+#include "demo/Noise.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <numbers>
+#include <span>
+
+namespace larkspool::demo {
+namespace {
+
+constexpr double turn = 2.0 * std::numbers::pi;
+
+// A note's height in semitones above middle C, and its length in beats.
+struct Note {
+    int semitone;
+    double beats;
+};
+
+// "Are you sleeping", a traditional round.
+constexpr std::array<Note, 32> round{{{0, 1},  {2, 1},  {4, 1},  {0, 1},  {0, 1}, {2, 1}, {4, 1},
+                                      {0, 1},  {4, 1},  {5, 1},  {7, 2},  {4, 1}, {5, 1}, {7, 2},
+                                      {7, .5}, {9, .5}, {7, .5}, {5, .5}, {4, 1}, {0, 1}, {7, .5},
+                                      {9, .5}, {7, .5}, {5, .5}, {4, 1},  {0, 1}, {0, 1}, {-5, 1},
+                                      {0, 2},  {0, 1},  {-5, 1}, {0, 2}}};
+
+// The hymn to joy, two lines of it.
+constexpr std::array<Note, 30> hymn{
+    {{4, 1}, {4, 1}, {5, 1},   {7, 1},  {7, 1}, {5, 1}, {4, 1}, {2, 1},   {0, 1},  {0, 1},
+     {2, 1}, {4, 1}, {4, 1.5}, {2, .5}, {2, 2}, {4, 1}, {4, 1}, {5, 1},   {7, 1},  {7, 1},
+     {5, 1}, {4, 1}, {2, 1},   {0, 1},  {0, 1}, {2, 1}, {4, 1}, {2, 1.5}, {0, .5}, {0, 2}}};
+
+constexpr std::size_t samplesPerBeat = 4096; // two beats a second
+
+std::vector<Sample> RenderTune(std::span<const Note> notes, double middleC) {
+    std::vector<Sample> out;
+    for (const Note& note : notes) {
+        const double hertz = middleC * std::exp2(note.semitone / 12.0);
+        const auto count = static_cast<std::size_t>(note.beats * samplesPerBeat);
+        for (std::size_t i = 0; i < count; ++i) {
+            const double t = static_cast<double>(i) / Programme::rate;
+            const double left = static_cast<double>(count - i) / Programme::rate;
+            const double shape =
+                std::min({1.0, t / 0.01, left / 0.02}) * (0.35 + 0.65 * std::exp(-t / 0.25));
+            const double angle = turn * hertz * t;
+            const double sound =
+                std::sin(angle) + 0.4 * std::sin(2.0 * angle) + 0.2 * std::sin(3.0 * angle);
+            out.emplace_back(static_cast<float>(shape * sound), 0.0F);
+        }
+    }
+    return out;
+}
+
+struct Vowel {
+    double first, second, third; // resonances in Hz
+};
+
+constexpr std::array<Vowel, 7> vowels{{{730, 1090, 2440},
+                                       {530, 1840, 2480},
+                                       {270, 2290, 3010},
+                                       {570, 840, 2410},
+                                       {300, 870, 2240},
+                                       {660, 1720, 2410},
+                                       {490, 1350, 1690}}};
+
+double Resonance(double hertz, double centre, double width) {
+    const double off = (hertz - centre) / width;
+    return 1.0 / (1.0 + off * off);
+}
+
+double Loudness(double hertz, const Vowel& vowel) {
+    return Resonance(hertz, vowel.first, 90.0) + 0.5 * Resonance(hertz, vowel.second, 120.0) +
+           0.25 * Resonance(hertz, vowel.third, 160.0);
+}
+
+Vowel Between(const Vowel& from, const Vowel& to, double share) {
+    return {std::lerp(from.first, to.first, share), std::lerp(from.second, to.second, share),
+            std::lerp(from.third, to.third, share)};
+}
+
+// One syllable: a hiss in front of some, then a voiced part gliding from one
+// vowel to the next, as a sum of harmonics that all turn the same way.
+void AddSyllable(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to,
+                 std::uint64_t seed) {
+    constexpr std::size_t step = 64;
+    constexpr double highest = 3400.0;
+    Noise noise(seed);
+    const bool hissing = seed % 3 == 0;
+    const Sample hissTurn = std::polar(0.8F, static_cast<float>(turn * 2700.0 / Programme::rate));
+    Sample hiss{};
+    double phase = 0.0;
+    std::vector<float> weights;
+    for (std::size_t i = 0; i < out.size(); ++i) {
+        const double share = static_cast<double>(i) / static_cast<double>(out.size());
+        const double hertz = pitch * (1.08 - 0.16 * share);
+        if (i % step == 0) {
+            weights.clear();
+            const Vowel vowel = Between(from, to, share);
+            for (double harmonic = hertz; harmonic < highest; harmonic += hertz)
+                weights.push_back(static_cast<float>(Loudness(harmonic, vowel)));
+        }
+        phase = std::fmod(phase + turn * hertz / Programme::rate, turn);
+        const Sample first = std::polar(1.0F, static_cast<float>(phase));
+        Sample power = first;
+        Sample sum{};
+        for (const float weight : weights) {
+            sum += weight * power;
+            power = Times(power, first);
+        }
+        hiss = Times(hiss, hissTurn) + Sample{noise.Next(), 0.0F};
+        const auto shape = static_cast<float>(std::pow(std::sin(std::numbers::pi * share), 0.6));
+        const float hissing01 = hissing && share < 0.35 ? 0.25F : 0.0F;
+        out[i] = shape * (sum + hissing01 * hiss);
+    }
+}
+
+std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
+    constexpr std::size_t length = 65536; // eight seconds
+    std::vector<Sample> out(length);
+    std::size_t at = 0;
+    for (std::uint64_t syllable = 0;; ++syllable) {
+        const std::uint64_t bits = Scramble(seed, syllable);
+        const auto count = static_cast<std::size_t>(1000.0 + 1200.0 * Fraction(bits));
+        if (at + count > length)
+            return out;
+        const double lift = 1.0 + 0.25 * (Fraction(Scramble(bits, 1)) - 0.5);
+        AddSyllable(std::span(out).subspan(at, count), pitch * lift, vowels[bits % vowels.size()],
+                    vowels[(bits >> 8) % vowels.size()], Scramble(bits, 2));
+        at += count + (syllable % 7 == 6 ? 3000 : 150);
+    }
+}
+
+} // namespace
+
+Programme::Programme(Kind kind, std::uint64_t seed) {
+    constexpr double middleC = 261.63;
+    switch (kind) {
+    case Kind::FirstTune:
+        samples = RenderTune(round, 2.0 * middleC);
+        break;
+    case Kind::SecondTune:
+        samples = RenderTune(hymn, 1.5 * middleC);
+        break;
+    case Kind::DeepVoice:
+        samples = RenderVoice(115.0, seed);
+        break;
+    case Kind::HighVoice:
+        samples = RenderVoice(205.0, seed + 1);
+        break;
+    }
+    FinishLoop();
+}
+
+void Programme::FinishLoop() {
+    float loudest = 1e-9F;
+    double mean = 0.0;
+    for (const Sample& sample : samples) {
+        loudest = std::max(loudest, std::abs(sample));
+        mean += sample.real();
+    }
+    mean /= static_cast<double>(samples.size());
+    double sum = 0.0;
+    sums.reserve(samples.size());
+    for (Sample& sample : samples) {
+        sample = (sample - Sample{static_cast<float>(mean), 0.0F}) / loudest;
+        sums.push_back(static_cast<float>(sum));
+        sum += sample.real() / rate;
+    }
+}
+
+Sample Programme::At(double seconds) const {
+    const double place = seconds * rate;
+    const auto whole = static_cast<std::size_t>(place);
+    const auto share = static_cast<float>(place - static_cast<double>(whole));
+    const Sample& from = samples[whole % samples.size()];
+    return from + share * (samples[(whole + 1) % samples.size()] - from);
+}
+
+float Programme::SumAt(double seconds) const {
+    const double place = seconds * rate;
+    const auto whole = static_cast<std::size_t>(place);
+    const auto share = static_cast<float>(place - static_cast<double>(whole));
+    const float from = sums[whole % sums.size()];
+    return from + share * (sums[(whole + 1) % sums.size()] - from);
+}
+
+} // namespace larkspool::demo

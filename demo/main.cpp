@@ -1,0 +1,73 @@
+#include "demo/Options.h"
+#include "demo/Server.h"
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+#include <variant>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace larkspool::demo;
+
+int stopPipe[2] = {-1, -1}; // a signal writes, the server's loop reads
+
+extern "C" void StopOnSignal(int) {
+    const char byte = 1;
+    [[maybe_unused]] const auto written = ::write(stopPipe[1], &byte, 1);
+}
+
+bool CatchSignals() {
+    if (::pipe(stopPipe) != 0 || ::fcntl(stopPipe[1], F_SETFL, O_NONBLOCK) != 0)
+        return false;
+    struct sigaction action = {};
+    action.sa_handler = StopOnSignal;
+    ::sigemptyset(&action.sa_mask);
+    return ::sigaction(SIGTERM, &action, nullptr) == 0 &&
+           ::sigaction(SIGINT, &action, nullptr) == 0;
+}
+
+// One line a port, flushed, so that a script that started us can wait for them.
+void PrintPorts(const Server& server, const Options& options) {
+    for (std::size_t i = 0; i < options.ports.size(); ++i)
+        std::cout << "receiver " << i + 1 << " on " << options.bindAddress << ':'
+                  << server.ReceiverPort(i) << " (" << Antennas()[i].name << ")\n";
+    std::cout << "http on " << options.bindAddress << ':' << server.HttpPort() << std::endl;
+}
+
+int Serve(const Options& options) {
+    Server server(options);
+    std::string error;
+    if (!CatchSignals() || !server.Open(error)) {
+        std::cerr << "larkspool-demo: " << error << '\n';
+        return 1;
+    }
+    PrintPorts(server, options);
+    server.Run(stopPipe[0]);
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::span arguments(argv, static_cast<std::size_t>(argc));
+    const auto parsed = ParseOptions(arguments.subspan(argc > 0 ? 1 : 0));
+    if (const auto* problem = std::get_if<std::string>(&parsed)) {
+        std::cerr << "larkspool-demo: " << *problem << "\nTry --help.\n";
+        return 2;
+    }
+    const auto& options = std::get<Options>(parsed);
+    if (options.help) {
+        std::cout << HelpText();
+        return 0;
+    }
+    try {
+        return Serve(options);
+    } catch (const std::exception& problem) {
+        std::cerr << "larkspool-demo: " << problem.what() << '\n';
+        return 1;
+    }
+}
