@@ -78,7 +78,7 @@ class Desktop {
     virtual bool ControlKeyDown() const = 0;
 
     // The computer.
-    virtual FolderItem Folder(SpecialFolder kind) = 0; // made if missing
+    virtual FolderItem Folder(SpecialFolder kind) = 0;      // made if missing
     virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
     virtual OperatingSystemVersion SystemVersion() const = 0;
     virtual SoundLibrary& Sound() = 0;
@@ -95,8 +95,8 @@ class Desktop {
     void Raise(const std::function<void()>& handler);
     void ReportMissing(const FunctionNotFound& missing); // once a function
 
-    MenuBar menuBar;                              // the one of all windows
-    MenuHandlers applicationHandlers;             // what the application answers, whatever is in front
+    MenuBar menuBar;                  // the one of all windows
+    MenuHandlers applicationHandlers; // what the application answers, whatever is in front
     std::function<void(QuitCause)> quitRequested; // menu, signal or logout: end the program
 
   private:

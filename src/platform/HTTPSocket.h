@@ -13,7 +13,8 @@ class HTTPSocket {
     virtual void Get(const std::string& url) = 0; // cancels the one before; reports later, always
 
     // The body whole, whatever the status: a 404 page is a page.
-    std::function<void(const std::string& url, int httpStatus, const std::string& content)> pageReceived;
+    std::function<void(const std::string& url, int httpStatus, const std::string& content)>
+        pageReceived;
     std::function<void(int code)> error; // no answer came
 };
 

@@ -22,7 +22,7 @@ class Listbox : public Control {
 
     int ListCount() const { return static_cast<int>(rows.size()); }
     int LastIndex() const { return ListCount() - 1; }
-    int ListIndex() const { return listIndex; } // -1: none
+    int ListIndex() const { return listIndex; }         // -1: none
     const std::string& Cell(int row, int column) const; // "" outside the table
 
     void AddRow(std::string firstCell); // beyond maximumRows the oldest row goes

@@ -18,8 +18,8 @@ struct MenuItem {
     std::string caption;
     std::string shortcut; // "Cmd+W"; Cmd is the system's own command key
     MenuRole role = MenuRole::Ordinary;
-    int index = 0;          // of a context menu's item, for its handler
-    std::optional<int> tag; // likewise
+    int index = 0;               // of a context menu's item, for its handler
+    std::optional<int> tag = {}; // likewise
 };
 
 struct Menu {

@@ -18,7 +18,8 @@ class PopupMenu : public Control {
     void AddRow(std::string text);
     void DeleteAllRows(); // leaves no row chosen; raises nothing
 
-    // A different row raises change before the setter returns; an index outside the rows is ignored.
+    // A different row raises change before the setter returns; an index outside the rows is
+    // ignored.
     void SetListIndex(int row);
 
     // The user's hand: Press opens the popup, Pick chooses a row. Picking counts as a press first,

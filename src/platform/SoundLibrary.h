@@ -10,14 +10,15 @@ namespace larkspool {
 class FunctionNotFound : public std::runtime_error {
   public:
     FunctionNotFound(const std::string& name, const std::string& library)
-        : std::runtime_error("The function " + name + " is missing in " + library), function(name) {}
+        : std::runtime_error("The function " + name + " is missing in " + library), function(name) {
+    }
 
     std::string function;
 };
 
 // The native sound library. Each function is looked up by name at the call, and throws
-// FunctionNotFound where it is missing. Every call returns at once. Pointers point into the caller's
-// memory and are used only until the call returns.
+// FunctionNotFound where it is missing. Every call returns at once. Pointers point into the
+// caller's memory and are used only until the call returns.
 class SoundLibrary {
   public:
     virtual ~SoundLibrary() = default;

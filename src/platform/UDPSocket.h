@@ -16,7 +16,7 @@ class UDPSocket {
   public:
     virtual ~UDPSocket() = default;
 
-    virtual void Connect() = 0; // binds the port; LastErrorCode tells at once, 0 if all is well
+    virtual void Connect() = 0;  // binds the port; LastErrorCode tells at once, 0 if all is well
     virtual Datagram Read() = 0; // the oldest that waits; empty if none does
     virtual std::string BroadcastAddress() const = 0; // where SendUdpCommand delivers
     virtual int LastErrorCode() const = 0;

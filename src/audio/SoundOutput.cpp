@@ -1,0 +1,110 @@
+#include "console/Window1.h"
+#include "platform/ByteOrder.h"
+#include "platform/Text.h"
+#include "shell/App.h"
+
+#include <algorithm>
+
+namespace larkspool {
+
+namespace {
+
+constexpr std::size_t DeviceBlockSize = 1024; // of the record and of the name
+constexpr std::int64_t StartOfStream = -999;  // in place of a count of samples
+constexpr double VolumeSteps = 1000.0;
+
+SoundDeviceClass DeviceFromRecord(const MemoryBlock& info, const MemoryBlock& name) {
+    SoundDeviceClass device;
+    device.id = info.UInt32(0, NativeByteOrder);
+    device.numInputChannels = info.UInt32(4, NativeByteOrder);
+    device.numOutputChannels = info.UInt32(8, NativeByteOrder);
+    device.inputID = info.UInt32(12, NativeByteOrder);
+    device.outputID = info.UInt32(16, NativeByteOrder);
+    device.variableGain = info.UInt32(20, NativeByteOrder);
+    device.name = name.CString(0);
+    return device;
+}
+
+} // namespace
+
+void Window1::InitSoundStuff() {
+    ReadSoundDevices();
+    FillSoundOutputPopupMenu();
+}
+
+void Window1::ReadSoundDevices() {
+    SoundLibrary& library = desktop.Sound();
+    const std::int64_t count = library.BuildSoundDeviceList();
+    MemoryBlock info(DeviceBlockSize);
+    MemoryBlock name(DeviceBlockSize);
+    for (std::int64_t i = 0; i < count; ++i) {
+        library.GetSoundDeviceInfo(i, info.Data(), reinterpret_cast<char*>(name.Data()));
+        soundDevices.push_back(DeviceFromRecord(info, name));
+        const SoundDeviceClass& device = soundDevices.back();
+        if (device.numInputChannels > 0) {
+            soundInputDeviceIDs.push_back(soundDevices.size() - 1);
+        }
+        if (device.numOutputChannels > 0) {
+            soundOutputDeviceIDs.push_back(soundDevices.size() - 1);
+        }
+    }
+}
+
+void Window1::FillSoundOutputPopupMenu() {
+    const std::string wanted = app.prefs.defaultSoundOutputDevice;
+    SoundOutputPopupMenu.DeleteAllRows();
+    int selected = 0;
+    for (const std::size_t id : soundOutputDeviceIDs) {
+        SoundOutputPopupMenu.AddRow(soundDevices[id].name);
+        if (soundDevices[id].name == wanted) {
+            selected = SoundOutputPopupMenu.ListCount() - 1; // of two such devices the last
+        }
+    }
+    SoundOutputPopupMenu.SetListIndex(selected);
+}
+
+void Window1::SetSoundOutputDevice() {
+    app.prefs.defaultSoundOutputDevice = SoundOutputPopupMenu.Text();
+    SoundLibrary& library = desktop.Sound();
+    library.StopSoundOutput();
+    // The library counts its output devices as the popup counts its rows.
+    if (SoundOutputPopupMenu.ListIndex() > -1) {
+        library.StartSoundOutput(SoundOutputPopupMenu.ListIndex(),
+                                 OutputVolumeSlider.Value() / VolumeSteps);
+    }
+}
+
+void Window1::SetOutputVolume(double volume) { desktop.Sound().SetSoundOutputVolume(4.0 * volume); }
+
+void Window1::OutputVolumeSlider_ValueChanged() {
+    app.prefs.prefsLastVolume = OutputVolumeSlider.Value();
+    SetOutputVolume(OutputVolumeSlider.Value() / VolumeSteps);
+}
+
+void Window1::OutputVolumeSlider_MouseWheel(int deltaY) {
+    const int direction = app.prefsInvertScrollWheelPolarity ? -1 : 1;
+    OutputVolumeSlider.SetValue(OutputVolumeSlider.Value() + direction * deltaY);
+}
+
+// One second of silence goes ahead of the first frame: that is the whole buffering that the program
+// does. From then on each frame is handed over as it comes.
+void Window1::PrimeSoundOutputBuffer() {
+    constexpr double Seconds = 1.0;
+    const std::int64_t size = WholePart(2.0 * audioRate * Seconds);
+    const auto silence = static_cast<std::int64_t>(kiwiSoundSamplesMB.Size());
+    if (WholePart(audioRate) < 1 || size > silence) {
+        return;
+    }
+    PlaySound(StartOfStream, kiwiSoundSamplesMB.Data());
+    PlaySound(size / 2, kiwiSoundSamplesMB.Data());
+}
+
+void Window1::PlaySound(std::int64_t count, const void* samples) {
+    try {
+        desktop.Sound().OutputSoundBlock(count, samples, WholePart(audioRate));
+    } catch (const FunctionNotFound& missing) {
+        desktop.ReportMissing(missing); // the recording goes on without sound
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,84 @@
+// Which control raises which method: the one place to look when a control does nothing.
+#include "console/Window1.h"
+#include "platform/Text.h"
+#include "shell/App.h"
+
+namespace larkspool {
+
+void Window1::BindEvents() {
+    BindConnectionEvents();
+    BindTuningEvents();
+    BindGainEvents();
+    BindSoundEvents();
+    BindWaterfallEvents();
+    PushButtonClearListbox.action = [this] { Listbox1.DeleteAllRows(); };
+}
+
+void Window1::BindConnectionEvents() {
+    PushButtonConnect.action = [this] { PushButtonConnect_Action(); };
+    PushButtonDisconnect.action = [this] { PushButtonDisconnect_Action(); };
+    CheckBoxReconnect.action = [this] { CheckBoxReconnect_Action(); };
+    TextFieldAddress.textChange = [this] { TextFieldAddress_TextChange(); };
+    TextFieldPort.textChange = [this] { TextFieldPort_TextChange(); };
+    TextFieldIdentity.textChange = [this] { TextFieldIdentity_TextChange(); };
+    TextFieldGeoLocation.textChange = [this] { TextFieldGeoLocation_TextChange(); };
+    TCPSocketAudio->connected = [this] { TCPSocketAudio_Connected(); };
+    TCPSocketAudio->dataAvailable = [this] { TCPSocketAudio_DataAvailable(); };
+    TCPSocketAudio->error = [this] { TCPSocketAudio_Error(); };
+    TCPSocketWaterfall->connected = [this] { TCPSocketWaterfall_Connected(); };
+    TCPSocketWaterfall->dataAvailable = [this] { TCPSocketWaterfall_DataAvailable(); };
+    TCPSocketWaterfall->error = [this] { TCPSocketWaterfall_Error(); };
+    Timer1->action = [this] { Timer1_Action(); };
+    Timer3->action = [this] { Timer3_Action(); };
+}
+
+void Window1::BindTuningEvents() {
+    PopupMenuMode.change = [this] { PopupMenuMode_Change(); };
+    TextFieldFreq.textChange = [this] { TextFieldFreq_TextChange(); };
+    TextFieldFreq.mouseWheel = [this](int, int deltaY) { TextFieldFreq_MouseWheel(deltaY); };
+    for (TextField* edge : {&TextFieldLowCut, &TextFieldHighCut}) {
+        edge->textChange = [this] { PassbandTextChange(); };
+        edge->mouseWheel = [edge](int, int deltaY) {
+            constexpr double Step = 10; // Hz
+            edge->SetText(Str(Val(edge->Text()) + deltaY * Step));
+        };
+    }
+}
+
+void Window1::BindGainEvents() {
+    for (CheckBox* box : {&CheckBoxAgc, &CheckBoxHang}) {
+        box->action = [this] { AgcChanged(); };
+    }
+    for (Slider* slider :
+         {&SliderAgcThreshold, &SliderAgcSlope, &SliderAgcDecay, &SliderAgcManualGain}) {
+        slider->valueChanged = [this] { AgcChanged(); };
+    }
+    SliderSquelch.valueChanged = [this] { SliderSquelch_ValueChanged(); };
+    PopupMenuSquelchTime.change = [this] { PopupMenuSquelchTime_Change(); };
+    PopupMenuDeEmphasis.change = [this] { PopupMenuDeEmphasis_Change(); };
+}
+
+void Window1::BindSoundEvents() {
+    SoundOutputPopupMenu.change = [this] { SetSoundOutputDevice(); };
+    SoundOutputPopupMenu.mouseEnter = [this] { app.MyShowToolTip("Output sound device to use"); };
+    SoundOutputPopupMenu.mouseExit = [this] { desktop.HideToolTip(); };
+    OutputVolumeSlider.valueChanged = [this] { OutputVolumeSlider_ValueChanged(); };
+    OutputVolumeSlider.mouseWheel = [this](int, int deltaY) {
+        OutputVolumeSlider_MouseWheel(deltaY);
+    };
+    OutputVolumeSlider.mouseEnter = [this] { app.MyShowToolTip("Output sound volume"); };
+    OutputVolumeSlider.mouseExit = [this] { desktop.HideToolTip(); };
+    PushButtonRecord.action = [this] { PushButtonRecord_Action(); };
+    TextFieldSquelchedDeadSpace.textChange = [this] {
+        app.prefs.prefsSquelchedDeadSpace = Val(TextFieldSquelchedDeadSpace.Text());
+    };
+}
+
+void Window1::BindWaterfallEvents() {
+    SliderWaterfallGain.valueChanged = [this] { SliderWaterfallGain_ValueChanged(); };
+    SliderWaterfallMinDb.valueChanged = [this] { SliderWaterfallMinDb_ValueChanged(); };
+    CheckBoxUpdateWaterfall.action = [this] { CheckBoxUpdateWaterfall_Action(); };
+    WaterfallCanvas.mouseDown = [this](int x, int) { return WaterfallCanvas_MouseDown(x); };
+}
+
+} // namespace larkspool

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "platform/CheckBox.h"
+#include "platform/Label.h"
+#include "platform/Listbox.h"
+#include "platform/PopupMenu.h"
+#include "platform/ProgressBar.h"
+#include "platform/PushButton.h"
+#include "platform/Slider.h"
+#include "platform/TextArea.h"
+#include "platform/TextField.h"
+#include "waterfall/WaterfallClass.h"
+
+#include <functional>
+
+namespace larkspool {
+
+// The controls of the console, each with its place, its first value and the name that a screen
+// reader says. Part of Window1; without events until Window1 binds them.
+class ReceiverControls {
+  public:
+    // Hands every control to add, in tab order: later ones are drawn on top of earlier ones.
+    void CreateControls(const std::function<void(Control&)>& add);
+
+    // Top rows
+    Label Label5; // "Name:"
+    TextField TextFieldIdentity;
+    TextField TextFieldGeoLocation;
+    Label Label7; // "Pre-Emp:"
+    PopupMenu PopupMenuDeEmphasis;
+    Label Label6; // "Audio Device:"
+    PopupMenu SoundOutputPopupMenu;
+    Slider OutputVolumeSlider;
+    TextField TextFieldAddress;
+    TextField TextFieldPort;
+    PushButton PushButtonConnect;
+    PushButton PushButtonDisconnect;
+    PopupMenu PopupMenuKiwiList;
+    CheckBox CheckBoxReconnect;
+
+    // Tuning row
+    PopupMenu PopupMenuMode;
+    TextField TextFieldFreq;
+    Label Label1; // "kHz"
+    Label Label2; // "IF Filter:"
+    TextField TextFieldLowCut;
+    Label Label4; // "-"
+    TextField TextFieldHighCut;
+    Label Label3; // "Hz"
+    ProgressBar ProgressBarSmeter;
+    Label LabelSmeter;
+
+    // AGC, squelch and record rows
+    CheckBox CheckBoxAgc;
+    Slider SliderAgcThreshold;
+    Label LabelAgcThreshold;
+    Slider SliderAgcDecay;
+    Label LabelAgcDecay;
+    Slider SliderSquelch;
+    Label LabelSquelch;
+    PopupMenu PopupMenuSquelchTime;
+    TextField TextFieldSquelchedDeadSpace;
+    Label Label8; // "Squelched dead"
+    CheckBox CheckBoxHang;
+    Slider SliderAgcSlope;
+    Label LabelAgcSlope;
+    Slider SliderAgcManualGain;
+    Label LabelAgcManualGain;
+    PushButton PushButtonRecord;
+    Label LabelRecordingStatus;
+    CheckBox CheckBoxNetwork;
+    Label LabelStreaming;
+
+    // Waterfall rows
+    Label LabelStatus;
+    Slider SliderWaterfallGain;
+    Label LabelWaterfallGain;
+    Slider SliderWaterfallMinDb;
+    Label LabelWaterfallMinDb;
+    CheckBox CheckBoxUpdateWaterfall;
+    WaterfallClass WaterfallCanvas;
+
+    // Never shown: what happened, for whoever looks with a debugger or in a test
+    TextArea TextArea1; // the replies to the upgrade requests, the recordings' dead times
+    TextArea TextArea2;
+    Listbox Listbox1; // the running log, one row an event
+    PushButton PushButtonClearListbox;
+
+  private:
+    void CreateTopRows();
+    void CreateTuningRow();
+    void CreateGainRows();
+    void CreateWaterfallRows();
+    void CreateHiddenControls();
+    void NameForScreenReaders();
+    void NameLongestTexts();
+};
+
+} // namespace larkspool

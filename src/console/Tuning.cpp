@@ -1,0 +1,34 @@
+#include "console/Window1.h"
+#include "platform/Text.h"
+#include "shell/App.h"
+
+namespace larkspool {
+
+void Window1::TextFieldFreq_TextChange() {
+    SendSetModulation();
+    SaveSettingsForMode();
+    app.prefs.prefsLastFreq = Val(TextFieldFreq.Text());
+}
+
+void Window1::TextFieldFreq_MouseWheel(int deltaY) {
+    TextFieldFreq.SetText(Str(Val(TextFieldFreq.Text()) + deltaY));
+}
+
+void Window1::PassbandTextChange() {
+    SendSetModulation();
+    SaveSettingsForMode();
+}
+
+void Window1::TextFieldIdentity_TextChange() { app.prefs.prefsUserName = TextFieldIdentity.Text(); }
+
+void Window1::TextFieldGeoLocation_TextChange() {
+    app.prefs.prefsUserQTH = TextFieldGeoLocation.Text();
+}
+
+void Window1::TextFieldPort_TextChange() {
+    app.prefs.prefsLastPort = WholePart<std::int32_t>(Val(TextFieldPort.Text()));
+}
+
+void Window1::TextFieldAddress_TextChange() { app.prefs.prefsLastURL = TextFieldAddress.Text(); }
+
+} // namespace larkspool

@@ -1,0 +1,92 @@
+#include "console/Window1.h"
+
+#include "platform/Text.h"
+#include "shell/App.h"
+
+namespace larkspool {
+
+namespace {
+
+constexpr int DesignWidth = 1064;
+constexpr int DesignHeight = 968;
+constexpr int StartHeight = 370; // just down to the waterfall
+constexpr int StatisticsPeriod = 1000;
+constexpr int DisplayPeriod = 100;
+constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 samples a second
+constexpr Color Grey = {150, 150, 150};
+
+} // namespace
+
+Window1::Window1(Desktop& host, App& application)
+    : Window(host), app(application), TCPSocketAudio(host.MakeTCPSocket()),
+      TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()) {
+    SetTitle("Larkspool");
+    SetDesignSize(DesignWidth, DesignHeight);
+    minimumWidth = 1000;
+    minimumHeight = 250;
+    maximumWidth = 1064;
+    hairlines = {83, 116, 210};
+    CreateControls([this](Control& control) { AddControl(control); });
+    BindEvents();
+    Timer1->SetPeriod(StatisticsPeriod);
+    Timer3->SetPeriod(DisplayPeriod);
+    PopupMenuMode_Open();
+}
+
+Window1::~Window1() = default;
+
+void Window1::Event_Open() {
+    SetHeight(StartHeight);
+    TextArea1.SetVisible(false);
+    TextArea2.SetVisible(false);
+    Listbox1.SetVisible(false);
+    PushButtonClearListbox.SetVisible(false);
+    LabelStreaming.SetTextColor(Grey);
+    FillFromPreferences();
+    kiwiSoundSamplesMB = MemoryBlock(SilenceBytes);
+    try {
+        InitSoundStuff();
+    } catch (const FunctionNotFound& missing) {
+        desktop.ReportMissing(missing); // a console without sound is still a console
+    }
+    CheckBoxUpdateWaterfall.SetValue(app.prefs.prefsUpdateWaterfall);
+    Timer3->SetMode(Timer::Mode::Multiple);
+}
+
+void Window1::FillFromPreferences() {
+    const Preferences stored = app.prefs; // the setters' events write into the original
+    CheckBoxReconnect.SetValue(stored.prefsReconnect);
+    TextFieldAddress.SetText(stored.prefsLastURL);
+    TextFieldPort.SetText(Str(stored.prefsLastPort));
+    TextFieldIdentity.SetText(stored.prefsUserName);
+    TextFieldGeoLocation.SetText(stored.prefsUserQTH);
+    TextFieldFreq.SetText(Str(stored.prefsLastFreq));
+    SliderWaterfallGain.SetValue(stored.prefsWaterfallGain);
+    SliderWaterfallMinDb.SetValue(stored.prefsWaterfallOffset);
+    OutputVolumeSlider.SetValue(stored.prefsLastVolume);
+    PopupMenuSquelchTime.SetListIndex(stored.prefsSquelchTime);
+    SliderSquelch.SetValue(stored.prefsSquelch);
+    TextFieldSquelchedDeadSpace.SetText(Format(stored.prefsSquelchedDeadSpace, "#.0"));
+
+    // A stored value that equals a slider's first one has raised no event, but what follows from
+    // it must hold all the same.
+    SliderWaterfallGain_ValueChanged();
+    SliderWaterfallMinDb_ValueChanged();
+    SliderSquelch_ValueChanged();
+}
+
+void Window1::init(int mode) {
+    PopupMenuMode.SetListIndex(mode);
+    ChangeSettingsForMode(WholePart<int>(static_cast<double>(app.prefs.prefsLastMode)));
+    okToSave = true;
+}
+
+bool Window1::Event_CancelClose([[maybe_unused]] bool appQuitting) {
+    DoDisconnect();
+    if (audioWebsocket != nullptr) {
+        audioWebsocket->Closing();
+    }
+    return false;
+}
+
+} // namespace larkspool

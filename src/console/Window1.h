@@ -1,0 +1,188 @@
+#pragma once
+
+#include "audio/AudioRecordingClass.h"
+#include "audio/SoundDeviceClass.h"
+#include "console/ReceiverControls.h"
+#include "link/Handshake.h"
+#include "link/WebsocketsClass.h"
+#include "platform/Desktop.h"
+#include "platform/MemoryBlock.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace larkspool {
+
+class App;
+
+// The receiver console: the one main window, and everything that a session with a receiver needs.
+// Owned by App from its first event to the end of the program. The controls are the tuning state:
+// whoever retunes sets a control, and the control's event does the sending. The methods are defined
+// in the folder of the subsystem that they belong to.
+class Window1 : public Window, public ReceiverControls {
+  public:
+    Window1(Desktop& host, App& application);
+    ~Window1() override;
+
+    // Opening and closing (console)
+    void Event_Open();
+    void init(int mode); // the stored mode, as it was before this window was made
+    bool Event_CancelClose(bool appQuitting) override;
+
+    // The life of a session (link)
+    void DoConnect();
+    void DoDisconnect();
+    void PushDisconnectButton();
+
+    // Commands to the receiver (link). Without a session they do nothing.
+    void SendSetAuthorization(WebsocketsClass* websocket);
+    void SendSetAudioOK();
+    void SendSetModulation();
+    void SendSetAGC();
+    void SendSetIdentity(const std::string& name);
+    void SendSetGeoLocation(const std::string& place);
+    void SendSetBrowser();
+    void SetSquelch(int level, double seconds);
+    void SetDeEmphasis(int index);
+
+    // Sound (audio)
+    void SetMute(bool mute);             // by the receiver
+    void SetOutputVolume(double volume); // 0 to 1
+
+  private:
+    // What waits for its DoConnect. A reconnect gives way to the user's and the scheduler's wish.
+    enum class ConnectKind { Wanted, Reconnect };
+
+    // Controls (console)
+    void BindEvents();
+    void BindConnectionEvents();
+    void BindTuningEvents();
+    void BindGainEvents();
+    void BindSoundEvents();
+    void BindWaterfallEvents();
+    void FillFromPreferences();
+
+    void TextFieldFreq_TextChange();
+    void TextFieldFreq_MouseWheel(int deltaY);
+    void PassbandTextChange(); // either edge
+    void TextFieldIdentity_TextChange();
+    void TextFieldGeoLocation_TextChange();
+    void TextFieldAddress_TextChange();
+    void TextFieldPort_TextChange();
+    void AgcChanged(); // both check boxes and all four sliders
+    void SliderSquelch_ValueChanged();
+    void PopupMenuSquelchTime_Change();
+    void PopupMenuDeEmphasis_Change();
+    void PopupMenuMode_Open();
+    void PopupMenuMode_Change();
+    void ChangeSettingsForMode(int mode);
+    void SaveSettingsForMode();
+    void WriteAgcLabels();
+    void Timer3_Action();
+
+    // Connection (link)
+    void PushButtonConnect_Action();
+    void PushButtonDisconnect_Action();
+    void CheckBoxReconnect_Action();
+    void ConnectLater(int milliseconds, ConnectKind kind);
+    void MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket);
+    void SendRequest(LinkKind kind, WebsocketsClass* websocket);
+    void SendString(const std::string& text, TCPSocket* socket);
+    void TCPSocketAudio_Connected();
+    void TCPSocketAudio_DataAvailable();
+    void TCPSocketAudio_Error();
+    void TCPSocketWaterfall_Connected();
+    void TCPSocketWaterfall_DataAvailable();
+    void TCPSocketWaterfall_Error();
+    bool TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket);
+    void ReadFrames(WebsocketsClass& websocket, bool takesSound);
+    void DispatchFrame(const std::string& tag, const std::string& body, bool takesSound);
+    void Timer1_Action();
+    void SendCommand(std::string_view text);
+
+    // Messages from the receiver (link)
+    void ParseMessage(const std::string& body);
+    void AudioInitReceived();
+    void AudioRateReceived(std::string_view value);
+
+    // Frames and sound (audio)
+    void ParseSoundData(const std::string& data);
+    void NoteSequence(std::uint32_t sequence);
+    void InitSoundStuff();
+    void ReadSoundDevices();
+    void FillSoundOutputPopupMenu();
+    void SetSoundOutputDevice();
+    void PrimeSoundOutputBuffer();
+    void PlaySound(std::int64_t count, const void* samples);
+    void OutputVolumeSlider_ValueChanged();
+    void OutputVolumeSlider_MouseWheel(int deltaY);
+
+    // Recording (audio)
+    void PushButtonRecord_Action();
+    void AudioRecordingStart();
+    void AudioRecordingStop();
+    void AudioRecordingWriteHeader();
+    void AudioRecordingWriteSquelchDeadTime();
+    void RecordSamples(const MemoryBlock& block, std::size_t sampleCount);
+    void ShowRecordingTime();
+    bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
+
+    // Waterfall
+    void SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws);
+    void RecentreWaterfall(); // on the tuned frequency
+    void ParseWaterfallData(const std::string& data);
+    void SliderWaterfallGain_ValueChanged();
+    void SliderWaterfallMinDb_ValueChanged();
+    void CheckBoxUpdateWaterfall_Action();
+    bool WaterfallCanvas_MouseDown(int x);
+    void WriteWaterfallLabels();
+
+    App& app;
+
+    // Session state
+    std::unique_ptr<TCPSocket> TCPSocketAudio;
+    std::unique_ptr<TCPSocket> TCPSocketWaterfall;
+    std::unique_ptr<WebsocketsClass> audioWebsocket; // null before the first connect
+    std::unique_ptr<WebsocketsClass> waterfallWebsocket;
+    std::unique_ptr<Timer> Timer1; // statistics
+    std::unique_ptr<Timer> Timer3; // display
+    std::string theHost;
+    std::int64_t thePort = 0;
+    bool didManuallyDisconnect = false; // the user's own Disconnect is in progress
+    bool isConnected = false;           // the receiver has told its audio rate
+    std::uint64_t pendingConnect = 0;   // ticket of the DoConnect that waits; 0: none does
+    std::uint64_t lastTicket = 0;
+    std::string frameTag;  // kept between frames for their memory
+    std::string frameBody; // likewise
+
+    // Tuning as last sent to the receiver
+    std::int64_t lowCut = 0; // Hz relative to the tuned frequency
+    std::int64_t hiCut = 0;  // likewise
+    double tunedFreq = 0;    // kHz
+    bool okToSave = false;   // while false, SaveSettingsForMode does nothing
+
+    // Audio state
+    double audioRate = 0; // samples a second; 0 until known
+    double sMeter = -127; // dBm
+    int kiwiFlags = 0;
+    std::int64_t kiwiAudioSequence = 0;
+    std::int64_t lastKiwiAudioSequence = -1; // -1: none seen on this connection
+    std::int64_t numSoundBytes = 0;          // since the last statistics tick
+    std::vector<SoundDeviceClass> soundDevices;
+    std::vector<std::size_t> soundInputDeviceIDs;        // indexes into soundDevices
+    std::vector<std::size_t> soundOutputDeviceIDs;       // row i of the popup shows device [i]
+    MemoryBlock kiwiSoundSamplesMB;                      // silence, for priming
+    std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
+    bool startRecordingWhenConnected = false;
+    bool isSquelched = false; // the recording is inside a quiet stretch
+
+    // Waterfall state
+    double waterfallStartFreq = 0; // kHz, the left edge
+    int waterfallOffsetDb = 0;     // 0 to 63
+    double waterfallGain = 0;      // 0.00 to 5.00
+};
+
+} // namespace larkspool

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace larkspool {
+
+// The two links of a session.
+enum class LinkKind { Audio = 0, Waterfall = 1 };
+
+inline constexpr std::string_view SwitchingProtocols = "101 Switching Protocols";
+
+// The HTTP request that turns a TCP connection into a WebSocket link.
+// unixTime: whole seconds since 1970. key: 16 random bytes, not yet encoded.
+std::string UpgradeRequest(LinkKind kind, std::int64_t unixTime, std::string_view hostPort,
+                           std::string_view key);
+
+std::string EncodeBase64(std::string_view bytes);
+
+} // namespace larkspool

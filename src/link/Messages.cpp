@@ -1,0 +1,47 @@
+#include "console/Window1.h"
+#include "platform/Text.h"
+
+namespace larkspool {
+
+// Of all that a receiver can say, these four keys matter, wherever they stand in the body. One body
+// may hold several.
+void Window1::ParseMessage(const std::string& body) {
+    static constexpr std::string_view AudioRateKey = "audio_rate=";
+    for (const std::string_view refusal : {"too_busy=", "monitor"}) {
+        if (Contains(body, refusal)) {
+            DoDisconnect();
+            LabelStatus.SetText("Too many users on Kiwi, disconnecting");
+        }
+    }
+    if (Contains(body, "audio_init=")) {
+        AudioInitReceived();
+    }
+    if (const std::size_t key = body.find(AudioRateKey); key != std::string::npos) {
+        AudioRateReceived(std::string_view(body).substr(key + AudioRateKey.size()));
+    }
+}
+
+void Window1::AudioInitReceived() {
+    LabelStatus.SetText("Connected to " + theHost + ":" + Str(thePort));
+    Listbox1.AddRow("got audio_init=");
+    SendSetAudioOK();
+    SendSetModulation();
+    SendSetAGC();
+    SendSetIdentity(TextFieldIdentity.Text());
+    SendSetGeoLocation(TextFieldGeoLocation.Text());
+}
+
+void Window1::AudioRateReceived(std::string_view value) {
+    audioRate = Val(value);
+    Listbox1.AddRow("audioRate = " + Str(audioRate));
+    PrimeSoundOutputBuffer();
+    // A refusal in the same message may have ended the link already.
+    isConnected = TCPSocketAudio->IsConnected();
+    if (isConnected && startRecordingWhenConnected) {
+        startRecordingWhenConnected = false;
+        PushButtonRecord.SetEnabled(true);
+        PushButtonRecord.Push();
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "console/Window1.h"
+#include "platform/Date.h"
+#include "platform/Desktop.h"
+#include "platform/FolderItem.h"
+#include "platform/Random.h"
+#include "shell/Deployment.h"
+#include "shell/Preferences.h"
+
+#include <memory>
+#include <string>
+
+namespace larkspool {
+
+// The application: owns what is stored and the windows, answers the menu, ends the program. Made in
+// main, before the event loop runs; lives to the end of the process.
+class App {
+  public:
+    App(Desktop& host, Deployment values);
+    ~App();
+    App(const App&) = delete;
+    App& operator=(const App&) = delete;
+
+    // The event loop's first event: reads the preferences, then opens the console.
+    void Event_Open();
+
+    Window1& Console() { return *window1; }
+
+    // Shows a tooltip under the pointer, unless the user wants none.
+    void MyShowToolTip(const std::string& text);
+    Date GetCurrentUtcDate() const;
+
+    const Deployment deployment;
+    Preferences prefs;
+    Random myRandom;
+    bool prefsHideTooltips = false;              // not stored
+    bool prefsInvertScrollWheelPolarity = false; // not stored
+
+  private:
+    void AddMenuHandlers();
+    bool EditAboutLarkspool_Action();
+    bool FileVisitWebsiteForInstructions_Action();
+    void VisitProductPage();
+
+    FolderItem PreferencesFile() const;
+    void ReadPrefs();
+    bool WritePrefs() const;
+
+    void WindowClosed();
+    void Quit(QuitCause cause);
+    bool Event_CancelClose() const; // false: the preferences could not be written
+
+    Desktop& desktop;
+    std::unique_ptr<Window1> window1;
+    bool isOpen = false; // the console is filled: from here on there is something to store
+    bool isQuitting = false;
+};
+
+} // namespace larkspool

@@ -1,0 +1,22 @@
+#include "shell/Deployment.h"
+
+#include "DeploymentValues.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace larkspool {
+
+Deployment ConfiguredDeployment() {
+    Deployment values;
+    values.directoryHost = DirectoryHost;
+    values.versionHost = VersionHost;
+    values.siteHost = SiteHost;
+    std::copy(std::begin(SiteNames), std::end(SiteNames), values.siteNames.begin());
+    values.productPage = ProductPage;
+    values.downloadPage = DownloadPage;
+    values.programNumber = ProgramNumber;
+    return values;
+}
+
+} // namespace larkspool

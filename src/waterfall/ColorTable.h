@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Color.h"
+
+#include <array>
+#include <cstdint>
+
+namespace larkspool {
+
+// The waterfall's scale: black, blue, cyan, green, yellow, red, towards purple.
+class ColorTable {
+  public:
+    static constexpr int Size = 1024;
+
+    ColorTable() { MakeColorTable(); }
+
+    const Color& operator[](int index) const { return colors[static_cast<std::size_t>(index)]; }
+
+  private:
+    void MakeColorTable();
+    // Cuts the index to the table and each colour to 0 to 255.
+    void setRgb(int index, int red, int green, int blue);
+
+    std::array<Color, Size> colors;
+};
+
+// The colour of every value that a converted bin can have, 0 to 255, at one gain and offset.
+class LevelColors {
+  public:
+    // Level gain * (value - offset), cut to 0 to 255, is looked up at every fourth entry of the
+    // scale. gain: 0.00 to 5.00; offset: 0 to 63.
+    void Update(const ColorTable& scale, double gain, int offset);
+
+    std::uint32_t operator[](std::uint8_t value) const { return pixels[value]; } // 0xffRRGGBB
+
+  private:
+    std::array<std::uint32_t, 256> pixels{};
+};
+
+} // namespace larkspool

@@ -1,0 +1,76 @@
+#include "console/Window1.h"
+#include "link/CommandText.h"
+#include "platform/Text.h"
+#include "shell/App.h"
+
+namespace larkspool {
+
+namespace {
+
+constexpr int Speed = 3;
+constexpr int NoCompression = 0;
+constexpr int Zoom = 11;
+constexpr double HalfSpan = 7.328; // kHz from the left edge to the centre, at that zoom
+constexpr int FullOffset = 200;
+
+} // namespace
+
+void Window1::RecentreWaterfall() {
+    SetWaterfall(Speed, NoCompression, Zoom, Val(TextFieldFreq.Text()), waterfallWebsocket.get());
+}
+
+// freq: the centre, in kHz.
+void Window1::SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws) {
+    if (ws == nullptr) {
+        return;
+    }
+    waterfallStartFreq = freq - HalfSpan;
+    for (const std::string& text :
+         command::Waterfall(speed, compression, zoom, waterfallStartFreq)) {
+        ws->WebsocketWrite(text);
+    }
+}
+
+void Window1::ParseWaterfallData(const std::string& data) {
+    if (app.prefs.prefsUpdateWaterfall) {
+        WaterfallCanvas.NewData(data);
+    }
+}
+
+void Window1::SliderWaterfallMinDb_ValueChanged() {
+    waterfallOffsetDb = FullOffset - SliderWaterfallMinDb.Value();
+    app.prefs.prefsWaterfallOffset = SliderWaterfallMinDb.Value();
+    WaterfallCanvas.SetLevels(waterfallGain, waterfallOffsetDb);
+    WriteWaterfallLabels();
+}
+
+void Window1::SliderWaterfallGain_ValueChanged() {
+    waterfallGain = SliderWaterfallGain.Value() / 100.0;
+    app.prefs.prefsWaterfallGain = SliderWaterfallGain.Value();
+    WaterfallCanvas.SetLevels(waterfallGain, waterfallOffsetDb);
+    WriteWaterfallLabels();
+}
+
+void Window1::CheckBoxUpdateWaterfall_Action() {
+    app.prefs.prefsUpdateWaterfall = CheckBoxUpdateWaterfall.Value();
+    WaterfallCanvas.SetUpdating(CheckBoxUpdateWaterfall.Value());
+}
+
+// Puts the middle of the passband on the clicked spot. x in points from the canvas's left edge, on
+// a scale of 1024 to the whole span whatever the canvas's width.
+bool Window1::WaterfallCanvas_MouseDown(int x) {
+    if (!CheckBoxUpdateWaterfall.Value()) {
+        return true;
+    }
+    const double middle = (static_cast<double>(lowCut) + static_cast<double>(hiCut)) / 2000.0;
+    const double freq = x * HalfSpan * 2.0 / WaterfallClass::Bins + waterfallStartFreq - middle;
+    TextFieldFreq.SetText(Str(freq));
+    return false;
+}
+
+void Window1::WriteWaterfallLabels() {
+    LabelWaterfallGain.SetText("Waterfall Gain: " + Format(waterfallGain, "##.00"));
+    LabelWaterfallMinDb.SetText("Waterfall min " + Str(waterfallOffsetDb - 120) + " db");
+}
+
+} // namespace larkspool
