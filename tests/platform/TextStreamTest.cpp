@@ -1,0 +1,102 @@
+#include "platform/TemporaryFolder.h"
+#include "platform/TextInputStream.h"
+#include "platform/TextOutputStream.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+using TextStreamTest = TemporaryFolder;
+using Lines = std::vector<std::string>;
+
+Lines AllLines(TextInputStream stream) {
+    Lines lines;
+    while (!stream.EndOfFile())
+        lines.push_back(stream.ReadLine());
+    EXPECT_EQ(stream.ReadLine(), "");
+    EXPECT_FALSE(stream.Failed());
+    return lines;
+}
+
+TEST_F(TextStreamTest, LinesOfAnySystemAreRead) {
+    const struct {
+        std::string text;
+        Lines lines;
+    } cases[] = {
+        {"", {}},
+        {"\n", {""}},
+        {"a", {"a"}},
+        {"a\nb", {"a", "b"}},
+        {"a\r\nb\r\n", {"a", "b"}},
+        {"a\rb\r", {"a", "b"}},
+        {"a\n\nb", {"a", "", "b"}},
+        {"a\r\r\nb\n\rc", {"a", "", "b", "", "c"}},
+        {"\xEF\xBB\xBF"
+         "2\nx",
+         {"2", "x"}},
+        {std::string("a\0b\nc", 5), {std::string("a\0b", 3), "c"}},
+    };
+    for (const auto& item : cases) {
+        EXPECT_EQ(AllLines(TextInputStream::FromText(item.text)), item.lines) << item.text;
+        auto file = TextInputStream::Open(FileWith("lines.txt", item.text));
+        ASSERT_TRUE(file.has_value());
+        EXPECT_EQ(AllLines(std::move(*file)), item.lines) << item.text;
+    }
+}
+
+TEST_F(TextStreamTest, AnEndOfLineAcrossTwoReadsIsOne) {
+    for (std::size_t length = 16380; length <= 16388; ++length) {
+        const std::string first(length, 'a');
+        auto file = TextInputStream::Open(FileWith("lines.txt", first + "\r\nb\r\n"));
+        ASSERT_TRUE(file.has_value());
+        EXPECT_EQ(AllLines(std::move(*file)), (Lines{first, "b"}));
+    }
+}
+
+TEST_F(TextStreamTest, AnEndlessLineIsCutAndTheNextIsFound) {
+    const std::string longest(TextInputStream::LongestLine, 'a');
+    auto file = TextInputStream::Open(
+        FileWith("lines.txt", longest + "\n" + longest + "dropped\r\n" + longest + longest));
+    ASSERT_TRUE(file.has_value());
+    EXPECT_EQ(AllLines(std::move(*file)), (Lines{longest, longest, longest}));
+}
+
+TEST_F(TextStreamTest, WhatWasWrittenIsRead) {
+    const FolderItem item = FileWith("schedule.txt", "an older and longer schedule");
+    auto output = TextOutputStream::Create(item);
+    ASSERT_TRUE(output.has_value());
+    EXPECT_TRUE(output->Write("a;"));
+    EXPECT_TRUE(output->WriteLine("b"));
+    EXPECT_TRUE(output->WriteLine(""));
+    EXPECT_TRUE(output->Close());
+    EXPECT_EQ(Content(item), "a;b\n\n");
+    EXPECT_FALSE(output->Write("late"));
+    EXPECT_TRUE(output->Failed());
+}
+
+TEST_F(TextStreamTest, AFullDiskIsNoticedAtTheLatestWhenClosing) {
+    const FolderItem full("/dev/full");
+    if (!full.Exists())
+        GTEST_SKIP() << "no full device here";
+    auto output = TextOutputStream::Create(full);
+    ASSERT_TRUE(output.has_value());
+    output->WriteLine("x");
+    EXPECT_FALSE(output->Close());
+    EXPECT_TRUE(output->Failed());
+}
+
+TEST_F(TextStreamTest, WhatIsNoFileIsNotOpened) {
+    EXPECT_FALSE(TextInputStream::Open(folder).has_value());
+    EXPECT_FALSE(TextInputStream::Open(Item("missing")).has_value());
+    EXPECT_FALSE(TextOutputStream::Create(folder).has_value());
+    const FolderItem endless("/dev/zero");
+    EXPECT_FALSE(TextInputStream::Open(endless).has_value());
+}
+
+} // namespace
+} // namespace larkspool
