@@ -9,6 +9,8 @@ namespace {
 
 constexpr std::size_t ringCapacity = std::size_t{1} << 20; // 4 s at the highest rate
 constexpr unsigned rateBits = 20;
+constexpr double longestFrame = 0.1;    // s, a longer block is a lump of several
+constexpr double longestPriming = 1.0;  // s
 constexpr double overflowFill = 2.5;    // s, cut back at once
 constexpr double overfilled = 1.35;     // s, cut back after a while
 constexpr double overfilledTime = 10.0; // s
@@ -62,10 +64,10 @@ void Engine::BeginStream(std::int64_t rate) {
 
 void Engine::Render(std::span<float> out) {
     LookForNewStream();
-    const double fill = MeasureFill();
+    const double fill = MeasureFill(longestFrame);
     lastFill.store(fill, std::memory_order_relaxed);
     if (state == State::Holding) {
-        StartIfFilled(fill);
+        StartIfFilled();
     } else if (state == State::Playing) {
         Supervise(fill, out.size());
     }
@@ -116,22 +118,26 @@ void Engine::TakeNewStream() {
     overfilledFor = 0.0;
 }
 
-double Engine::MeasureFill() const {
+double Engine::MeasureFill(double longestBlock) const {
     if (streamRate <= 0.0) {
         return 0.0;
     }
     const double queued = static_cast<double>(reader.Available()) + resampler.Held();
-    const double block = lastBlock.load(std::memory_order_relaxed) / streamRate;
+    const double block =
+        std::min(lastBlock.load(std::memory_order_relaxed) / streamRate, longestBlock);
     const std::int64_t age = now() - lastArrival.load(std::memory_order_relaxed);
     // A block arrives whole but is played bit by bit: this evens out the steps.
     const double sinceArrival = std::clamp(static_cast<double>(age) * 1e-9, 0.0, block);
     return queued / streamRate + sinceArrival - block / 2.0;
 }
 
-void Engine::StartIfFilled(double fill) {
-    if (streamRate <= 0.0 || fill < RateController::target) {
+void Engine::StartIfFilled() {
+    // Counting a long block by halves delays the start until the first frame
+    // behind the priming silence shows how late frames are.
+    if (streamRate <= 0.0 || MeasureFill(longestPriming) < RateController::target) {
         return;
     }
+    const double fill = MeasureFill(longestFrame);
     if (fill > overfilled) {
         resampler.Clear();
         reader.Skip(std::min(Surplus(fill), reader.Available()));

@@ -49,8 +49,8 @@ class Engine {
     void BeginStream(std::int64_t rate);
     void LookForNewStream();
     void TakeNewStream();
-    double MeasureFill() const;
-    void StartIfFilled(double fill);
+    double MeasureFill(double longestBlock) const;
+    void StartIfFilled();
     void Supervise(double fill, std::size_t frames);
     bool IsRunningDry(std::size_t frames) const;
     void Trim(double fill);

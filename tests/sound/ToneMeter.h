@@ -1,0 +1,65 @@
+#pragma once
+
+#include <complex>
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace tonebridge::test {
+
+// Listens to a tone and says what became of it: clicks, gaps, purity, and how
+// far into the tone the sound has come. It looks at the samples alone.
+class ToneMeter {
+  public:
+    // Seconds over which the tone swells at its beginning, along 3x² - 2x³, so
+    // that its onset isn't a click of the source's own.
+    static constexpr double fadeIn = 0.02;
+
+    // In Hz; `peak` is the tone's amplitude. The frequency is a multiple of 100 Hz.
+    ToneMeter(double toneFrequency, double deviceRate, double peak);
+
+    void Add(std::span<const float> samples);
+
+    // The largest step between neighbours, as a multiple of the tone's own largest.
+    double LargestStep() const { return largestStep / ownStep; }
+    double Peak() const { return highest; }
+    // Silences of more than 5 ms since the tone began, in seconds.
+    const std::vector<double>& Gaps() const { return gaps; }
+    bool HasBegun() const { return beganAt >= 0.0; }
+    // Seconds of the tone that have been heard, one value for each 10 ms of
+    // sound, meant for its middle; valid as long as nothing is cut out.
+    const std::vector<double>& Heard() const { return heard; }
+    // When the first value of Heard was, in seconds.
+    double FirstHeardAt() const { return firstHeardAt; }
+    // Signal to noise and distortion over the last full tenth of a second, in
+    // dB, beside a tone whose pitch may glide evenly.
+    double Sinad() const;
+
+  private:
+    void Look(float sample);
+    void FinishBlock();
+
+    const double frequency;
+    const double rate;
+    const double amplitude;
+    const double ownStep;
+    const std::complex<double> turn;
+
+    std::size_t count = 0;
+    float last = 0.0F;
+    double largestStep = 0.0;
+    double highest = 0.0;
+    double beganAt = -1.0;
+    std::size_t silentFor = 0;
+    std::vector<double> gaps;
+
+    std::complex<double> oscillator{1.0, 0.0};
+    std::complex<double> sum;
+    std::vector<double> window;
+    std::size_t inBlock = 0;
+    std::vector<double> heard;
+    double firstHeardAt = 0.0;
+    std::vector<float> recent;
+};
+
+} // namespace tonebridge::test
