@@ -1,3 +1,5 @@
+cmake_minimum_required(VERSION 3.25)
+
 # Fails if a file of the core includes anything but a standard header or a header
 # of the core. Run as a script with ROOT (the source folder) and STAMP.
 set(standard

@@ -1,0 +1,93 @@
+#include "support/VirtualDesktop.h"
+
+#include <random>
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+class VirtualWindowView : public WindowView {
+  public:
+    void Changed(WindowAspect) override {}
+};
+
+} // namespace
+
+VirtualDesktop::VirtualDesktop()
+    : httpSockets(std::make_shared<std::vector<VirtualHTTPSocket*>>()),
+      root(std::filesystem::temp_directory_path() /
+           ("larkspool-test-" + std::to_string(std::random_device{}()))) {}
+
+VirtualDesktop::~VirtualDesktop() {
+    std::error_code ignored;
+    std::filesystem::remove_all(root, ignored);
+}
+
+std::unique_ptr<WindowView> VirtualDesktop::MakeWindowView(Window&) {
+    return std::make_unique<VirtualWindowView>();
+}
+
+std::unique_ptr<TCPSocket> VirtualDesktop::MakeTCPSocket() {
+    auto socket = std::make_unique<VirtualTCPSocket>(queue);
+    tcpSockets.push_back(socket.get());
+    return socket;
+}
+
+std::unique_ptr<UDPSocket> VirtualDesktop::MakeUDPSocket() {
+    auto socket = std::make_unique<VirtualUDPSocket>(queue);
+    udpSockets.push_back(socket.get());
+    return socket;
+}
+
+std::unique_ptr<HTTPSocket> VirtualDesktop::MakeHTTPSocket() {
+    return std::make_unique<VirtualHTTPSocket>(httpSockets);
+}
+
+std::unique_ptr<Timer> VirtualDesktop::MakeTimer() { return std::make_unique<VirtualTimer>(queue); }
+
+void VirtualDesktop::CallLater(int milliseconds, std::function<void()> call) {
+    queue.After(milliseconds / 1000.0, std::move(call));
+}
+
+void VirtualDesktop::MsgBox(const std::string& text) { boxes.push_back(text); }
+
+void VirtualDesktop::ShowDialog(const MessageDialog& dialog,
+                                std::function<void(MessageDialog::Answer)> answered) {
+    dialogs.push_back(dialog);
+    if (answers.empty()) {
+        return;
+    }
+    queue.After(0,
+                [answered = std::move(answered), answer = answers.front()] { answered(answer); });
+    answers.pop_front();
+}
+
+void VirtualDesktop::Choose(std::function<void(std::optional<FolderItem>)> chosen) {
+    if (chosenFiles.empty()) {
+        return;
+    }
+    queue.After(0, [chosen = std::move(chosen), file = chosenFiles.front()] { chosen(file); });
+    chosenFiles.pop_front();
+}
+
+void VirtualDesktop::ShowOpenFileDialog(const std::string&,
+                                        std::function<void(std::optional<FolderItem>)> chosen) {
+    Choose(std::move(chosen));
+}
+
+void VirtualDesktop::ShowSaveFileDialog(const std::string&, const std::string& defaultName,
+                                        std::function<void(std::optional<FolderItem>)> chosen) {
+    offeredName = defaultName;
+    Choose(std::move(chosen));
+}
+
+FolderItem VirtualDesktop::Folder(SpecialFolder kind) {
+    static constexpr const char* Names[] = {"program", "preferences", "data", "documents"};
+    const std::filesystem::path folder = root / Names[static_cast<std::size_t>(kind)];
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    return FolderItem(folder);
+}
+
+} // namespace larkspool

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/TCPSocket.h"
+#include "support/EventQueue.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+
+// A TCP socket whose other end is the test. Nothing happens until the event queue is advanced.
+class VirtualTCPSocket : public TCPSocket {
+  public:
+    explicit VirtualTCPSocket(EventQueue& loop) : queue(loop) {}
+
+    void Connect() override;
+    void Disconnect() override;
+    bool IsConnected() const override { return state == State::Connected; }
+    std::size_t BytesAvailable() const override { return received.size(); }
+    std::size_t Read(std::span<std::uint8_t> destination) override;
+    std::string ReadAll() override;
+    void Write(std::string_view bytes) override;
+    int LastErrorCode() const override { return lastError; }
+
+    // The other end.
+    bool IsConnecting() const { return state == State::Connecting; }
+    void Accept();                             // answers a Connect
+    void Fail(int code = ErrorLostConnection); // refuses a Connect, or loses the link
+    void Deliver(std::string_view bytes);      // bytes arrive
+    std::string TakeSent() { return std::exchange(sent, {}); } // what the program has written
+    int connects = 0;                                          // calls of Connect so far
+
+  private:
+    enum class State { Idle, Connecting, Connected };
+
+    void RaiseLater(std::function<void()> TCPSocket::*event);
+    void End(int code);
+
+    EventQueue& queue;
+    State state = State::Idle;
+    std::string received;
+    std::string sent;
+    int lastError = 0;
+    std::shared_ptr<int> link = std::make_shared<int>(0); // renewed with each link: events of an
+                                                          // earlier one are void
+};
+
+} // namespace larkspool
