@@ -11,7 +11,7 @@ namespace larkspool {
 // What is due when, on a clock that moves only when the test moves it.
 class EventQueue {
   public:
-    double Now() const { return now; } // seconds since 1970
+    double Now() const { return start + elapsed; } // seconds since 1970
     // The wall clock jumps; what is due keeps its delay.
     void SetNow(double time) { start = time - elapsed; }
 
