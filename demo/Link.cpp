@@ -5,11 +5,13 @@
 #include <charconv>
 #include <cmath>
 #include <string>
+#include <utility>
 
 namespace larkspool::demo {
 namespace {
 
 constexpr double silenceSeconds = 60.0; // a client that says nothing for so long is gone
+constexpr double farewellSeconds = 5.0; // for the last output to go out
 constexpr double queueSeconds = 2.0;    // what a slow reader may have waiting
 constexpr double catchUpSeconds = 1.0;  // frames that are later than this aren't made
 constexpr std::array rowsPerSecond{0.0, 1.0, 5.0, 25.0, 25.0};
@@ -35,6 +37,8 @@ bool Link::IsCut(TimePoint now) const {
 }
 
 void Link::Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc) {
+    if (ending)
+        return;
     lastHeard = now;
     reader.Add(bytes);
     while (!ending) {
@@ -56,7 +60,7 @@ void Link::Take(const Incoming& message, TimePoint now, const Moment& utc) {
         break;
     case Opcode::Close:
         output.Push(EncodeFrame(Opcode::Close, payload));
-        ending = true;
+        End(now);
         break;
     case Opcode::Text:
     case Opcode::Binary:
@@ -77,7 +81,7 @@ void Link::Command(std::string_view text, TimePoint now, const Moment& utc) {
     if (!tuning.authorised)
         return;
     if (!known)
-        Welcome();
+        Welcome(now);
     if (kind == LinkKind::Sound && !settings.busy)
         StartSound(now, utc);
     const bool rowsWanted = kind == LinkKind::Waterfall && tuning.zoomed && tuning.speed > 0;
@@ -87,10 +91,15 @@ void Link::Command(std::string_view text, TimePoint now, const Moment& utc) {
         nextRow = now;
 }
 
-void Link::Welcome() {
+void Link::End(TimePoint now) {
+    ending = true;
+    cutAt = std::min(cutAt, now + Seconds(farewellSeconds));
+}
+
+void Link::Welcome(TimePoint now) {
     if (settings.busy && kind == LinkKind::Sound) {
         SendMessage(" too_busy=4");
-        ending = true;
+        End(now);
         return;
     }
     SendMessage(" version_maj=1 version_min=3");
@@ -109,8 +118,7 @@ void Link::StartSound(TimePoint now, const Moment& utc) {
         framesMade = 0;
         SendMessage(" audio_rate=" + RateText(settings.rate));
     }
-    if (sound)
-        sound->Tune(tuning);
+    retuned = true;
 }
 
 void Link::SendMessage(std::string_view body) {
@@ -153,6 +161,9 @@ void Link::TickSound(TimePoint now, const Moment& utc) {
             sound->SkipFrame();
             continue;
         }
+        // Only now, so that a flood of commands costs no more than a few.
+        if (std::exchange(retuned, false))
+            sound->Tune(tuning);
         const double into = static_cast<double>(framesMade) * frameSeconds;
         SendFrame(sound->Frame(soundStartUtc.After(into)), now);
     }
@@ -167,11 +178,11 @@ void Link::TickWaterfall(TimePoint now, const Moment& utc) {
         nextRow = now + Seconds(1.0 / pace);
 }
 
-TimePoint Link::NextTime() const {
+TimePoint Link::NextTime(TimePoint now) const {
     TimePoint next = std::min({nextRow, cutAt, lastHeard + Seconds(silenceSeconds + 0.1)});
     if (sound)
         next = std::min(next, FrameTime(framesMade + 1));
-    if (const auto queued = output.NextTime())
+    if (const auto queued = output.NextTime(); queued && *queued > now)
         next = std::min(next, *queued);
     return next;
 }

@@ -36,9 +36,11 @@ class Link {
     // Bytes from the client, behind the upgrade request.
     void Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc);
 
-    // Makes the frames that are due; call it no later than NextTime().
+    // Makes the frames that are due.
     void Tick(TimePoint now, const Moment& utc);
-    TimePoint NextTime() const;
+
+    // When to call Tick again. What could be written now but isn't taken doesn't count.
+    TimePoint NextTime(TimePoint now) const;
 
     OutputQueue& Output() { return output; }
     const Tuning& CurrentTuning() const { return tuning; }
@@ -50,7 +52,8 @@ class Link {
   private:
     void Take(const Incoming& message, TimePoint now, const Moment& utc);
     void Command(std::string_view text, TimePoint now, const Moment& utc);
-    void Welcome();
+    void Welcome(TimePoint now);
+    void End(TimePoint now);
     void StartSound(TimePoint now, const Moment& utc);
     void TickSound(TimePoint now, const Moment& utc);
     void TickWaterfall(TimePoint now, const Moment& utc);
@@ -69,6 +72,7 @@ class Link {
     TimePoint cutAt = TimePoint::max();
     TimePoint lastHeard;
     bool ending = false;
+    bool retuned = false; // the sound doesn't know the latest commands yet
 
     std::unique_ptr<SoundStream> sound; // none until the session's commands have come
     TimePoint soundStart;

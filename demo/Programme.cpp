@@ -80,55 +80,79 @@ Vowel Between(const Vowel& from, const Vowel& to, double share) {
             std::lerp(from.third, to.third, share)};
 }
 
-// One syllable: a hiss in front of some, then a voiced part gliding from one
-// vowel to the next, as a sum of harmonics that all turn the same way.
-void AddSyllable(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to,
-                 std::uint64_t seed) {
-    constexpr std::size_t step = 64;
+// The harmonics of a voice with their loudness. Their phases are spread, so that
+// the sum has no sharp peaks and sounds as loud as it may.
+void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmonics) {
     constexpr double highest = 3400.0;
-    Noise noise(seed);
-    const bool hissing = seed % 3 == 0;
-    const Sample hissTurn = std::polar(0.8F, static_cast<float>(turn * 2700.0 / Programme::rate));
-    Sample hiss{};
+    harmonics.clear();
+    for (double number = 1.0; number * hertz < highest; number += 1.0) {
+        const double phase = std::numbers::pi * number * number * hertz / highest;
+        harmonics.emplace_back(
+            std::polar(Loudness(number * hertz, vowel), std::remainder(phase, turn)));
+    }
+}
+
+// The voiced part of a syllable, gliding from one vowel to the next, as a sum of
+// harmonics that all turn the same way.
+void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to) {
+    constexpr std::size_t step = 64; // samples between two looks at the vowel
     double phase = 0.0;
-    std::vector<float> weights;
+    std::vector<Sample> harmonics;
     for (std::size_t i = 0; i < out.size(); ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(out.size());
         const double hertz = pitch * (1.08 - 0.16 * share);
-        if (i % step == 0) {
-            weights.clear();
-            const Vowel vowel = Between(from, to, share);
-            for (double harmonic = hertz; harmonic < highest; harmonic += hertz)
-                weights.push_back(static_cast<float>(Loudness(harmonic, vowel)));
-        }
+        if (i % step == 0)
+            FindHarmonics(hertz, Between(from, to, share), harmonics);
         phase = std::fmod(phase + turn * hertz / Programme::rate, turn);
         const Sample first = std::polar(1.0F, static_cast<float>(phase));
         Sample power = first;
-        Sample sum{};
-        for (const float weight : weights) {
-            sum += weight * power;
+        for (const Sample& harmonic : harmonics) {
+            out[i] += Times(harmonic, power);
             power = Times(power, first);
         }
-        hiss = Times(hiss, hissTurn) + Sample{noise.Next(), 0.0F};
-        const auto shape = static_cast<float>(std::pow(std::sin(std::numbers::pi * share), 0.6));
-        const float hissing01 = hissing && share < 0.35 ? 0.25F : 0.0F;
-        out[i] = shape * (sum + hissing01 * hiss);
     }
+}
+
+// A hiss in front of the voice, as of an s.
+void AddHiss(std::span<Sample> out, std::uint64_t seed) {
+    Noise noise(seed);
+    const Sample turning = std::polar(0.8F, static_cast<float>(turn * 2700.0 / Programme::rate));
+    Sample hiss{};
+    for (Sample& sample : out) {
+        hiss = Times(hiss, turning) + Sample{noise.Next(), 0.0F};
+        sample += 0.25F * hiss;
+    }
+}
+
+// Rises and falls softly, and brings each syllable to the same peak.
+void Shape(std::span<Sample> syllable) {
+    float loudest = 1.0e-9F;
+    for (std::size_t i = 0; i < syllable.size(); ++i) {
+        const double share = static_cast<double>(i) / static_cast<double>(syllable.size());
+        syllable[i] *= static_cast<float>(std::pow(std::sin(std::numbers::pi * share), 0.6));
+        loudest = std::max(loudest, std::abs(syllable[i]));
+    }
+    for (Sample& sample : syllable)
+        sample /= loudest;
 }
 
 std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
     constexpr std::size_t length = 65536; // eight seconds
     std::vector<Sample> out(length);
     std::size_t at = 0;
-    for (std::uint64_t syllable = 0;; ++syllable) {
-        const std::uint64_t bits = Scramble(seed, syllable);
+    for (std::uint64_t number = 0;; ++number) {
+        const std::uint64_t bits = Scramble(seed, number);
         const auto count = static_cast<std::size_t>(1000.0 + 1200.0 * Fraction(bits));
         if (at + count > length)
             return out;
         const double lift = 1.0 + 0.25 * (Fraction(Scramble(bits, 1)) - 0.5);
-        AddSyllable(std::span(out).subspan(at, count), pitch * lift, vowels[bits % vowels.size()],
-                    vowels[(bits >> 8) % vowels.size()], Scramble(bits, 2));
-        at += count + (syllable % 7 == 6 ? 3000 : 150);
+        const auto sounding = std::span(out).subspan(at, count);
+        AddVoice(sounding, pitch * lift, vowels[bits % vowels.size()],
+                 vowels[(bits >> 8) % vowels.size()]);
+        if (bits % 3 == 0)
+            AddHiss(sounding.first(count / 3), Scramble(bits, 2));
+        Shape(sounding);
+        at += count + (number % 7 == 6 ? 3000 : 150);
     }
 }
 

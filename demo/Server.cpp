@@ -57,7 +57,7 @@ int Server::WaitMilliseconds(TimePoint now) const {
     TimePoint next = now + Seconds(1.0);
     for (const auto& peer : peers)
         if (peer->link && !peer->hungUp)
-            next = std::min(next, peer->link->NextTime());
+            next = std::min(next, peer->link->NextTime(now));
     const double left = std::chrono::duration<double>(next - now).count();
     return std::max(0, static_cast<int>(std::ceil(left * 1000.0)));
 }

@@ -22,10 +22,8 @@ SoundStream::SoundStream(const Band& sharedBand, const Antenna& ownAntenna, doub
 }
 
 void SoundStream::Tune(const Tuning& wanted) {
-    if (wanted.khz != tuning.khz) {
-        demodulator.Restart();
-        smoothedPower = -1.0;
-    }
+    if (wanted.khz != tuning.khz)
+        filled = false;
     if (wanted.squelch != tuning.squelch)
         tailFrames = 0;
     tuning = wanted;
@@ -57,6 +55,16 @@ void SoundStream::Receive(const Moment& from) {
     demodulator.Process(passed, sound);
 }
 
+// Gives filter and demodulator what was on the air before, so that a retuning doesn't click.
+void SoundStream::FillFilter(const Moment& from) {
+    filled = true;
+    for (const double framesBack : {2.0, 1.0}) {
+        demodulator.Restart();
+        Receive(from.After(-framesBack * samplesPerFrame / rate));
+    }
+    smoothedPower = -1.0;
+}
+
 void SoundStream::MeasureAndSquelch() {
     double power = 0.0;
     for (const Sample& sample : passed)
@@ -84,6 +92,8 @@ void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
 }
 
 std::vector<std::uint8_t> SoundStream::Frame(const Moment& from) {
+    if (!filled)
+        FillFilter(from);
     Receive(from);
     MeasureAndSquelch();
     std::vector<std::uint8_t> message{'S', 'N', 'D', 0};

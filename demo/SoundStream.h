@@ -35,6 +35,7 @@ class SoundStream {
 
   private:
     void Receive(const Moment& from);
+    void FillFilter(const Moment& from);
     void MeasureAndSquelch();
     void PutSamples(std::vector<std::uint8_t>& message);
 
@@ -52,6 +53,7 @@ class SoundStream {
     float emphasisShare = 1.0F; // how far it moves a sample; 1: off
     double sMeter = -127.0;
     double smoothedPower = -1.0; // mW, over the last frames
+    bool filled = false;         // the filter holds the past of this frequency
     int tailFrames = 0;          // frames until the squelch closes
     std::uint32_t sequence = 0;
 };
