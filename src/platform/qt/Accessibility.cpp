@@ -1,0 +1,62 @@
+#include "platform/qt/Accessibility.h"
+
+#include "platform/qt/CanvasView.h"
+#include "platform/qt/SliderView.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+
+#include <memory>
+
+namespace larkspool {
+
+namespace {
+
+class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterface {
+  public:
+    explicit AccessibleSlider(SpokenSlider& shown)
+        : QAccessibleWidget(&shown, QAccessible::Slider), slider(shown) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+
+    // The description is what the Linux bridge passes on.
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Value || kind == QAccessible::Description
+                   ? slider.spoken()
+                   : QAccessibleWidget::text(kind);
+    }
+
+    QVariant currentValue() const override { return slider.value(); }
+    void setCurrentValue(const QVariant& value) override { slider.setValue(value.toInt()); }
+    QVariant maximumValue() const override { return slider.maximum(); }
+    QVariant minimumValue() const override { return slider.minimum(); }
+    QVariant minimumStepSize() const override { return slider.singleStep(); }
+
+  private:
+    SpokenSlider& slider;
+};
+
+class AccessibleCanvas : public QAccessibleWidget {
+  public:
+    explicit AccessibleCanvas(CanvasWidget& shown)
+        : QAccessibleWidget(&shown, QAccessible::Canvas) {}
+};
+
+QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
+    if (auto* slider = dynamic_cast<SpokenSlider*>(object)) {
+        return std::make_unique<AccessibleSlider>(*slider).release(); // Qt's cache owns it
+    }
+    if (auto* canvas = dynamic_cast<CanvasWidget*>(object)) {
+        return std::make_unique<AccessibleCanvas>(*canvas).release();
+    }
+    return nullptr;
+}
+
+} // namespace
+
+void InstallAccessibility() { QAccessible::installFactory(MakeInterface); }
+
+} // namespace larkspool

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace larkspool {
+
+// Teaches Qt to tell assistive technology what it can't know by itself: a slider's value with its
+// unit, and that a canvas is one.
+void InstallAccessibility();
+
+} // namespace larkspool

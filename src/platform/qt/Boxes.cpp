@@ -1,0 +1,143 @@
+#include "platform/qt/Boxes.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QWindow>
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+// Over the window in front, which the box doesn't die with.
+void PlaceOverFront(QWidget& box) {
+    const QWidget* front = QApplication::activeWindow();
+    if (front == nullptr || front->windowHandle() == nullptr) {
+        return;
+    }
+    box.winId();
+    box.windowHandle()->setTransientParent(front->windowHandle());
+    box.adjustSize();
+    box.move(front->frameGeometry().center() - box.rect().center());
+}
+
+void AddButtons(QMessageBox& box, const MessageDialog& dialog) {
+    const auto add = [&box](const std::string& caption, QMessageBox::ButtonRole role) {
+        return caption.empty() ? nullptr : box.addButton(QString::fromStdString(caption), role);
+    };
+    QPushButton* action = add(dialog.actionCaption, QMessageBox::AcceptRole);
+    QPushButton* cancel = add(dialog.cancelCaption, QMessageBox::RejectRole);
+    if (QPushButton* alternate = add(dialog.alternateCaption, QMessageBox::ActionRole)) {
+        alternate->setEnabled(dialog.alternateEnabled);
+    }
+    if (action != nullptr) {
+        box.setDefaultButton(action);
+        box.setEscapeButton(cancel != nullptr ? cancel : action);
+    }
+}
+
+MessageDialog::Answer AnswerOf(const QMessageBox& box) {
+    switch (box.buttonRole(box.clickedButton())) {
+    case QMessageBox::AcceptRole:
+        return MessageDialog::Answer::Action;
+    case QMessageBox::ActionRole:
+        return MessageDialog::Answer::Alternate;
+    default:
+        return MessageDialog::Answer::Cancel;
+    }
+}
+
+// A file type's name such as "text/txt" ends in the suffix of its files.
+QString SuffixOf(const std::string& filter) {
+    return QString::fromStdString(filter).section(QLatin1Char('/'), -1);
+}
+
+void SetUp(QFileDialog& dialog, const std::string& filter,
+           const std::optional<std::string>& nameToSave) {
+    const QString suffix = SuffixOf(filter);
+    dialog.setAcceptMode(nameToSave ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(nameToSave ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setNameFilters(
+        {QStringLiteral("Files (*.%1)").arg(suffix), QStringLiteral("All files (*)")});
+    if (nameToSave) {
+        dialog.setDefaultSuffix(suffix);
+        dialog.selectFile(QString::fromStdString(*nameToSave));
+    }
+}
+
+} // namespace
+
+Boxes::Boxes(Desktop& host) : desktop(host) {}
+
+Boxes::~Boxes() { CloseAll(); }
+
+void Boxes::CloseAll() {
+    for (const auto& box : std::exchange(open, {})) {
+        const std::unique_ptr<QWidget> closed(box.data());
+    }
+}
+
+bool Boxes::IsOpen(const QString& text) const {
+    return std::any_of(open.begin(), open.end(), [&text](const QPointer<QWidget>& widget) {
+        const auto* box = dynamic_cast<const QMessageBox*>(widget.data());
+        return box != nullptr && box->isVisible() && box->text() == text;
+    });
+}
+
+void Boxes::Show(std::unique_ptr<QWidget> box) {
+    std::erase_if(open, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
+    QWidget* shown = box.release(); // deletes itself once it is closed
+    shown->setAttribute(Qt::WA_DeleteOnClose);
+    open.emplace_back(shown);
+    PlaceOverFront(*shown);
+    shown->show();
+}
+
+void Boxes::ShowText(const std::string& text) {
+    MessageDialog dialog;
+    dialog.message = text;
+    Ask(dialog, nullptr);
+}
+
+void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::Answer)> answered) {
+    const QString text = QString::fromStdString(dialog.message);
+    if (IsOpen(text)) {
+        return;
+    }
+    auto box = std::make_unique<QMessageBox>();
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text);
+    box->setWindowTitle(QApplication::applicationDisplayName());
+    AddButtons(*box, dialog);
+    if (answered) {
+        QObject::connect(box.get(), &QDialog::finished, box.get(),
+                         [this, shown = box.get(), handler = std::move(answered)] {
+                             const auto answer = AnswerOf(*shown);
+                             desktop.Raise([handler, answer] { handler(answer); });
+                         });
+    }
+    Show(std::move(box));
+}
+
+void Boxes::AskForFile(const std::string& filter, const std::optional<std::string>& nameToSave,
+                       std::function<void(std::optional<FolderItem>)> chosen) {
+    auto dialog = std::make_unique<QFileDialog>(
+        nullptr, QString(), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    SetUp(*dialog, filter, nameToSave);
+    QObject::connect(dialog.get(), &QDialog::finished, dialog.get(),
+                     [this, shown = dialog.get(), handler = std::move(chosen)](int result) {
+                         std::optional<FolderItem> file;
+                         if (result == QDialog::Accepted && !shown->selectedFiles().isEmpty()) {
+                             file.emplace(shown->selectedFiles().front().toStdString());
+                         }
+                         desktop.Raise([&handler, &file] { handler(file); });
+                     });
+    Show(std::move(dialog));
+}
+
+} // namespace larkspool

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "platform/Desktop.h"
+
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class QMessageBox;
+
+namespace larkspool {
+
+// Message boxes and file dialogs. None holds up the event loop: each is shown, and answers by
+// callback when the user has closed it. Owned by the desktop.
+class Boxes {
+  public:
+    explicit Boxes(Desktop& host);
+    ~Boxes();
+
+    void ShowText(const std::string& text);
+    void Ask(const MessageDialog& dialog, std::function<void(MessageDialog::Answer)> answered);
+    // Asks for a file to write if it is given a name, else for one to read.
+    void AskForFile(const std::string& filter, const std::optional<std::string>& nameToSave,
+                    std::function<void(std::optional<FolderItem>)> chosen);
+    void CloseAll(); // nobody is answered
+
+  private:
+    bool IsOpen(const QString& text) const;
+    void Show(std::unique_ptr<QWidget> box);
+
+    Desktop& desktop;
+    std::vector<QPointer<QWidget>> open; // a closed one deletes itself
+};
+
+} // namespace larkspool

@@ -1,0 +1,85 @@
+#include "platform/qt/CanvasView.h"
+
+#include "platform/qt/MakeChild.h"
+
+#include <QImage>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace larkspool {
+
+namespace {
+
+// Paints for the program on Qt's painter, pixels as they are.
+class PainterGraphics : public Graphics {
+  public:
+    PainterGraphics(QPainter& target, int columns, int rows)
+        : painter(target), width(columns), height(rows) {}
+
+    int Width() const override { return width; }
+    int Height() const override { return height; }
+    void SetForeColor(Color color) override { foreColor = QColor(color.Packed()); }
+
+    void FillRect(double x, double y, double across, double down) override {
+        painter.fillRect(QRectF(x, y, across, down), foreColor);
+    }
+
+    void DrawPicture(const Picture& picture, int x, int y) override {
+        DrawPicture(picture, x, y, picture.Width(), picture.Height());
+    }
+
+    void DrawPicture(const Picture& picture, int x, int y, int across, int down) override {
+        // Borrows the picture's pixels for the time of the call.
+        const auto pixels = picture.Pixels();
+        const QImage image(reinterpret_cast<const uchar*>(pixels.data()), picture.Width(),
+                           picture.Height(), picture.Width() * qsizetype{4}, QImage::Format_RGB32);
+        painter.drawImage(QRect(x, y, across, down), image);
+    }
+
+  private:
+    QPainter& painter;
+    int width;
+    int height;
+    QColor foreColor = Qt::black;
+};
+
+} // namespace
+
+void CanvasWidget::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setClipRect(rect());
+    paint(painter);
+}
+
+void CanvasWidget::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        pressed(event->position().toPoint());
+    }
+}
+
+CanvasView::CanvasView(Canvas& canvas, Desktop& host, QWidget& content)
+    : ViewOf(canvas, host, MakeChild<CanvasWidget>(content)) {
+    shape.paint = [this](QPainter& painter) { Paint(painter); };
+    shape.pressed = [this](QPoint place) {
+        Raise([this, place] {
+            if (const auto handler = Held()->mouseDown) {
+                handler(place.x(), place.y());
+            }
+        });
+    };
+}
+
+void CanvasView::Paint(QPainter& painter) {
+    Raise([this, &painter] {
+        PainterGraphics graphics(painter, shape.width(), shape.height());
+        Held()->Event_Paint(graphics);
+    });
+}
+
+void CanvasView::Redraw(Aspect aspect) {
+    if (aspect == Aspect::Picture) {
+        shape.update();
+    }
+}
+
+} // namespace larkspool

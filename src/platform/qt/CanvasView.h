@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Canvas.h"
+#include "platform/qt/WidgetView.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace larkspool {
+
+// Transparent: where the program paints nothing, the window shows.
+class CanvasWidget : public QWidget {
+  public:
+    using QWidget::QWidget;
+
+    std::function<void(QPainter&)> paint;
+    std::function<void(QPoint)> pressed;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+};
+
+class CanvasView : public ViewOf<Canvas, CanvasWidget> {
+  public:
+    CanvasView(Canvas& canvas, Desktop& host, QWidget& content);
+
+  protected:
+    void Redraw(Aspect aspect) override;
+
+  private:
+    void Paint(QPainter& painter);
+};
+
+} // namespace larkspool

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/CheckBox.h"
+#include "platform/qt/WidgetView.h"
+
+#include <QCheckBox>
+
+namespace larkspool {
+
+class CheckBoxView : public ViewOf<CheckBox, QCheckBox> {
+  public:
+    CheckBoxView(CheckBox& box, Desktop& host, QWidget& content);
+
+  protected:
+    void Redraw(Aspect aspect) override;
+};
+
+} // namespace larkspool

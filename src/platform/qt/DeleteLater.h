@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+#include <memory>
+#include <utility>
+
+namespace larkspool {
+
+// Lets go of a Qt object that may be in the middle of an event: it dies at the loop's next turn.
+struct DeleteLater {
+    void operator()(QObject* object) const {
+        object->disconnect();
+        object->deleteLater();
+    }
+};
+
+template <typename Object>
+using OwnedByLoop = std::unique_ptr<Object, DeleteLater>;
+
+template <typename Object, typename... Arguments>
+OwnedByLoop<Object> MakeOwnedByLoop(Arguments&&... arguments) {
+    return OwnedByLoop<Object>(
+        std::make_unique<Object>(std::forward<Arguments>(arguments)...).release());
+}
+
+} // namespace larkspool

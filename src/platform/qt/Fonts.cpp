@@ -1,0 +1,90 @@
+#include "platform/qt/Fonts.h"
+
+#include "platform/CheckBox.h"
+#include "platform/Label.h"
+#include "platform/PushButton.h"
+#include "platform/Window.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int wishedSize = 13; // pixels
+constexpr int smallestSize = 9;
+constexpr int gap = 4;           // points kept between a label and what it runs into
+constexpr int checkBoxPart = 20; // the box itself and the space behind it
+constexpr int buttonMargins = 10;
+
+int Width(const QFontMetrics& metrics, const std::string& text) {
+    return metrics.horizontalAdvance(QString::fromStdString(text));
+}
+
+bool Fits(const QFontMetrics& metrics, const Window& window, const Control& control) {
+    const int room = control.Bounds().width;
+    if (const auto* label = dynamic_cast<const Label*>(&control)) {
+        return std::max(Width(metrics, label->Text()), Width(metrics, label->longest)) <=
+               RoomForLabel(window, *label);
+    }
+    if (const auto* box = dynamic_cast<const CheckBox*>(&control)) {
+        return Width(metrics, box->caption) <= room - checkBoxPart;
+    }
+    if (const auto* button = dynamic_cast<const PushButton*>(&control)) {
+        return Width(metrics, button->Caption()) <= room - buttonMargins;
+    }
+    return true;
+}
+
+bool AreInOneRow(const Rect& first, const Rect& second) {
+    return first.top < second.top + second.height && second.top < first.top + first.height;
+}
+
+} // namespace
+
+QFont LargestFont() {
+    static constexpr std::array families = {"Noto Sans", "Cantarell", "Inter", "Liberation Sans",
+                                            "DejaVu Sans"};
+    QFont font;
+    for (const char* family : families) {
+        if (QFontDatabase::hasFamily(QLatin1String(family))) {
+            font.setFamily(QLatin1String(family));
+            break;
+        }
+    }
+    font.setPixelSize(wishedSize);
+    return font;
+}
+
+QFont FittingFont(const Window& window, QFont font) {
+    for (int size = font.pixelSize(); size >= smallestSize; --size) {
+        font.setPixelSize(size);
+        const QFontMetrics metrics(font);
+        const auto& controls = window.Controls();
+        if (std::all_of(controls.begin(), controls.end(),
+                        [&](const Control* control) { return Fits(metrics, window, *control); })) {
+            break;
+        }
+    }
+    return font;
+}
+
+int RoomForLabel(const Window& window, const Label& label) {
+    const Rect& own = label.Bounds();
+    int right = own.left + own.width;
+    for (const Control* other : window.Controls()) {
+        const Rect& there = other->Bounds();
+        if (other->Visible() && AreInOneRow(own, there) && there.left > own.left &&
+            there.left < right && dynamic_cast<const Label*>(other) == nullptr) {
+            right = there.left - gap;
+        }
+    }
+    return std::max(0, right - own.left);
+}
+
+} // namespace larkspool

@@ -1,0 +1,34 @@
+#include "platform/qt/LabelView.h"
+
+#include "platform/qt/Fonts.h"
+#include "platform/qt/MakeChild.h"
+
+#include <QPalette>
+
+namespace larkspool {
+
+LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)
+    : ViewOf(label, host, MakeChild<QLabel>(content)), window(home) {
+    shape.setTextFormat(Qt::PlainText);
+    // Labels may reach under other controls and mustn't take the mouse from them.
+    shape.setAttribute(Qt::WA_TransparentForMouseEvents, !label.mouseEnter);
+    LabelView::Redraw(Aspect::Value);
+    LabelView::Redraw(Aspect::Colour);
+}
+
+void LabelView::Place() {
+    const Rect& place = Held()->Bounds();
+    shape.setGeometry(place.left, place.top, RoomForLabel(window, *Held()), place.height);
+}
+
+void LabelView::Redraw(Aspect aspect) {
+    if (aspect == Aspect::Value) {
+        shape.setText(QString::fromStdString(Held()->Text()));
+    } else if (aspect == Aspect::Colour && Held()->TextColor()) {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, QColor(Held()->TextColor()->Packed()));
+        shape.setPalette(palette);
+    }
+}
+
+} // namespace larkspool

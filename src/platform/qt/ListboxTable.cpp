@@ -1,0 +1,136 @@
+#include "platform/qt/ListboxTable.h"
+
+#include <QHeaderView>
+#include <QLineEdit>
+
+#include <algorithm>
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int rowSpacing = 6;
+constexpr int narrowest = 40; // of a column that shares what the fixed ones leave over
+
+} // namespace
+
+void ListboxCells::CatchUp() {
+    const Listbox* listbox = source();
+    const int wanted = listbox == nullptr ? 0 : listbox->ListCount();
+    if (wanted > count) {
+        beginInsertRows({}, count, wanted - 1);
+        count = wanted;
+        endInsertRows();
+    } else if (wanted < count) {
+        beginResetModel();
+        count = wanted;
+        endResetModel();
+    }
+}
+
+int ListboxCells::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count; }
+
+int ListboxCells::columnCount(const QModelIndex& parent) const {
+    const Listbox* listbox = source();
+    return parent.isValid() || listbox == nullptr ? 0 : static_cast<int>(listbox->columns.size());
+}
+
+QVariant ListboxCells::data(const QModelIndex& index, int role) const {
+    const Listbox* listbox = source();
+    if (listbox == nullptr || !index.isValid() ||
+        (role != Qt::DisplayRole && role != Qt::EditRole)) {
+        return {};
+    }
+    return QString::fromStdString(listbox->Cell(index.row(), index.column()));
+}
+
+QVariant ListboxCells::headerData(int section, Qt::Orientation orientation, int role) const {
+    const Listbox* listbox = source();
+    if (listbox == nullptr || orientation != Qt::Horizontal || role != Qt::DisplayRole ||
+        section < 0 || section >= columnCount()) {
+        return {};
+    }
+    return QString::fromStdString(listbox->columns[static_cast<std::size_t>(section)].heading);
+}
+
+Qt::ItemFlags ListboxCells::flags(const QModelIndex& index) const {
+    const Listbox* listbox = source();
+    const auto plain = QAbstractTableModel::flags(index);
+    const bool editable = listbox != nullptr && index.isValid() &&
+                          listbox->columns[static_cast<std::size_t>(index.column())].editable;
+    return editable ? plain | Qt::ItemIsEditable : plain;
+}
+
+bool ListboxCells::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole || !index.isValid()) {
+        return false;
+    }
+    write(index.row(), index.column(), value.toString().toStdString());
+    return true;
+}
+
+Table::Table(QWidget* parent) : QTableView(parent) {
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                    QAbstractItemView::AnyKeyPressed);
+    setTabKeyNavigation(false);
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setFrameShape(QFrame::NoFrame);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(0);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowSpacing);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void Table::SetColumns(std::vector<Listbox::Column> described) {
+    columns = std::move(described);
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        const bool hidden = columns[column].width == 0 && columns[column].weight == 0;
+        setColumnHidden(static_cast<int>(column), hidden && columns.size() > 1);
+    }
+    ShareWidth();
+}
+
+void Table::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    ShareWidth();
+}
+
+void Table::ShareWidth() {
+    int rest = viewport()->width();
+    int weights = 0;
+    for (const auto& column : columns) {
+        rest -= column.width;
+        weights += column.weight;
+    }
+    for (std::size_t index = 0; index < columns.size(); ++index) {
+        const auto& column = columns[index];
+        int width = column.width;
+        if (column.weight > 0) {
+            // Each takes its share of what is still there, so that rounding loses no pixel.
+            const int share = rest * column.weight / weights;
+            rest -= share;
+            weights -= column.weight;
+            width = std::max(narrowest, column.width + share);
+        } else if (columns.size() == 1 && width == 0) {
+            width = rest;
+        }
+        setColumnWidth(static_cast<int>(index), width);
+    }
+}
+
+void Table::CommitEdit() {
+    for (QLineEdit* editor : viewport()->findChildren<QLineEdit*>()) {
+        commitData(editor);
+        closeEditor(editor, QAbstractItemDelegate::NoHint);
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Listbox.h"
+
+#include <QAbstractTableModel>
+#include <QTableView>
+
+#include <functional>
+
+namespace larkspool {
+
+// Reads and writes a listbox's cells where they are; knows only how many rows there were when it
+// last looked. Owned by the view.
+class ListboxCells : public QAbstractTableModel {
+  public:
+    // The listbox, or null once it is gone.
+    using Source = std::function<Listbox*()>;
+    using Writer = std::function<void(int row, int column, std::string text)>;
+
+    ListboxCells(Source listbox, Writer writer)
+        : source(std::move(listbox)), write(std::move(writer)) {}
+
+    // Follows the listbox in as few steps as can be told from the count.
+    void CatchUp();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+  private:
+    Source source;
+    Writer write;
+    int count = 0;
+};
+
+// The table of a listbox: shares its width out among the columns, ends an open edit when asked to.
+class Table : public QTableView {
+  public:
+    explicit Table(QWidget* parent);
+
+    void SetColumns(std::vector<Listbox::Column> described);
+    void CommitEdit();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void ShareWidth();
+
+    std::vector<Listbox::Column> columns;
+};
+
+} // namespace larkspool

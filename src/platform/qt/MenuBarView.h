@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/Menu.h"
+
+#include <QAction>
+#include <QMenuBar>
+#include <QObject>
+#include <QPointer>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace larkspool {
+
+class Desktop;
+class Window;
+
+// The program's menu bar in one window. Owned by the window's shell.
+class MenuBarView : public QObject {
+  public:
+    MenuBarView(Window& shown, Desktop& host, QWidget& shell);
+
+    int Height() const; // of the bar in the window, 0 where the system shows it elsewhere
+    void SetWidth(int width) { bar.resize(width, Height()); }
+    void RefreshShortcuts(); // enables what somebody answers now
+    void Detach();           // the window is gone
+
+  private:
+    void Add(const Menu& menu);
+    void AddItem(QMenu& menu, const MenuItem& item);
+    void RefreshAll();
+    bool IsEnabled(const MenuItem& item) const;
+    void Perform(const MenuItem& item);
+    void NoteFocus(QWidget* focused);
+
+    Window* window;
+    Desktop& desktop;
+    QMenuBar& bar;
+    QPointer<QWidget> text; // the text control that had the focus before the menu took it
+    std::vector<std::pair<MenuItem, QAction*>> actions;
+};
+
+} // namespace larkspool

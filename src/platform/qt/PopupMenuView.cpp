@@ -1,0 +1,113 @@
+#include "platform/qt/PopupMenuView.h"
+
+#include "platform/qt/MakeChild.h"
+
+#include <QListView>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QStyleOptionComboBox>
+#include <QTimer>
+
+#include <algorithm>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int mostRowsAtOnce = 20;
+constexpr int rowMargins = 16;
+
+} // namespace
+
+void PopupRows::Reset(int rows) {
+    beginResetModel();
+    count = rows;
+    endResetModel();
+}
+
+int PopupRows::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : count; }
+
+QVariant PopupRows::data(const QModelIndex& index, int role) const {
+    return index.isValid() && role == Qt::DisplayRole ? QVariant(text(index.row())) : QVariant();
+}
+
+void ComboBox::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && aboutToPress) {
+        aboutToPress();
+    }
+    QComboBox::mousePressEvent(event);
+}
+
+int ComboBox::WidthOfRows() const {
+    int widest = 0;
+    for (int row = 0; row < count(); ++row) {
+        widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(row)));
+    }
+    return widest + rowMargins + view()->verticalScrollBar()->sizeHint().width();
+}
+
+void ComboBox::showPopup() {
+    const int room = screen()->availableGeometry().width();
+    view()->setMinimumWidth(std::clamp(WidthOfRows(), std::min(width(), room), room));
+    QComboBox::showPopup();
+}
+
+void ComboBox::initStyleOption(QStyleOptionComboBox* option) const {
+    QComboBox::initStyleOption(option);
+    const QRect field =
+        style()->subControlRect(QStyle::CC_ComboBox, option, QStyle::SC_ComboBoxEditField, this);
+    option->currentText =
+        option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, field.width() - 2);
+}
+
+PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
+    : ViewOf(popup, host, MakeChild<ComboBox>(content)), rows([this](int row) {
+          return Held() == nullptr ? QString() : QString::fromStdString(Held()->RowText(row));
+      }) {
+    shape.setModel(&rows);
+    shape.setMaxVisibleItems(mostRowsAtOnce);
+    shape.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    if (auto* list = dynamic_cast<QListView*>(shape.view())) {
+        list->setUniformItemSizes(true);
+    }
+    CatchUp();
+    shape.aboutToPress = [this] {
+        Raise([this] { Held()->Press(); });
+        CatchUp();
+    };
+    connect(&shape, &QComboBox::activated, this,
+            [this](int row) { Raise([this, row] { Held()->Pick(row); }); });
+}
+
+void PopupMenuView::Redraw(Aspect aspect) {
+    if (aspect == Aspect::Rows && !isStale) {
+        isStale = true;
+        QTimer::singleShot(0, this, [this] { CatchUp(); });
+    } else if (aspect == Aspect::Value && !isStale) {
+        const QSignalBlocker quiet(shape);
+        shape.setCurrentIndex(Held()->ListIndex());
+    }
+}
+
+void PopupMenuView::CatchUp() {
+    if (!isStale || Held() == nullptr) {
+        return;
+    }
+    isStale = false;
+    const QSignalBlocker quiet(shape);
+    rows.Reset(Held()->ListCount());
+    shape.setCurrentIndex(Held()->ListIndex());
+    shape.update();
+}
+
+bool PopupMenuView::eventFilter(QObject* watched, QEvent* event) {
+    // A key may pick a row before the loop has come round.
+    if (event->type() == QEvent::KeyPress) {
+        CatchUp();
+    }
+    return ViewOf::eventFilter(watched, event);
+}
+
+} // namespace larkspool

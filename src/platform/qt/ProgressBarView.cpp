@@ -1,0 +1,55 @@
+#include "platform/qt/ProgressBarView.h"
+
+#include "platform/qt/MakeChild.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int barHeight = 12;
+constexpr double radius = 3;
+
+QLinearGradient MeterColours(const QRectF& bar) {
+    QLinearGradient gradient(bar.topLeft(), bar.topRight());
+    gradient.setColorAt(0, QColor(43, 161, 150));
+    gradient.setColorAt(0.45, QColor(67, 176, 96));
+    gradient.setColorAt(0.75, QColor(226, 178, 62));
+    gradient.setColorAt(1, QColor(217, 84, 77));
+    return gradient;
+}
+
+} // namespace
+
+void MeterBar::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QRectF bar(0, (height() - barHeight) / 2.0, width(), barHeight);
+    painter.setBrush(palette().brush(QPalette::Midlight));
+    painter.drawRoundedRect(bar, radius, radius);
+    const double share = maximum() > 0 ? static_cast<double>(value()) / maximum() : 0;
+    painter.setClipRect(QRectF(bar.left(), bar.top(), bar.width() * share, bar.height()));
+    painter.setBrush(MeterColours(bar));
+    painter.drawRoundedRect(bar, radius, radius);
+}
+
+ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)
+    : ViewOf(bar, host, MakeChild<MeterBar>(content)) {
+    shape.setTextVisible(false);
+    ProgressBarView::Redraw(Aspect::Value);
+}
+
+void ProgressBarView::Redraw(Aspect aspect) {
+    if (aspect == Aspect::Value) {
+        const int maximum = std::max(1, Held()->maximum);
+        shape.setRange(0, maximum);
+        shape.setValue(std::clamp(Held()->Value(), 0, maximum));
+    }
+}
+
+} // namespace larkspool

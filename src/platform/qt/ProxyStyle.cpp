@@ -1,0 +1,183 @@
+#include "platform/qt/ProxyStyle.h"
+
+#include <QAbstractItemView>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int indicatorSize = 15;
+constexpr int handleSize = 14;
+constexpr int grooveHeight = 4;
+constexpr int grooveCentre = 10; // below the slider's top, in line with a label 20 high
+constexpr int grooveMargin = 2;
+constexpr int arrowPart = 18; // of a combo box, at its right
+constexpr double radius = 3.5;
+
+QColor BorderOf(const QStyleOption& option) {
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+    return option.palette.color(focused ? QPalette::Link : QPalette::Mid);
+}
+
+QColor ButtonFillOf(const QStyleOption& option) {
+    const QColor fill = option.palette.color(QPalette::Button);
+    if (option.state.testFlag(QStyle::State_Sunken) || option.state.testFlag(QStyle::State_On)) {
+        return fill.darker(112);
+    }
+    const bool hovered = option.state.testFlag(QStyle::State_MouseOver) &&
+                         option.state.testFlag(QStyle::State_Enabled);
+    return hovered ? option.palette.color(QPalette::AlternateBase) : fill;
+}
+
+void DrawFrame(QPainter& painter, const QRectF& place, const QColor& fill, const QColor& border) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(border, 1));
+    painter.setBrush(fill);
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.restore();
+}
+
+void DrawLine(QPainter& painter, const QPolygonF& line, const QColor& color, double width) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.drawPolyline(line);
+    painter.restore();
+}
+
+void DrawIndicator(QPainter& painter, const QStyleOption& option) {
+    const bool ticked = option.state.testFlag(QStyle::State_On);
+    const QColor accent = option.palette.color(QPalette::Highlight);
+    const QColor border =
+        ticked && !option.state.testFlag(QStyle::State_HasFocus) ? accent : BorderOf(option);
+    DrawFrame(painter, option.rect, ticked ? accent : option.palette.color(QPalette::Base), border);
+    if (ticked) {
+        const QPointF corner = option.rect.topLeft();
+        const QPolygonF tick({QPointF(3.8, 7.8), QPointF(6.4, 10.4), QPointF(11.2, 4.8)});
+        DrawLine(painter, tick.translated(corner), Qt::white, 1.8);
+    }
+}
+
+void DrawComboBox(QPainter& painter, const QStyleOption& option) {
+    DrawFrame(painter, option.rect, ButtonFillOf(option), BorderOf(option));
+    const QPointF centre(option.rect.right() - 10.5,
+                         option.rect.top() + option.rect.height() / 2.0);
+    const QPolygonF arrow({QPointF(-3.5, -1.75), QPointF(0, 1.75), QPointF(3.5, -1.75)});
+    DrawLine(painter, arrow.translated(centre), option.palette.color(QPalette::ButtonText), 1.6);
+}
+
+void DrawGroove(QPainter& painter, const QRectF& place, const QBrush& fill) {
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(place, grooveHeight / 2.0, grooveHeight / 2.0);
+}
+
+void DrawSlider(QPainter& painter, const QStyleOption& option, const QRectF& groove,
+                const QRectF& handle) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    DrawGroove(painter, groove, option.palette.brush(QPalette::Midlight));
+    QRectF filled = groove;
+    filled.setRight(handle.center().x());
+    DrawGroove(painter, filled, option.palette.brush(QPalette::Link));
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+    painter.setPen(focused ? QPen(option.palette.color(QPalette::Link), 1.6)
+                           : QPen(option.palette.color(QPalette::Dark), 1));
+    painter.setBrush(option.palette.brush(QPalette::BrightText));
+    painter.drawEllipse(handle.adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.restore();
+}
+
+} // namespace
+
+ProxyStyle::ProxyStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+
+int ProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                          QStyleHintReturn* data) const {
+    // A popup as a menu would cover the screen with a list of a thousand rows.
+    return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
+                            const QWidget* widget) const {
+    switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+        return indicatorSize;
+    case PM_CheckBoxLabelSpacing:
+        return 5;
+    case PM_SliderLength:
+    case PM_SliderThickness:
+    case PM_SliderControlThickness:
+        return handleSize;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+QRect ProxyStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
+                                 SubControl part, const QWidget* widget) const {
+    const QRect& all = option->rect;
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
+        return all.adjusted(5, 1, -arrowPart, -1);
+    }
+    const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
+    if (control == CC_Slider && slider != nullptr && part == SC_SliderGroove) {
+        return {all.left() + grooveMargin, all.top() + grooveCentre - grooveHeight / 2,
+                all.width() - 2 * grooveMargin, grooveHeight};
+    }
+    if (control == CC_Slider && slider != nullptr && part == SC_SliderHandle) {
+        const int offset =
+            sliderPositionFromValue(slider->minimum, slider->maximum, slider->sliderPosition,
+                                    all.width() - handleSize, slider->upsideDown);
+        return {all.left() + offset, all.top() + grooveCentre - handleSize / 2, handleSize,
+                handleSize};
+    }
+    return QProxyStyle::subControlRect(control, option, part, widget);
+}
+
+void ProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
+                               QPainter* painter, const QWidget* widget) const {
+    switch (element) {
+    case PE_PanelButtonCommand:
+        DrawFrame(*painter, option->rect, ButtonFillOf(*option), BorderOf(*option));
+        return;
+    case PE_IndicatorCheckBox:
+        DrawIndicator(*painter, *option);
+        return;
+    case PE_FrameFocusRect:
+        // The frames show the focus themselves; only a table's cells have none.
+        if (dynamic_cast<const QAbstractItemView*>(widget) != nullptr) {
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        }
+        return;
+    case PE_PanelLineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+            frame != nullptr && frame->lineWidth > 0) {
+            DrawFrame(*painter, option->rect, option->palette.color(QPalette::Base),
+                      BorderOf(*option));
+            return;
+        }
+        break;
+    default:
+        break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void ProxyStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,
+                                    QPainter* painter, const QWidget* widget) const {
+    if (control == CC_ComboBox) {
+        DrawComboBox(*painter, *option);
+    } else if (control == CC_Slider) {
+        DrawSlider(*painter, *option, subControlRect(CC_Slider, option, SC_SliderGroove, widget),
+                   subControlRect(CC_Slider, option, SC_SliderHandle, widget));
+    } else {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+}
+
+} // namespace larkspool

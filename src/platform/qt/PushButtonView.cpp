@@ -1,0 +1,19 @@
+#include "platform/qt/PushButtonView.h"
+
+#include "platform/qt/MakeChild.h"
+
+namespace larkspool {
+
+PushButtonView::PushButtonView(PushButton& button, Desktop& host, QWidget& content)
+    : ViewOf(button, host, MakeChild<QPushButton>(content)) {
+    PushButtonView::Redraw(Aspect::Value);
+    connect(&shape, &QPushButton::clicked, this, [this] { Raise([this] { Held()->Push(); }); });
+}
+
+void PushButtonView::Redraw(Aspect aspect) {
+    if (aspect == Aspect::Value) {
+        shape.setText(QString::fromStdString(Held()->Caption()));
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,132 @@
+#include "platform/qt/QtHTTPSocket.h"
+
+#include "platform/Desktop.h"
+
+#include <QNetworkAccessManager>
+#include <QNetworkRequest>
+#include <QUrl>
+
+#include <cerrno>
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int patience = 30'000;                // ms
+constexpr qint64 largestBody = 8 * 1024 * 1024; // bytes
+constexpr qint64 receiveBuffer = 256 * 1024;    // bytes
+constexpr int mostRedirects = 10;
+
+QNetworkRequest MakeRequest(const QUrl& url) {
+    QNetworkRequest request(url);
+    request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
+                         QNetworkRequest::NoLessSafeRedirectPolicy);
+    request.setMaximumRedirectsAllowed(mostRedirects);
+    return request;
+}
+
+// Qt reports a page with a status such as 404 as an error too; these are the codes of the others.
+bool CameWhole(QNetworkReply::NetworkError error) {
+    return error == QNetworkReply::NoError ||
+           (error >= QNetworkReply::ContentAccessDenied &&
+            error <= QNetworkReply::UnknownContentError) ||
+           (error >= QNetworkReply::InternalServerError &&
+            error <= QNetworkReply::UnknownServerError);
+}
+
+int ErrorCode(QNetworkReply::NetworkError error) {
+    switch (error) {
+    case QNetworkReply::HostNotFoundError:
+        return ErrorNoSuchName;
+    case QNetworkReply::TooManyRedirectsError:
+    case QNetworkReply::InsecureRedirectError:
+        return ELOOP;
+    case QNetworkReply::ProtocolUnknownError:
+    case QNetworkReply::ProtocolInvalidOperationError:
+    case QNetworkReply::ProtocolFailure:
+        return EPROTO;
+    default:
+        return ErrorLostConnection;
+    }
+}
+
+} // namespace
+
+QtHTTPSocket::QtHTTPSocket(Desktop& host, Manager shared)
+    : desktop(host), manager(std::move(shared)) {
+    start.setSingleShot(true);
+    timeLimit.setSingleShot(true);
+    QObject::connect(&start, &QTimer::timeout, &start, [this] { Start(); });
+    QObject::connect(&timeLimit, &QTimer::timeout, &timeLimit,
+                     [this] { Fail(ErrorLostConnection); });
+}
+
+QtHTTPSocket::~QtHTTPSocket() { Cancel(); }
+
+void QtHTTPSocket::Get(const std::string& url) {
+    Cancel();
+    address = url;
+    start.start(0);
+}
+
+void QtHTTPSocket::Start() {
+    const QUrl url(QString::fromStdString(address));
+    const bool isWeb =
+        url.scheme() == QLatin1String("http") || url.scheme() == QLatin1String("https");
+    if (!url.isValid() || !isWeb || url.host().isEmpty()) {
+        Fail(EINVAL);
+        return;
+    }
+    timeLimit.start(patience);
+    reply.reset(manager().get(MakeRequest(url)));
+    reply->setReadBufferSize(receiveBuffer);
+    QObject::connect(reply.get(), &QNetworkReply::readyRead, &timeLimit, [this] { Collect(); });
+    QObject::connect(reply.get(), &QNetworkReply::finished, &timeLimit, [this] { Finish(); });
+}
+
+void QtHTTPSocket::Collect() {
+    body += reply->readAll();
+    if (body.size() > largestBody) {
+        Fail(EFBIG);
+    }
+}
+
+void QtHTTPSocket::Finish() {
+    body += reply->readAll();
+    const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (body.size() > largestBody) {
+        Fail(EFBIG);
+    } else if (status == 0 || !CameWhole(reply->error())) {
+        Fail(ErrorCode(reply->error()));
+    } else {
+        const std::string content = std::exchange(body, QByteArray()).toStdString();
+        Cancel();
+        const std::string url = address;
+        const auto handler = pageReceived;
+        if (handler) {
+            desktop.Raise([&] { handler(url, status, content); });
+        }
+    }
+}
+
+void QtHTTPSocket::Fail(int code) {
+    Cancel();
+    const auto handler = error;
+    if (handler) {
+        desktop.Raise([&] { handler(code); });
+    }
+}
+
+void QtHTTPSocket::Cancel() {
+    start.stop();
+    timeLimit.stop();
+    body.clear();
+    if (reply) {
+        reply->disconnect(&timeLimit);
+        reply->abort();
+        reply.reset();
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/HTTPSocket.h"
+#include "platform/qt/DeleteLater.h"
+
+#include <QByteArray>
+#include <QNetworkReply>
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+#include <functional>
+
+class QNetworkAccessManager;
+
+namespace larkspool {
+
+class Desktop;
+
+// A page by QNetworkAccessManager, which all of these share and which is made at the first fetch.
+// Owned by whoever asked the desktop for it.
+class QtHTTPSocket : public HTTPSocket {
+  public:
+    using Manager = std::function<QNetworkAccessManager&()>;
+
+    QtHTTPSocket(Desktop& host, Manager shared);
+    ~QtHTTPSocket() override;
+
+    void Get(const std::string& url) override;
+
+  private:
+    void Start();
+    void Collect();
+    void Finish();
+    void Fail(int code);
+    void Cancel();
+
+    Desktop& desktop;
+    Manager manager;
+    std::string address;
+    QByteArray body;
+    OwnedByLoop<QNetworkReply> reply;
+    QTimer start; // the fetch begins at the loop's next turn
+    QTimer timeLimit;
+};
+
+} // namespace larkspool

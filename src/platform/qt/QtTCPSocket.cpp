@@ -1,0 +1,210 @@
+#include "platform/qt/QtTCPSocket.h"
+
+#include "platform/Desktop.h"
+#include "platform/qt/SocketErrors.h"
+
+#include <QHostAddress>
+#include <QHostInfo>
+#include <QNetworkProxy>
+#include <QPointer>
+
+#include <algorithm>
+#include <cerrno>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int patience = 20'000;               // ms, for a connect and for a silent peer
+constexpr qint64 receiveBuffer = 256 * 1024;   // bytes; what is beyond waits in the kernel
+constexpr qint64 sendQueueLimit = 1024 * 1024; // bytes
+
+bool MayBeName(std::string_view name) {
+    return !name.empty() && std::none_of(name.begin(), name.end(), [](char letter) {
+        const auto byte = static_cast<unsigned char>(letter);
+        return byte <= ' ' || byte == 0x7f;
+    });
+}
+
+void SetOption(qintptr descriptor, int option, int value) {
+    setsockopt(static_cast<int>(descriptor), IPPROTO_TCP, option, &value, sizeof value);
+}
+
+// A peer that has vanished is asked from 10 s of silence on, and given up at 20 s.
+void NoticeDeadPeers(QTcpSocket& socket) {
+    socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
+    socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    const qintptr descriptor = socket.socketDescriptor();
+#ifdef TCP_USER_TIMEOUT
+    SetOption(descriptor, TCP_USER_TIMEOUT, patience);
+    SetOption(descriptor, TCP_KEEPIDLE, 10);
+#else
+    SetOption(descriptor, TCP_KEEPALIVE, 10);
+#endif
+    SetOption(descriptor, TCP_KEEPINTVL, 3);
+    SetOption(descriptor, TCP_KEEPCNT, 3);
+}
+
+} // namespace
+
+QtTCPSocket::QtTCPSocket(Desktop& host) : desktop(host) {
+    timeLimit.setSingleShot(true);
+    QObject::connect(&timeLimit, &QTimer::timeout, &events, [this] { Fail(ErrorLostConnection); });
+}
+
+QtTCPSocket::~QtTCPSocket() { Close(); }
+
+void QtTCPSocket::Connect() {
+    Close();
+    lastErrorCode = 0;
+    state = State::Connecting;
+    if (!MayBeName(address)) {
+        FailLater(ErrorNoSuchName);
+    } else if (port < 1 || port > 65535) {
+        FailLater(EINVAL);
+    } else {
+        timeLimit.start(patience);
+        LookUp();
+    }
+}
+
+// QTcpSocket can look up names by itself, but doesn't tell a name that doesn't exist from a
+// resolver that doesn't answer.
+void QtTCPSocket::LookUp() {
+    const auto opened = [this, mine = attempt](const QHostInfo& host) {
+        if (mine != attempt) {
+            return;
+        }
+        lookup = -1;
+        if (host.error() == QHostInfo::NoError) {
+            Open();
+        } else {
+            Fail(host.error() == QHostInfo::HostNotFound ? ErrorNoSuchName : ErrorLostConnection);
+        }
+    };
+    const QString name = QString::fromStdString(address);
+    if (const QHostAddress literal(name); !literal.isNull()) {
+        QTimer::singleShot(0, &events, [opened] { opened(QHostInfo()); });
+        return;
+    }
+    lookup = QHostInfo::lookupHost(name, &events, opened);
+}
+
+void QtTCPSocket::Open() {
+    link = MakeOwnedByLoop<QTcpSocket>();
+    link->setProxy(QNetworkProxy::NoProxy);
+    link->setReadBufferSize(receiveBuffer);
+    QObject::connect(link.get(), &QTcpSocket::connected, &events, [this] { Connected(); });
+    QObject::connect(link.get(), &QTcpSocket::readyRead, &events, [this] {
+        const auto handler = dataAvailable;
+        desktop.Raise(handler);
+    });
+    QObject::connect(link.get(), &QTcpSocket::errorOccurred, &events,
+                     [this](QAbstractSocket::SocketError reason) { Lost(reason); });
+    link->connectToHost(QString::fromStdString(address), static_cast<quint16>(port));
+}
+
+void QtTCPSocket::Connected() {
+    timeLimit.stop();
+    NoticeDeadPeers(*link);
+    state = State::Connected;
+    const auto handler = connected;
+    desktop.Raise(handler);
+}
+
+void QtTCPSocket::Lost(QAbstractSocket::SocketError reason) {
+    if (state == State::Connected && !DeliverRest()) {
+        return;
+    }
+    Fail(SystemErrorCode(reason));
+}
+
+// Hands over what had arrived before the peer closed. False if the handler has ended the link.
+bool QtTCPSocket::DeliverRest() {
+    const QPointer<QObject> alive(&events);
+    const unsigned mine = attempt;
+    std::size_t before = 0;
+    while (BytesAvailable() > 0 && BytesAvailable() != before) {
+        before = BytesAvailable();
+        const auto handler = dataAvailable;
+        desktop.Raise(handler);
+        if (!alive || mine != attempt) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void QtTCPSocket::Disconnect() {
+    if (state == State::Idle) {
+        return;
+    }
+    if (state == State::Connected) {
+        link->flush();
+    }
+    Fail(ErrorLostConnection);
+}
+
+void QtTCPSocket::Fail(int code) {
+    Close();
+    lastErrorCode = code;
+    const auto handler = error;
+    desktop.Raise(handler);
+}
+
+void QtTCPSocket::FailLater(int code) {
+    Close();
+    state = State::Failing;
+    QTimer::singleShot(0, &events, [this, code, mine = attempt] {
+        if (mine == attempt) {
+            Fail(code);
+        }
+    });
+}
+
+void QtTCPSocket::Close() {
+    ++attempt;
+    state = State::Idle;
+    timeLimit.stop();
+    if (lookup >= 0) {
+        QHostInfo::abortHostLookup(std::exchange(lookup, -1));
+    }
+    if (link) {
+        link->disconnect(&events);
+        link->abort();
+        link.reset();
+    }
+}
+
+std::size_t QtTCPSocket::BytesAvailable() const {
+    return IsConnected() ? static_cast<std::size_t>(link->bytesAvailable()) : 0;
+}
+
+std::size_t QtTCPSocket::Read(std::span<std::uint8_t> destination) {
+    if (!IsConnected()) {
+        return 0;
+    }
+    const qint64 count = link->read(reinterpret_cast<char*>(destination.data()),
+                                    static_cast<qint64>(destination.size()));
+    return static_cast<std::size_t>(std::max<qint64>(count, 0));
+}
+
+std::string QtTCPSocket::ReadAll() {
+    return IsConnected() ? link->readAll().toStdString() : std::string();
+}
+
+void QtTCPSocket::Write(std::string_view bytes) {
+    if (!IsConnected()) {
+        return;
+    }
+    link->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    if (link->bytesToWrite() > sendQueueLimit) {
+        FailLater(ErrorLostConnection);
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Timer.h"
+
+#include <QTimer>
+
+namespace larkspool {
+
+class Desktop;
+
+// A timer on Qt's own. Owned by whoever asked the desktop for it.
+class QtTimer : public Timer {
+  public:
+    explicit QtTimer(Desktop& host);
+
+    void SetPeriod(int milliseconds) override;
+    void SetMode(Mode wanted) override;
+    Mode RunMode() const override { return mode; }
+
+  private:
+    void Fire();
+
+    Desktop& desktop;
+    QTimer timer;
+    Mode mode = Mode::Off;
+};
+
+} // namespace larkspool

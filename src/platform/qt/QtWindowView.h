@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/qt/DeleteLater.h"
+#include "platform/qt/WindowShell.h"
+
+namespace larkspool {
+
+// Ties a window to its shell. Owned by the window.
+class QtWindowView : public WindowView {
+  public:
+    QtWindowView(Window& window, Desktop& desktop)
+        : shell(MakeOwnedByLoop<WindowShell>(window, desktop)) {}
+    ~QtWindowView() override { shell->Detach(); }
+
+    void Changed(WindowAspect aspect) override { shell->Changed(aspect); }
+
+  private:
+    OwnedByLoop<WindowShell> shell;
+};
+
+} // namespace larkspool

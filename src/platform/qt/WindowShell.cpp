@@ -1,0 +1,150 @@
+#include "platform/qt/WindowShell.h"
+
+#include "platform/Desktop.h"
+#include "platform/qt/Fonts.h"
+#include "platform/qt/LabelView.h"
+#include "platform/qt/MakeChild.h"
+#include "platform/qt/MakeView.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QPainter>
+
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int lineMarginLeft = 20;
+constexpr int lineMarginRight = 14;
+
+// All windows and boxes share one font, the largest that has fitted so far.
+void FitApplicationFont(const Window& window) {
+    const QFont present = QApplication::font();
+    const QFont fitting = FittingFont(window, present);
+    if (fitting.pixelSize() != present.pixelSize()) {
+        QApplication::setFont(fitting);
+    }
+}
+
+Window& Fitted(Window& window) {
+    FitApplicationFont(window);
+    return window;
+}
+
+} // namespace
+
+void ContentArea::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    const QColor tone = palette().color(QPalette::Midlight);
+    for (const int y : hairlines) {
+        painter.fillRect(lineMarginLeft, y, width() - lineMarginLeft - lineMarginRight, 1, tone);
+    }
+}
+
+WindowShell::WindowShell(Window& shown, Desktop& host)
+    : window(&Fitted(shown)), desktop(host), menuBar(shown, host, *this),
+      content(MakeChild<ContentArea>(*this, shown.hairlines)) {
+    MakeViews();
+    NameByLabels();
+    SetLimits();
+    resize(shown.Width(), shown.Height() + menuBar.Height());
+    setWindowTitle(QString::fromStdString(shown.Title()));
+}
+
+void WindowShell::MakeViews() {
+    for (Control* control : window->Controls()) {
+        if (auto view = MakeView(*control, desktop, content, *window)) {
+            views.push_back(std::move(view));
+        }
+    }
+    for (const auto& view : views) {
+        view->Place();
+    }
+}
+
+QWidget* WindowShell::WidgetOf(const Control* control) const {
+    for (const auto& view : views) {
+        if (control != nullptr && view->Shown() == control) {
+            return &view->Widget();
+        }
+    }
+    return nullptr;
+}
+
+void WindowShell::NameByLabels() {
+    for (const auto& view : views) {
+        if (auto* label = dynamic_cast<LabelView*>(view.get())) {
+            if (QWidget* named = WidgetOf(static_cast<const Label*>(label->Shown())->buddy)) {
+                label->SetBuddy(*named);
+            }
+        }
+    }
+}
+
+void WindowShell::SetLimits() {
+    setMinimumSize(window->minimumWidth, window->minimumHeight + menuBar.Height());
+    setMaximumSize(window->maximumWidth, window->maximumHeight + menuBar.Height());
+}
+
+void WindowShell::Changed(WindowAspect aspect) {
+    switch (aspect) {
+    case WindowAspect::Title:
+        setWindowTitle(QString::fromStdString(window->Title()));
+        break;
+    case WindowAspect::Size:
+        // Labels give way to controls, which have all moved by now.
+        for (const auto& view : views) {
+            view->Place();
+        }
+        resize(window->Width(), window->Height() + menuBar.Height());
+        break;
+    case WindowAspect::Visible:
+        setVisible(window->Visible());
+        break;
+    case WindowAspect::ToFront:
+        ComeToFront();
+        break;
+    }
+}
+
+void WindowShell::ComeToFront() {
+    if (isMinimized()) {
+        showNormal();
+    }
+    raise();
+    activateWindow();
+}
+
+void WindowShell::Detach() {
+    window = nullptr;
+    menuBar.Detach();
+    hide();
+}
+
+bool WindowShell::event(QEvent* event) {
+    // Comes up here from the control that has the focus, before any shortcut is looked at.
+    if (event->type() == QEvent::ShortcutOverride) {
+        menuBar.RefreshShortcuts();
+    }
+    return QWidget::event(event);
+}
+
+void WindowShell::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (window != nullptr) {
+        desktop.Raise([this] { window->Close(); });
+    }
+}
+
+void WindowShell::resizeEvent(QResizeEvent* /*event*/) {
+    const int above = menuBar.Height();
+    menuBar.SetWidth(width());
+    content.setGeometry(0, above, width(), height() - above);
+    if (window != nullptr && isVisible()) {
+        desktop.Raise([this, above] { window->Resize(width(), height() - above); });
+    }
+}
+
+} // namespace larkspool

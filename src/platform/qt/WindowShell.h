@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/Window.h"
+#include "platform/qt/MenuBarView.h"
+#include "platform/qt/WidgetView.h"
+
+#include <QWidget>
+
+#include <memory>
+#include <vector>
+
+namespace larkspool {
+
+class Desktop;
+
+// The window's ground: the hairlines that part its rows.
+class ContentArea : public QWidget {
+  public:
+    ContentArea(std::vector<int> lines, QWidget* parent)
+        : QWidget(parent), hairlines(std::move(lines)) {}
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    std::vector<int> hairlines;
+};
+
+// One window on the screen: the menu bar, and below it the content with its controls. Outlives its
+// window for a turn of the event loop, because the window may end in the middle of an event.
+class WindowShell : public QWidget {
+  public:
+    WindowShell(Window& shown, Desktop& host);
+
+    void Changed(WindowAspect aspect);
+    void Detach(); // the window is gone
+
+  protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+  private:
+    void MakeViews();
+    void NameByLabels();
+    QWidget* WidgetOf(const Control* control) const;
+    void SetLimits();
+    void ComeToFront();
+
+    Window* window;
+    Desktop& desktop;
+    MenuBarView menuBar;
+    ContentArea& content;
+    std::vector<std::unique_ptr<WidgetView>> views;
+};
+
+} // namespace larkspool
