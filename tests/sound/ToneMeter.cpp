@@ -108,7 +108,7 @@ void ToneMeter::FinishBlock() {
 }
 
 double ToneMeter::Sinad() const {
-    constexpr std::size_t blocks = 10;
+    constexpr std::size_t blocks = 5;
     const std::size_t length = window.size() * blocks;
     if (heard.size() < blocks || recent.size() < length + inBlock) {
         return 0.0;

@@ -31,7 +31,7 @@ class ToneMeter {
     const std::vector<double>& Heard() const { return heard; }
     // When the first value of Heard was, in seconds.
     double FirstHeardAt() const { return firstHeardAt; }
-    // Signal to noise and distortion over the last full tenth of a second, in
+    // Signal to noise and distortion over the last full twentieth of a second, in
     // dB, beside a tone whose pitch may glide evenly.
     double Sinad() const;
 

@@ -1,0 +1,212 @@
+#include "tonebridge/Engine.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace tonebridge::test {
+
+namespace {
+
+constexpr std::size_t callback = 480; // 10 ms
+
+class EngineTest : public ::testing::Test {
+  protected:
+    // Renders `seconds` of sound, pushing a tone at the same pace, and returns it.
+    std::vector<float> Play(double seconds, double amplitude = 16384.0) {
+        std::vector<float> all;
+        for (auto left = static_cast<int>(std::lround(seconds * 100.0)); left > 0; --left) {
+            PushTone(static_cast<std::size_t>(rate / 100), amplitude);
+            const std::vector<float> piece = Render();
+            all.insert(all.end(), piece.begin(), piece.end());
+        }
+        return all;
+    }
+
+    std::vector<float> Render() {
+        std::vector<float> out(callback);
+        engine.Render(out);
+        clock += 0.01;
+        return out;
+    }
+
+    void PushTone(std::size_t count, double amplitude = 16384.0) {
+        std::vector<std::int16_t> block(count);
+        for (std::int16_t& sample : block) {
+            const double phase =
+                2.0 * std::numbers::pi * 1000.0 * static_cast<double>(made++) / 12000.0;
+            sample = static_cast<std::int16_t>(
+                std::clamp(std::lrint(amplitude * std::sin(phase)), -32768L, 32767L));
+        }
+        engine.Push(static_cast<std::int64_t>(count), block.data(), rate);
+    }
+
+    void Begin(std::int64_t newRate = 12000) {
+        rate = newRate;
+        const std::vector<std::int16_t> silence(static_cast<std::size_t>(rate));
+        engine.Push(Engine::newStream, silence.data(), rate);
+        engine.Push(rate, silence.data(), rate);
+    }
+
+    static float Peak(const std::vector<float>& sound) {
+        float peak = 0.0F;
+        for (const float value : sound) {
+            peak = std::max(peak, std::abs(value));
+        }
+        return peak;
+    }
+
+    static float LargestStep(const std::vector<float>& sound) {
+        float step = 0.0F;
+        for (std::size_t i = 1; i < sound.size(); ++i) {
+            step = std::max(step, std::abs(sound[i] - sound[i - 1]));
+        }
+        return step;
+    }
+
+    // The largest step of a tone of 1 kHz and this height.
+    static float ToneStep(double peak) {
+        return static_cast<float>(2.0 * peak * std::sin(std::numbers::pi / 48.0));
+    }
+
+    double clock = 0.0;
+    std::int64_t rate = 12000;
+    std::uint64_t made = 0;
+    Engine engine{[this] { return static_cast<std::int64_t>(clock * 1e9); }};
+};
+
+TEST_F(EngineTest, TheToneComesOutAsLoudAsItCameIn) {
+    Begin();
+    Play(1.5);
+    EXPECT_NEAR(Peak(Play(0.5)), 0.5, 0.001);
+}
+
+TEST_F(EngineTest, SamplesAtTheirLimitsNeitherWrapNorExceedFullScale) {
+    Begin();
+    Play(1.5, 32767.0);
+    // Cut to almost a square, which overshoots when it is resampled.
+    const std::vector<float> square = Play(1.0, 1e6);
+    EXPECT_FLOAT_EQ(Peak(square), 1.0F);
+    EXPECT_LT(LargestStep(square), 0.9F) << "a wrapped sample leaps by two";
+}
+
+TEST_F(EngineTest, AStepOfTheVolumeIsNotAClick) {
+    engine.SetGain(0.0);
+    Begin();
+    Play(1.5);
+    EXPECT_EQ(Peak(Play(0.2)), 0.0F);
+    for (const double gain : {1.0, 0.0, 0.7, 0.1, 1.0}) {
+        engine.SetGain(gain);
+        EXPECT_LE(LargestStep(Play(0.05)), 1.05F * ToneStep(0.5)) << gain;
+    }
+    EXPECT_NEAR(Peak(Play(0.1)), 0.5, 0.001);
+}
+
+TEST_F(EngineTest, AVolumeOutOfRangeIsClampedAndNoNumberIsIgnored) {
+    engine.SetGain(17.0);
+    Begin();
+    Play(1.5);
+    engine.SetGain(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_NEAR(Peak(Play(0.2)), 0.5, 0.001);
+    engine.SetGain(-1.0);
+    Play(0.1);
+    EXPECT_EQ(Peak(Play(0.2)), 0.0F);
+}
+
+TEST_F(EngineTest, ANewStreamEndsTheOldOneSoftlyAndStartsAtItsOwnRate) {
+    Begin();
+    Play(2.0);
+    engine.SetGain(0.5);
+    Play(0.1);
+    Begin(20250);
+    const std::vector<float> change = Play(0.9);
+    EXPECT_LE(LargestStep(change), 1.05F * ToneStep(0.25));
+    EXPECT_EQ(Peak({change.begin() + 2 * callback, change.end()}), 0.0F)
+        << "what was queued before the new stream is still heard";
+    Play(0.5);
+    // Samples of a 1 kHz tone at 12,000 Hz, played at 20,250 Hz, and the volume stays.
+    const std::vector<float> sound = Play(0.5);
+    EXPECT_NEAR(Peak(sound), 0.25, 0.001);
+    EXPECT_LE(LargestStep(sound),
+              1.05F * 0.25F * 2.0F *
+                  static_cast<float>(std::sin(std::numbers::pi * 1687.5 / 48000)));
+}
+
+TEST_F(EngineTest, ABlockAtAnotherRateBeginsANewStream) {
+    Begin();
+    Play(1.5);
+    rate = 24000;
+    EXPECT_LE(LargestStep(Play(1.5)), 1.05F * ToneStep(1.0));
+    EXPECT_EQ(engine.Underruns(), 0U);
+    EXPECT_NEAR(engine.Fill(), 1.0, 0.1);
+}
+
+TEST_F(EngineTest, SoundWithoutPrimingIsHeldBackUntilASecondIsThere) {
+    EXPECT_EQ(Peak(Play(0.95)), 0.0F);
+    Play(0.2);
+    EXPECT_NEAR(Peak(Play(0.1)), 0.5, 0.001);
+}
+
+TEST_F(EngineTest, NonsenseIsIgnored) {
+    Begin();
+    Play(1.5);
+    const std::vector<std::int16_t> noise(100, 32767);
+    for (const std::int64_t count : {std::int64_t{0}, std::int64_t{-1}, std::int64_t{-998},
+                                     std::numeric_limits<std::int64_t>::min()}) {
+        engine.Push(count, noise.data(), 12000);
+    }
+    for (const std::int64_t badRate : {std::int64_t{0}, std::int64_t{-12000}, std::int64_t{999},
+                                       std::numeric_limits<std::int64_t>::max()}) {
+        engine.Push(100, noise.data(), badRate);
+        engine.Push(Engine::newStream, noise.data(), badRate);
+    }
+    engine.Push(100, nullptr, 12000);
+    engine.Push(Engine::newStream, nullptr, 12000);
+    const std::vector<float> sound = Play(2.0);
+    EXPECT_LE(LargestStep(sound), 1.001F * ToneStep(0.5));
+    EXPECT_EQ(engine.Underruns() + engine.Trims(), 0U);
+}
+
+TEST_F(EngineTest, AFullQueueDropsTheNewestAndRecovers) {
+    Begin();
+    for (int second = 0; second < 200; ++second) {
+        PushTone(12000);
+    }
+    EXPECT_GT(engine.DroppedSamples(), 1000000U);
+    Play(1.5);
+    EXPECT_NEAR(engine.Fill(), 1.0, 0.1);
+    EXPECT_NEAR(Peak(Play(0.5)), 0.5, 0.001);
+    EXPECT_EQ(engine.Underruns(), 0U);
+}
+
+TEST_F(EngineTest, AChangeOfTheDeviceGoesOnWhereTheOldOneStopped) {
+    Begin();
+    Play(2.0);
+    engine.SetDeviceRate(44100);
+    const std::vector<float> sound = Play(0.5);
+    EXPECT_LE(sound.front(), 0.01F);
+    EXPECT_LE(LargestStep(sound), 1.05F * ToneStep(0.5) * 48.0F / 44.1F);
+    EXPECT_NEAR(Peak(Play(0.1)), 0.5, 0.001);
+    EXPECT_EQ(engine.Underruns(), 0U);
+}
+
+TEST_F(EngineTest, TheEndOfTheStreamFadesIntoSilence) {
+    Begin();
+    Play(1.5);
+    std::vector<float> tail;
+    for (int i = 0; i < 150; ++i) {
+        const std::vector<float> piece = Render();
+        tail.insert(tail.end(), piece.begin(), piece.end());
+    }
+    EXPECT_LE(LargestStep(tail), 1.05F * ToneStep(0.5));
+    EXPECT_EQ(tail.back(), 0.0F);
+    EXPECT_EQ(engine.Underruns(), 1U);
+}
+
+} // namespace
+
+} // namespace tonebridge::test
