@@ -1,0 +1,139 @@
+"""Drives a running program through the accessibility service, as a screen reader would.
+
+    ui.py wait NAME [SECONDS]      until a control of that name is there
+    ui.py press NAME               pushes a button or ticks a box
+    ui.py type NAME TEXT           replaces the text of a field
+    ui.py pick NAME ROW            chooses the row of that text in a popup
+    ui.py read PATTERN [SECONDS]   waits for a label that matches and prints it
+    ui.py names                    lists every control: role, name, text
+NAME is the accessible name. Fails with a message on stderr.
+"""
+
+import re
+import sys
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
+PROGRAM = "larkspool"
+
+
+def controls():
+    """Every accessible object of the program's windows."""
+    desktop = Atspi.get_desktop(0)
+    waiting = []
+    for i in range(desktop.get_child_count()):
+        application = desktop.get_child_at_index(i)
+        if application and PROGRAM in (application.get_name() or "").lower():
+            waiting.append(application)
+    while waiting:
+        found = waiting.pop(0)
+        yield found
+        for i in range(min(found.get_child_count(), 500)):
+            child = found.get_child_at_index(i)
+            if child:
+                waiting.append(child)
+
+
+def text_of(control):
+    if control.is_editable_text() or control.is_text():
+        return Atspi.Text.get_text(control, 0, -1)
+    return control.get_name() or ""
+
+
+def until(seconds, look):
+    """Calls look until it gives something."""
+    end = time.monotonic() + seconds
+    while True:
+        try:
+            found = look()
+        except gi.repository.GLib.Error:
+            found = None  # the tree changed under us
+        if found:
+            return found
+        if time.monotonic() > end:
+            return None
+        time.sleep(0.1)
+
+
+def named(name, seconds=10.0):
+    def look():
+        for control in controls():
+            if control.get_name() == name and control.get_role_name() != "label":
+                return control
+        return None
+
+    found = until(seconds, look)
+    if not found:
+        sys.exit(f"no control is named {name!r}")
+    return found
+
+
+def act(control):
+    if control.get_n_actions() == 0:
+        sys.exit(f"{control.get_name()!r} can't be pressed")
+    control.do_action(0)
+
+
+def pick(name, row):
+    popup = named(name)
+
+    def look():
+        for control in [popup, *children(popup)]:
+            if control.get_name() == row and control is not popup:
+                return control
+        return None
+
+    found = until(5, look)
+    if not found:
+        sys.exit(f"{name!r} has no row {row!r}")
+    parent = found.get_parent()
+    parent.select_child(found.get_index_in_parent())
+
+
+def children(control):
+    for i in range(control.get_child_count()):
+        child = control.get_child_at_index(i)
+        yield child
+        yield from children(child)
+
+
+def read(pattern, seconds):
+    def look():
+        for control in controls():
+            if control.get_role_name() == "label" and re.search(pattern, control.get_name() or ""):
+                return control.get_name()
+        return None
+
+    found = until(seconds, look)
+    if not found:
+        sys.exit(f"no label reads {pattern!r}")
+    print(found)
+
+
+def main(arguments):
+    verb, rest = arguments[0], arguments[1:]
+    if verb == "wait":
+        named(rest[0], float(rest[1]) if len(rest) > 1 else 10.0)
+    elif verb == "press":
+        act(named(rest[0]))
+    elif verb == "type":
+        Atspi.EditableText.set_text_contents(named(rest[0]), rest[1])
+    elif verb == "pick":
+        pick(rest[0], rest[1])
+    elif verb == "read":
+        read(rest[0], float(rest[1]) if len(rest) > 1 else 10.0)
+    elif verb == "names":
+        for control in controls():
+            print(f"{control.get_role_name()}\t{control.get_name()!r}\t{text_of(control)!r}")
+    else:
+        sys.exit(__doc__)
+
+
+if __name__ == "__main__":
+    if len(sys.argv) < 2:
+        sys.exit(__doc__)
+    main(sys.argv[1:])
