@@ -43,7 +43,7 @@ void Decimal::RoundTo(int decimalPlaces) {
         while (!digits.empty() && digits.back() == '9')
             digits.pop_back();
         if (digits.empty()) {
-            digits = "1";
+            digits.assign(1, '1');
             ++integerDigits;
         } else {
             ++digits.back();
