@@ -64,8 +64,7 @@ sound_server_start() {
 }
 
 sound_server_add_sink() {
-    # shellcheck disable=SC2046  # the arguments are words on purpose
-    eval pactl load-module module-null-sink "$(sound_server_sink_arguments "$1")"
+    pactl load-module module-null-sink "$(sound_server_sink_arguments "$1")"
 }
 
 sound_server_remove() { pactl unload-module "$1"; }

@@ -1,0 +1,176 @@
+// Plays a tone through the seven entry points as the program does, and judges
+// what a sound server recorded of it. The script beside it uses both.
+#include "sound/ToneMeter.h"
+#include "tonebridge/tonebridge.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <numbers>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int rate = 12000;
+constexpr std::size_t frameSize = 512;
+constexpr double tone = 1000.0;
+constexpr double peak = 0.5;
+
+double Number(const std::string& text) { return std::strtod(text.c_str(), nullptr); }
+
+// list: one line a device: input channels, output channels, name.
+int List() {
+    const std::int64_t count = BuildSoundDeviceList();
+    for (std::int64_t i = 0; i < count; ++i) {
+        std::array<std::uint32_t, 256> info{};
+        std::array<char, 1024> name{};
+        GetSoundDeviceInfo(i, info.data(), name.data());
+        std::cout << info[1] << ' ' << info[2] << ' ' << name.data() << '\n';
+    }
+    return 0;
+}
+
+std::vector<std::int16_t> NextFrame(std::uint64_t& made) {
+    std::vector<std::int16_t> frame(frameSize);
+    for (std::int16_t& sample : frame) {
+        const double index = static_cast<double>(made++);
+        const double level = std::min(index / (tonebridge::test::ToneMeter::fadeIn * rate), 1.0);
+        const double height = 32768.0 * peak * level * level * (3.0 - 2.0 * level);
+        sample = static_cast<std::int16_t>(
+            std::lrint(height * std::sin(2.0 * std::numbers::pi * tone / rate * index)));
+    }
+    return frame;
+}
+
+// play SECONDS PPM JITTER DEVICE: the jitter in seconds. Ends with silence.
+int Play(double seconds, double clockError, double jitter, std::int64_t device) {
+    BuildSoundDeviceList();
+    StopSoundOutput();
+    StartSoundOutput(device, 1.0);
+    setSoundOutputVolume(4.0);
+    const std::vector<std::int16_t> silence(rate);
+    OutputSoundBlock(TONEBRIDGE_NEW_STREAM, silence.data(), rate);
+    OutputSoundBlock(rate, silence.data(), rate);
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> lateness(0.0, jitter);
+    const auto start = Clock::now();
+    std::uint64_t made = 0;
+    std::vector<double> costs;
+    while (static_cast<double>(made) < seconds * rate) {
+        const std::vector<std::int16_t> frame = NextFrame(made);
+        const double due = static_cast<double>(made) / (rate * (1.0 + clockError * 1e-6));
+        std::this_thread::sleep_until(start +
+                                      std::chrono::duration<double>(due + lateness(random)));
+        const auto before = Clock::now();
+        OutputSoundBlock(frameSize, frame.data(), rate);
+        costs.push_back(std::chrono::duration<double, std::micro>(Clock::now() - before).count());
+    }
+    std::ranges::sort(costs);
+    std::cout << "a block costs " << costs[costs.size() / 2] << " us in the middle, "
+              << costs.back() << " us at most\n";
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    return 0;
+}
+
+// calls PATIENCE SCAN: every call in turn must return within PATIENCE seconds,
+// the scan within SCAN.
+int TimeCalls(double patience, double scan) {
+    const std::vector<std::int16_t> silence(rate);
+    int failures = 0;
+    const auto time = [&](const std::string& name, double bound,
+                          const std::function<void()>& call) {
+        const auto before = Clock::now();
+        call();
+        const double took = std::chrono::duration<double>(Clock::now() - before).count();
+        std::cout << name << ' ' << took * 1e3 << " ms\n";
+        failures += took > bound ? 1 : 0;
+    };
+    time("BuildSoundDeviceList", scan, [] { BuildSoundDeviceList(); });
+    for (int round = 0; round < 3; ++round) {
+        time("StopSoundOutput", patience, [] { StopSoundOutput(); });
+        time("StartSoundOutput", patience, [] { StartSoundOutput(0, 0.5); });
+        time("setSoundOutputVolume", patience, [] { setSoundOutputVolume(2.0); });
+        time("OutputSoundBlock", patience, [&] { OutputSoundBlock(rate, silence.data(), rate); });
+        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+    }
+    return failures == 0 ? 0 : 1;
+}
+
+struct Recording {
+    std::vector<float> left;
+    bool areSidesEqual = true;
+};
+
+Recording Load(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    Recording recording;
+    std::array<float, 2> frame{};
+    while (in.read(reinterpret_cast<char*>(frame.data()), sizeof frame)) {
+        recording.left.push_back(frame[0]);
+        recording.areSidesEqual = recording.areSidesEqual && frame[0] == frame[1];
+    }
+    return recording;
+}
+
+// judge FILE SECONDS: fails unless a whole tone of that length was recorded.
+int Judge(const std::string& file, double seconds) {
+    const Recording recording = Load(file);
+    tonebridge::test::ToneMeter meter(tone, 48000.0, peak);
+    meter.Add(recording.left);
+    const auto& gaps = meter.Gaps();
+    const double length =
+        static_cast<double>(std::ranges::count_if(
+            recording.left, [](float sample) { return std::abs(sample) > 1e-4F; })) /
+        48000.0;
+    std::cout << "recorded " << length << " s of sound, " << gaps.size() << " gaps, step "
+              << meter.LargestStep() << " of the tone's own, peak " << meter.Peak() << ", sides "
+              << (recording.areSidesEqual ? "equal" : "different") << '\n';
+    const bool isGood = recording.areSidesEqual && gaps.empty() && meter.LargestStep() <= 1.05 &&
+                        std::abs(meter.Peak() - peak) < 0.01 && std::abs(length - seconds) < 0.3;
+    return isGood ? 0 : 1;
+}
+
+// onset FILE: prints the seconds before the first sound; fails where there is none.
+int Onset(const std::string& file) {
+    const Recording recording = Load(file);
+    const auto first =
+        std::ranges::find_if(recording.left, [](float sample) { return std::abs(sample) > 0.01F; });
+    std::cout << static_cast<double>(first - recording.left.begin()) / 48000.0 << '\n';
+    return first == recording.left.end() ? 1 : 0;
+}
+
+} // namespace
+
+int main(int count, char** texts) {
+    const std::vector<std::string> words(texts + 1, texts + count);
+    const std::string command = words.empty() ? "" : words[0];
+    if (command == "list") {
+        return List();
+    }
+    if (command == "play" && words.size() == 5) {
+        return Play(Number(words[1]), Number(words[2]), Number(words[3]),
+                    static_cast<std::int64_t>(Number(words[4])));
+    }
+    if (command == "calls" && words.size() == 3) {
+        return TimeCalls(Number(words[1]), Number(words[2]));
+    }
+    if (command == "judge" && words.size() == 3) {
+        return Judge(words[1], Number(words[2]));
+    }
+    if (command == "onset" && words.size() == 2) {
+        return Onset(words[1]);
+    }
+    std::cerr << "list | play SECONDS PPM JITTER DEVICE | calls PATIENCE SCAN | judge FILE SECONDS"
+                 " | onset FILE\n";
+    return 2;
+}
