@@ -1,0 +1,92 @@
+# What the desktop tests share. Each runs as  NAME.sh BUILD_FOLDER  and has a desktop, a sound server
+# and the demo receivers to itself, all on ports and in folders of its own.
+set -u
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$here/../../scripts/lib/common.sh"
+. "$root/scripts/lib/desktop.sh"
+. "$root/scripts/lib/sound-server.sh"
+
+build_dir=${1:?the build folder}
+work=$(mktemp -d "${TMPDIR:-/tmp}/larkspool-desktop-test.XXXXXX")
+receivers=""
+console=""
+receiver_port=""
+http_port=""
+
+# shellcheck disable=SC2317  # called by the trap
+clean_up() {
+    local code=$?
+    [ "$code" -ne 0 ] && [ "$code" -ne 77 ] && show_what_happened
+    stop_console >/dev/null 2>&1
+    [ -n "$receivers" ] && kill "$receivers" 2>/dev/null && wait "$receivers" 2>/dev/null
+    desktop_stop
+    sound_server_stop
+    rm -rf "$work"
+    exit "$code"
+}
+
+show_what_happened() {
+    local log
+    for log in "$work"/*.log; do
+        [ -s "$log" ] && { echo "--- $(basename "$log")"; tail -n 30 "$log"; }
+    done
+    desktop_screenshot "$build_dir/failed-$(basename "$0" .sh).png" 2>/dev/null &&
+        echo "what was on the screen: $build_dir/failed-$(basename "$0" .sh).png"
+}
+
+skip() {
+    echo "SKIPPED: $*"
+    exit 77
+}
+
+fail() {
+    echo "FAILED: $*"
+    exit 1
+}
+
+start_receivers() {
+    "$build_dir/bin/larkspool-demo" --ports 0-6 --http-port 0 "$@" >"$work/receivers.log" 2>&1 &
+    receivers=$!
+    local tries
+    for tries in $(seq 200); do
+        grep -q '^http' "$work/receivers.log" && break
+        sleep 0.05
+    done
+    receiver_port=$(sed -n 's/^receiver 1 on [^:]*:\([0-9]*\).*/\1/p' "$work/receivers.log")
+    http_port=$(sed -n 's/^http on [^:]*:\([0-9]*\).*/\1/p' "$work/receivers.log")
+    [ -n "$receiver_port" ] && [ -n "$http_port" ] || fail "the demo receivers did not start"
+}
+
+# Settings and recordings go to folders of the test's own.
+start_console() {
+    mkdir -p "$work/home/Documents"
+    HOME=$work/home XDG_CONFIG_HOME=$work/home/config XDG_DATA_HOME=$work/home/data \
+        "$build_dir/bin/larkspool" >"$work/console.log" 2>&1 &
+    console=$!
+    ui wait "Receiver address" 30 || fail "the console did not come up"
+}
+
+# Ends the console as a logout or a service manager would; its exit code is the result.
+stop_console() {
+    [ -n "$console" ] || return 0
+    kill "$console" 2>/dev/null
+    wait "$console"
+    local code=$?
+    console=""
+    return "$code"
+}
+
+connect_console() {
+    ui type "Receiver address" 127.0.0.1
+    ui type "Receiver port" "$receiver_port"
+    ui press Connect
+    ui read '^[1-9][0-9.]* samples/sec' 20 || fail "no samples came"
+}
+
+for tool in available; do
+    missing=$("desktop_$tool") || skip "$missing"
+    missing=$("sound_server_$tool") || skip "$missing"
+done
+trap clean_up EXIT
+sound_server_start "$work/sound" speakers=Speakers headphones=Headphones || fail "no sound server"
+desktop_start "$work/desktop" || fail "no desktop"
