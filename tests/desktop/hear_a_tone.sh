@@ -21,7 +21,7 @@ echo "meter: $meter"
 echo "$meter" | awk '{ exit !($1 > -65 && $1 < -55) }' || fail "the S-meter does not show the station"
 
 ui press Disconnect
-sleep 1
+sleep 2.5 # the second that was queued plays on
 sound_server_record speakers "$work/after.wav"
 sleep 2
 sound_server_record_stop

@@ -45,7 +45,7 @@ fail() {
 }
 
 start_receivers() {
-    "$build_dir/bin/larkspool-demo" --ports 0-6 --http-port 0 "$@" >"$work/receivers.log" 2>&1 &
+    "$build_dir/bin/larkspool-demo" --ports 0 --http-port 0 "$@" >"$work/receivers.log" 2>&1 &
     receivers=$!
     local tries
     for tries in $(seq 200); do
