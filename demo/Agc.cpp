@@ -25,9 +25,9 @@ void Agc::Set(const Tuning& tuning, double rate) {
     gain = GainFor(peak);
 }
 
-float Agc::GainFor(float of) const {
-    const float heard = std::max(of, std::max(weakest, 1.0e-9F));
-    return steadyLevel / referenceLevel * std::pow(heard / referenceLevel, exponent);
+float Agc::GainFor(float heard) const {
+    const float strength = std::max(heard, std::max(weakest, 1.0e-9F));
+    return steadyLevel / referenceLevel * std::pow(strength / referenceLevel, exponent);
 }
 
 float Agc::Gain(float amplitude) {

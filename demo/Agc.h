@@ -15,7 +15,7 @@ class Agc {
     float Gain(float amplitude);
 
   private:
-    float GainFor(float peak) const;
+    float GainFor(float heard) const;
 
     bool on = true;
     float peak = 0.0F;

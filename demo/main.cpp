@@ -4,6 +4,8 @@
 #include <csignal>
 #include <exception>
 #include <iostream>
+#include <span>
+#include <string>
 #include <variant>
 
 #include <fcntl.h>
@@ -50,22 +52,26 @@ int Serve(const Options& options) {
     return 0;
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    const std::span arguments(argv, static_cast<std::size_t>(argc));
-    const auto parsed = ParseOptions(arguments.subspan(argc > 0 ? 1 : 0));
+int Run(std::span<const char* const> arguments) {
+    const auto parsed = ParseOptions(arguments);
     if (const auto* problem = std::get_if<std::string>(&parsed)) {
         std::cerr << "larkspool-demo: " << *problem << "\nTry --help.\n";
         return 2;
     }
-    const auto& options = std::get<Options>(parsed);
-    if (options.help) {
+    const auto* options = std::get_if<Options>(&parsed);
+    if (options->help) {
         std::cout << HelpText();
         return 0;
     }
+    return Serve(*options);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
     try {
-        return Serve(options);
+        const std::span arguments(argv, static_cast<std::size_t>(argc));
+        return Run(arguments.subspan(argc > 0 ? 1 : 0));
     } catch (const std::exception& problem) {
         std::cerr << "larkspool-demo: " << problem.what() << '\n';
         return 1;

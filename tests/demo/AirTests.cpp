@@ -81,8 +81,10 @@ TEST(Programme, LoopIsAsLoudAsItMayBeAndCloses) {
     for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice}) {
         const Programme programme(kind, 3);
         float loudest = 0.0F;
-        for (double at = 0.0; at < programme.Length(); at += 1.0 / 8192.0)
-            loudest = std::max(loudest, std::abs(programme.At(at)));
+        const auto count = std::lround(programme.Length() * Programme::rate);
+        for (long i = 0; i < count; ++i)
+            loudest =
+                std::max(loudest, std::abs(programme.At(static_cast<double>(i) / Programme::rate)));
         EXPECT_NEAR(loudest, 1.0F, 0.02F);
         EXPECT_NEAR(std::abs(programme.At(programme.Length() - 1.0e-9) - programme.At(0.0)), 0.0F,
                     0.05F);

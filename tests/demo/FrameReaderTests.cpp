@@ -43,7 +43,7 @@ TEST(FrameReader, FramesInPiecesOfAnySizeAreDeliveredOnce) {
                                Masked(0x82, "far", 8), Masked(0x82, "")})
         stream.insert(stream.end(), frame.begin(), frame.end());
     const std::vector<std::string> wanted{"SET keepalive", longText, "far", ""};
-    for (const std::size_t pieceSize : {1, 2, 3, 7, 50, 1000})
+    for (const std::size_t pieceSize : {1U, 2U, 3U, 7U, 50U, 1000U})
         EXPECT_EQ(ReadInPieces(stream, pieceSize), wanted) << pieceSize;
 }
 

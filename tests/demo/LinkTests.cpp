@@ -28,7 +28,7 @@ class LinkTest : public ::testing::Test {
     }
 
     void Pass(double seconds, double step = 0.01) {
-        for (double passed = 0.0; passed < seconds - 1.0e-9; passed += step) {
+        for (auto steps = std::lround(seconds / step); steps > 0; --steps) {
             now += Seconds(step);
             utc = utc.After(step);
             link->Tick(now, utc);

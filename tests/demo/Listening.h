@@ -38,8 +38,9 @@ inline std::vector<double> Listen(SoundStream& stream, const Moment& from, doubl
                                   double rate = 12000.0) {
     std::vector<double> samples;
     const double frameSeconds = SoundStream::samplesPerFrame / rate;
-    for (double at = 0.0; at < seconds; at += frameSeconds) {
-        const auto frame = stream.Frame(from.After(at));
+    const auto frames = std::lround(std::ceil(seconds / frameSeconds));
+    for (long number = 0; number < frames; ++number) {
+        const auto frame = stream.Frame(from.After(static_cast<double>(number) * frameSeconds));
         for (std::size_t i = 0; i < SoundStream::samplesPerFrame; ++i)
             samples.push_back(SampleAt(frame, i));
     }
@@ -63,11 +64,13 @@ inline double AmplitudeAt(std::span<const double> samples, double hertz, double 
 inline double StrongestHertz(std::span<const double> samples, double rate = 12000.0) {
     double best = 0.0;
     double strongest = 0.0;
-    for (double hertz = 50.0; hertz <= 5000.0; hertz += 5.0)
+    for (int tried = 50; tried <= 5000; tried += 5) {
+        const double hertz = tried;
         if (const double amplitude = AmplitudeAt(samples, hertz, rate); amplitude > strongest) {
             strongest = amplitude;
             best = hertz;
         }
+    }
     return best;
 }
 

@@ -28,9 +28,11 @@ class Program {
             return;
         output = Descriptor(ends[0]);
         const Descriptor writeEnd(ends[1]);
-        std::vector<std::string> words{std::getenv("LARKSPOOL_DEMO")};
+        const char* path = std::getenv("LARKSPOOL_DEMO");
+        std::vector<std::string> words{path != nullptr ? path : "larkspool-demo"};
         words.insert(words.end(), arguments.begin(), arguments.end());
         std::vector<char*> argv;
+        argv.reserve(words.size() + 1);
         for (std::string& word : words)
             argv.push_back(word.data());
         argv.push_back(nullptr);
