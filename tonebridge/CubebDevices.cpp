@@ -111,8 +111,8 @@ std::unique_ptr<OutputStream> CubebDevices::OpenDevice(cubeb_devid device, std::
     params.prefs = CUBEB_STREAM_PREF_NONE;
     std::uint32_t latency = 0;
     cubeb_get_min_latency(context.get(), &params, &latency);
-    // A tenth of a second rides out a busy computer; the queue holds ten times more.
-    latency = std::clamp(std::max(latency, rate / 10), 1U, 96000U);
+    // A quarter of a second rides out a busy computer.
+    latency = std::clamp(std::max(latency, rate / 4), 1U, 96000U);
     cubeb_stream* opened = nullptr;
     if (cubeb_stream_init(context.get(), &opened, "Larkspool", nullptr, nullptr, device, &params,
                           latency, OnData, OnState, &client) != CUBEB_OK) {
