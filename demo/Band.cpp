@@ -121,6 +121,7 @@ double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz)
     constexpr double slotSeconds = 4.0; // at most one crash each
     constexpr double chance = 0.3;
     constexpr double strongestDb = 32.0; // over the noise, at 1 MHz and below
+    constexpr double dbPerOctave = 7.0;  // so that at 10 MHz no crash opens a squelch of 10 dB
     const auto slot = static_cast<std::uint64_t>(at.second) / 4;
     const std::uint64_t bits = Scramble(seed, 77, slot);
     if (Fraction(bits) >= chance)
@@ -133,7 +134,7 @@ double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz)
     const auto stroke = static_cast<std::uint64_t>(into / 0.011);
     const double flicker = 10.0 * Fraction(Scramble(bits, 3, stroke)) - 10.0;
     const double octaves = std::max(0.0, std::log2(std::max(hertz, 1.0e6) / 1.0e6));
-    const double db = strongestDb + antenna.crashDb - 4.0 * octaves + flicker -
+    const double db = strongestDb + antenna.crashDb - dbPerOctave * octaves + flicker -
                       8.0 * Fraction(Scramble(bits, 4)) - 8.7 * into / length;
     return 1.0 + std::pow(10.0, db / 10.0);
 }

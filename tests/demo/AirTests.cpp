@@ -76,6 +76,21 @@ TEST(Band, LightningStrikesNowAndThenAndStrongerAtLowFrequencies) {
     EXPECT_GT(lowest, 10.0 * highest);
 }
 
+TEST(Band, LightningOpensNoSquelchOf10DbInTheQuietStretch) {
+    constexpr int looks = 9; // within the 43 ms of a frame
+    for (const Antenna& antenna : Antennas()) {
+        double loudest = 0.0;
+        for (int frame = 0; frame < 20'000; ++frame) {
+            double sum = 0.0;
+            for (int look = 0; look < looks; ++look)
+                sum += SharedBand().CrashFactor(
+                    antenna, someTime.After(0.0427 * frame + 0.0047 * look), 10.105e6);
+            loudest = std::max(loudest, sum / looks);
+        }
+        EXPECT_LT(10.0 * std::log10(loudest), 9.5) << antenna.name;
+    }
+}
+
 TEST(Programme, LoopIsAsLoudAsItMayBeAndCloses) {
     using enum Programme::Kind;
     for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice}) {

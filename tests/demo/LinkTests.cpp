@@ -157,6 +157,19 @@ TEST_F(LinkTest, SlowReaderLosesFramesAndSeesTheGap) {
     EXPECT_EQ(static_cast<unsigned char>(late.back()[4]), late.size() - 1);
 }
 
+TEST_F(LinkTest, ComputerThatSleptGoesOnWithThePresent) {
+    Open(LinkKind::Sound);
+    StartListening();
+    Pass(1.0);
+    const std::size_t before = Take().size();
+    Pass(50.0, 50.0);
+    EXPECT_LE(Take().size(), 2U);
+    Pass(1.0);
+    const auto after = Take();
+    EXPECT_NEAR(static_cast<double>(after.size()), 23.0, 1.0);
+    EXPECT_LE(static_cast<unsigned char>(after[0][4]), before + 2U);
+}
+
 TEST_F(LinkTest, JitterDelaysButKeepsTheOrder) {
     LinkSettings settings;
     settings.jitterSeconds = 0.3;
