@@ -3,11 +3,18 @@
 # the public directory, without a receiver site or a version server of its own.
 set(LARKSPOOL_DEPLOYMENT "demo" CACHE STRING "Defaults of the deployment values: demo or world")
 
+# Another choice in a build folder that exists brings its own defaults along.
+set(force "")
+if(DEFINED LARKSPOOL_DEPLOYMENT_BEFORE AND NOT LARKSPOOL_DEPLOYMENT_BEFORE STREQUAL LARKSPOOL_DEPLOYMENT)
+  set(force FORCE)
+endif()
+set(LARKSPOOL_DEPLOYMENT_BEFORE ${LARKSPOOL_DEPLOYMENT} CACHE INTERNAL "")
+
 function(larkspool_deployment name demo world help)
   if(LARKSPOOL_DEPLOYMENT STREQUAL "world")
-    set(${name} "${world}" CACHE STRING "${help}")
+    set(${name} "${world}" CACHE STRING "${help}" ${force})
   else()
-    set(${name} "${demo}" CACHE STRING "${help}")
+    set(${name} "${demo}" CACHE STRING "${help}" ${force})
   endif()
 endfunction()
 

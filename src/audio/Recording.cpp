@@ -1,5 +1,6 @@
+#include "audio/RecordingTexts.h"
 #include "audio/SoundFrame.h"
-#include "audio/WavFile.h"
+#include "audio/WavHeader.h"
 #include "console/Window1.h"
 #include "platform/Text.h"
 #include "shell/App.h"
@@ -85,19 +86,26 @@ void Window1::RecordSamples(const MemoryBlock& block, std::size_t sampleCount) {
 
 void Window1::AudioRecordingWriteSquelchDeadTime() {
     const double seconds = std::clamp(app.prefs.prefsSquelchedDeadSpace, 0.0, LongestDeadSpace);
-    const std::int64_t deadSamples =
-        WholePart(seconds * static_cast<double>(audioRecording->sampleRate));
+    const auto rate = static_cast<double>(audioRecording->sampleRate);
+    const std::int64_t deadSamples = IsPossibleRate(rate) ? WholePart(seconds * rate) : 0;
     const auto deadBytes = static_cast<std::size_t>(deadSamples) * 2;
     const std::string silence(std::min(deadBytes, SilencePieceBytes), '\0');
     for (std::size_t left = deadBytes; left > 0;) {
         const std::size_t piece = std::min(left, silence.size());
-        audioRecording->recordingStream->WriteString(std::string_view(silence).substr(0, piece));
+        if (!audioRecording->recordingStream->WriteString(
+                std::string_view(silence).substr(0, piece))) {
+            break;
+        }
         left -= piece;
     }
     audioRecording->recordedSamples += deadSamples;
     TextArea1.AppendText("AudioRecordingWriteSquelchDeadTime " +
                          Str(app.prefs.prefsSquelchedDeadSpace) + " " + Str(deadSamples) + " " +
                          Str(deadBytes) + "\n");
+}
+
+void Window1::TextFieldSquelchedDeadSpace_TextChange() {
+    app.prefs.prefsSquelchedDeadSpace = Val(TextFieldSquelchedDeadSpace.Text());
 }
 
 void Window1::ShowRecordingTime() {

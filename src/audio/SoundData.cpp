@@ -6,11 +6,11 @@ namespace larkspool {
 
 // One audio frame: to the meter, to the ear, to the file.
 void Window1::ParseSoundData(const std::string& data) {
-    numSoundBytes += static_cast<std::int64_t>(data.size());
     const auto header = ReadSoundHeader(data);
     if (!header) {
         return;
     }
+    numSoundBytes += static_cast<std::int64_t>(data.size());
     sMeter = header->sMeter;
     kiwiFlags = header->flags;
     NoteSequence(header->sequence);

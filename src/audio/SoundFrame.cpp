@@ -31,6 +31,12 @@ MemoryBlock SoundSamples(std::string_view frame) {
     return block;
 }
 
+bool IsPossibleRate(double rate) {
+    constexpr double Lowest = 1;
+    constexpr double Highest = 250'000;
+    return rate >= Lowest && rate <= Highest;
+}
+
 bool QuietSoundData(const MemoryBlock& block, std::size_t sampleCount) {
     for (std::size_t i = 0; i < sampleCount; ++i) {
         if (block.Int16(2 * i, NativeByteOrder) != 1) {

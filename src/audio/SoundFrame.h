@@ -26,6 +26,9 @@ std::optional<SoundHeader> ReadSoundHeader(std::string_view frame);
 // An odd last byte comes along as it is.
 MemoryBlock SoundSamples(std::string_view frame);
 
+// Whether a receiver can send at that rate: 1 to 250,000 samples a second.
+bool IsPossibleRate(double rate);
+
 // Whether a block is the receiver's filler for squelched sound: samples of value 1, not 0.
 bool QuietSoundData(const MemoryBlock& block, std::size_t sampleCount);
 

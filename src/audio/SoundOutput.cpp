@@ -1,3 +1,4 @@
+#include "audio/SoundFrame.h"
 #include "console/Window1.h"
 #include "platform/ByteOrder.h"
 #include "platform/Text.h"
@@ -27,8 +28,10 @@ SoundDeviceClass DeviceFromRecord(const MemoryBlock& info, const MemoryBlock& na
 
 } // namespace
 
+// Every call into the library is raised as an event of its own: a function that is missing there
+// costs the call, not what the console was about to do next.
 void Window1::InitSoundStuff() {
-    ReadSoundDevices();
+    desktop.Raise([this] { ReadSoundDevices(); });
     FillSoundOutputPopupMenu();
 }
 
@@ -65,16 +68,19 @@ void Window1::FillSoundOutputPopupMenu() {
 
 void Window1::SetSoundOutputDevice() {
     app.prefs.defaultSoundOutputDevice = SoundOutputPopupMenu.Text();
-    SoundLibrary& library = desktop.Sound();
-    library.StopSoundOutput();
+    desktop.Raise([this] { desktop.Sound().StopSoundOutput(); });
     // The library counts its output devices as the popup counts its rows.
     if (SoundOutputPopupMenu.ListIndex() > -1) {
-        library.StartSoundOutput(SoundOutputPopupMenu.ListIndex(),
-                                 OutputVolumeSlider.Value() / VolumeSteps);
+        desktop.Raise([this] {
+            desktop.Sound().StartSoundOutput(SoundOutputPopupMenu.ListIndex(),
+                                             OutputVolumeSlider.Value() / VolumeSteps);
+        });
     }
 }
 
-void Window1::SetOutputVolume(double volume) { desktop.Sound().SetSoundOutputVolume(4.0 * volume); }
+void Window1::SetOutputVolume(double volume) {
+    desktop.Raise([&] { desktop.Sound().SetSoundOutputVolume(4.0 * volume); });
+}
 
 void Window1::OutputVolumeSlider_ValueChanged() {
     app.prefs.prefsLastVolume = OutputVolumeSlider.Value();
@@ -91,8 +97,7 @@ void Window1::OutputVolumeSlider_MouseWheel(int deltaY) {
 void Window1::PrimeSoundOutputBuffer() {
     constexpr double Seconds = 1.0;
     const std::int64_t size = WholePart(2.0 * audioRate * Seconds);
-    const auto silence = static_cast<std::int64_t>(kiwiSoundSamplesMB.Size());
-    if (WholePart(audioRate) < 1 || size > silence) {
+    if (!IsPossibleRate(audioRate)) {
         return;
     }
     PlaySound(StartOfStream, kiwiSoundSamplesMB.Data());
@@ -100,11 +105,7 @@ void Window1::PrimeSoundOutputBuffer() {
 }
 
 void Window1::PlaySound(std::int64_t count, const void* samples) {
-    try {
-        desktop.Sound().OutputSoundBlock(count, samples, WholePart(audioRate));
-    } catch (const FunctionNotFound& missing) {
-        desktop.ReportMissing(missing); // the recording goes on without sound
-    }
+    desktop.Raise([&] { desktop.Sound().OutputSoundBlock(count, samples, WholePart(audioRate)); });
 }
 
 } // namespace larkspool

@@ -1,15 +1,13 @@
 #include "console/Window1.h"
 #include "platform/Text.h"
 
-#include <cmath>
-
 namespace larkspool {
 
 // Shows ten times a second what arrives too fast to be drawn frame by frame.
 void Window1::Timer3_Action() {
     LabelSmeter.SetText(Str(sMeter) + " dBm " + Str(kiwiFlags) + " " + Str(kiwiAudioSequence));
     // Five units a dB; the bar is empty at -130 dBm.
-    ProgressBarSmeter.SetValue(static_cast<int>(std::lround((130.0 + sMeter) * 5.0)));
+    ProgressBarSmeter.SetValue(WholePart<int>((130.0 + sMeter) * 5.0));
     PushButtonRecord.SetEnabled(isConnected);
     ShowRecordingTime();
 }

@@ -1,6 +1,5 @@
 // Which control raises which method: the one place to look when a control does nothing.
 #include "console/Window1.h"
-#include "platform/Text.h"
 #include "shell/App.h"
 
 namespace larkspool {
@@ -38,10 +37,7 @@ void Window1::BindTuningEvents() {
     TextFieldFreq.mouseWheel = [this](int, int deltaY) { TextFieldFreq_MouseWheel(deltaY); };
     for (TextField* edge : {&TextFieldLowCut, &TextFieldHighCut}) {
         edge->textChange = [this] { PassbandTextChange(); };
-        edge->mouseWheel = [edge](int, int deltaY) {
-            constexpr double Step = 10; // Hz
-            edge->SetText(Str(Val(edge->Text()) + deltaY * Step));
-        };
+        edge->mouseWheel = [this, edge](int, int deltaY) { PassbandMouseWheel(*edge, deltaY); };
     }
 }
 
@@ -69,9 +65,7 @@ void Window1::BindSoundEvents() {
     OutputVolumeSlider.mouseEnter = [this] { app.MyShowToolTip("Output sound volume"); };
     OutputVolumeSlider.mouseExit = [this] { desktop.HideToolTip(); };
     PushButtonRecord.action = [this] { PushButtonRecord_Action(); };
-    TextFieldSquelchedDeadSpace.textChange = [this] {
-        app.prefs.prefsSquelchedDeadSpace = Val(TextFieldSquelchedDeadSpace.Text());
-    };
+    TextFieldSquelchedDeadSpace.textChange = [this] { TextFieldSquelchedDeadSpace_TextChange(); };
 }
 
 void Window1::BindWaterfallEvents() {

@@ -10,47 +10,6 @@ namespace larkspool {
 
 namespace {
 
-struct Range {
-    int low = 0;
-    int high = 0;
-};
-
-void Make(Label& label, std::string name, Rect place, std::string text) {
-    label.Place(std::move(name), place);
-    label.SetText(std::move(text));
-}
-
-void Make(TextField& field, std::string name, Rect place, std::string text = {}) {
-    field.Place(std::move(name), place);
-    field.SetText(std::move(text));
-}
-
-void Make(CheckBox& box, std::string name, Rect place, std::string caption, bool ticked = false) {
-    box.Place(std::move(name), place);
-    box.caption = std::move(caption);
-    box.SetValue(ticked);
-}
-
-void Make(PushButton& button, std::string name, Rect place, std::string caption) {
-    button.Place(std::move(name), place);
-    button.SetCaption(std::move(caption));
-}
-
-void Make(PopupMenu& popup, std::string name, Rect place,
-          std::initializer_list<const char*> rows = {}) {
-    popup.Place(std::move(name), place);
-    for (const char* row : rows) {
-        popup.AddRow(row);
-    }
-    popup.SetListIndex(0);
-}
-
-void Make(Slider& slider, std::string name, Rect place, Range range, int value) {
-    slider.Place(std::move(name), place);
-    slider.SetRange(range.low, range.high);
-    slider.SetValue(value);
-}
-
 void Speak(Slider& slider, std::string name, const std::string& unit) {
     slider.spokenName = std::move(name);
     slider.spokenValue = [unit](int value) { return Str(value) + unit; };
@@ -58,7 +17,7 @@ void Speak(Slider& slider, std::string name, const std::string& unit) {
 
 } // namespace
 
-void ReceiverControls::CreateControls(const std::function<void(Control&)>& add) {
+void ReceiverControls::CreateControls() {
     CreateTopRows();
     CreateTuningRow();
     CreateGainRows();
@@ -66,99 +25,85 @@ void ReceiverControls::CreateControls(const std::function<void(Control&)>& add) 
     CreateHiddenControls();
     NameForScreenReaders();
     NameLongestTexts();
-    for (Control* control : std::initializer_list<Control*>{&Label5,
-                                                            &TextFieldIdentity,
-                                                            &TextFieldGeoLocation,
-                                                            &Label7,
-                                                            &PopupMenuDeEmphasis,
-                                                            &Label6,
-                                                            &SoundOutputPopupMenu,
-                                                            &OutputVolumeSlider,
-                                                            &TextFieldAddress,
-                                                            &TextFieldPort,
-                                                            &PushButtonConnect,
-                                                            &PushButtonDisconnect,
-                                                            &PopupMenuKiwiList,
-                                                            &CheckBoxReconnect,
-                                                            &PopupMenuMode,
-                                                            &TextFieldFreq,
-                                                            &Label1,
-                                                            &Label2,
-                                                            &TextFieldLowCut,
-                                                            &Label4,
-                                                            &TextFieldHighCut,
-                                                            &Label3,
-                                                            &ProgressBarSmeter,
-                                                            &LabelSmeter,
-                                                            &CheckBoxAgc,
-                                                            &SliderAgcThreshold,
-                                                            &LabelAgcThreshold,
-                                                            &SliderAgcDecay,
-                                                            &LabelAgcDecay,
-                                                            &SliderSquelch,
-                                                            &LabelSquelch,
-                                                            &PopupMenuSquelchTime,
-                                                            &TextFieldSquelchedDeadSpace,
-                                                            &Label8,
-                                                            &CheckBoxHang,
-                                                            &SliderAgcSlope,
-                                                            &LabelAgcSlope,
-                                                            &SliderAgcManualGain,
-                                                            &LabelAgcManualGain,
-                                                            &PushButtonRecord,
-                                                            &LabelRecordingStatus,
-                                                            &CheckBoxNetwork,
-                                                            &LabelStreaming,
-                                                            &LabelStatus,
-                                                            &SliderWaterfallGain,
-                                                            &LabelWaterfallGain,
-                                                            &SliderWaterfallMinDb,
-                                                            &LabelWaterfallMinDb,
-                                                            &CheckBoxUpdateWaterfall,
-                                                            &WaterfallCanvas,
-                                                            &TextArea1,
-                                                            &TextArea2,
-                                                            &Listbox1,
-                                                            &PushButtonClearListbox}) {
-        add(*control);
+}
+
+void ReceiverControls::Make(Control& control, std::string name, Rect place, Locks locks) {
+    control.Place(std::move(name), place, locks);
+    made.push_back(&control);
+}
+
+void ReceiverControls::Make(Label& label, std::string name, Rect place, std::string text) {
+    Make(label, std::move(name), place);
+    label.SetText(std::move(text));
+}
+
+void ReceiverControls::Make(TextField& field, std::string name, Rect place, std::string text) {
+    Make(field, std::move(name), place);
+    field.SetText(std::move(text));
+}
+
+void ReceiverControls::Make(CheckBox& box, std::string name, Rect place, std::string caption,
+                            Locks locks) {
+    Make(box, std::move(name), place, locks);
+    box.caption = std::move(caption);
+}
+
+void ReceiverControls::Make(PushButton& button, std::string name, Rect place, std::string caption) {
+    Make(button, std::move(name), place);
+    button.SetCaption(std::move(caption));
+}
+
+void ReceiverControls::Make(PopupMenu& popup, std::string name, Rect place,
+                            std::initializer_list<const char*> rows) {
+    Make(popup, std::move(name), place);
+    for (const char* row : rows) {
+        popup.AddRow(row);
     }
+    popup.SetListIndex(0);
+}
+
+void ReceiverControls::Make(Slider& slider, std::string name, Rect place, Range range, int value) {
+    Make(slider, std::move(name), place);
+    slider.SetRange(range.low, range.high);
+    slider.SetValue(value);
 }
 
 void ReceiverControls::CreateTopRows() {
     Make(Label5, "Label5", {20, 21, 49, 20}, "Name:");
-    Make(TextFieldIdentity, "TextFieldIdentity", {81, 20, 102, 22});
-    Make(TextFieldGeoLocation, "TextFieldGeoLocation", {191, 20, 213, 22});
+    Make(TextFieldIdentity, "TextFieldIdentity", {81, 20, 102, 22}, "");
+    Make(TextFieldGeoLocation, "TextFieldGeoLocation", {191, 20, 213, 22}, "");
     TextFieldIdentity.placeholder = "Your name";
     TextFieldGeoLocation.placeholder = "Your location";
     Make(Label7, "Label7", {423, 21, 59, 20}, "Pre-Emp:");
     Make(PopupMenuDeEmphasis, "PopupMenuDeEmphasis", {491, 20, 80, 20}, {"Off", "75 us", "50 us"});
     Make(Label6, "Label6", {587, 21, 89, 20}, "Audio Device:");
-    Make(SoundOutputPopupMenu, "SoundOutputPopupMenu", {680, 20, 196, 20});
+    Make(SoundOutputPopupMenu, "SoundOutputPopupMenu", {680, 20, 196, 20}, {});
     Make(OutputVolumeSlider, "OutputVolumeSlider", {888, 21, 100, 23}, {0, 1000}, 1000);
-    Make(TextFieldAddress, "TextFieldAddress", {20, 55, 183, 22});
+    Make(TextFieldAddress, "TextFieldAddress", {20, 55, 183, 22}, "");
     Make(TextFieldPort, "TextFieldPort", {215, 55, 52, 22}, "8073");
     Make(PushButtonConnect, "PushButtonConnect", {273, 56, 80, 20}, "Connect");
     Make(PushButtonDisconnect, "PushButtonDisconnect", {365, 56, 91, 20}, "Disconnect");
-    Make(PopupMenuKiwiList, "PopupMenuKiwiList", {468, 56, 399, 20});
+    Make(PopupMenuKiwiList, "PopupMenuKiwiList", {468, 56, 399, 20}, {});
     Make(CheckBoxReconnect, "CheckBoxReconnect", {888, 56, 100, 20}, "Reconnect");
 }
 
 void ReceiverControls::CreateTuningRow() {
-    Make(PopupMenuMode, "PopupMenuMode", {20, 90, 80, 20});
+    Make(PopupMenuMode, "PopupMenuMode", {20, 90, 80, 20}, {});
     Make(TextFieldFreq, "TextFieldFreq", {118, 89, 80, 22}, "1280");
     Make(Label1, "Label1", {210, 90, 35, 20}, "kHz");
     Make(Label2, "Label2", {274, 90, 58, 20}, "IF Filter:");
     Make(TextFieldLowCut, "TextFieldLowCut", {353, 89, 80, 22}, "-2500");
     Make(Label4, "Label4", {442, 90, 20, 20}, "-");
-    Make(TextFieldHighCut, "TextFieldHighCut", {460, 89, 80, 22});
+    Make(TextFieldHighCut, "TextFieldHighCut", {460, 89, 80, 22}, "");
     Make(Label3, "Label3", {559, 91, 30, 20}, "Hz");
-    ProgressBarSmeter.Place("ProgressBarSmeter", {620, 91, 215, 20});
+    Make(ProgressBarSmeter, "ProgressBarSmeter", {620, 91, 215, 20});
     ProgressBarSmeter.maximum = 1300;
     Make(LabelSmeter, "LabelSmeter", {862, 90, 182, 20}, "-");
 }
 
 void ReceiverControls::CreateGainRows() {
-    Make(CheckBoxAgc, "CheckBoxAgc", {20, 123, 58, 20}, "AGC", true);
+    Make(CheckBoxAgc, "CheckBoxAgc", {20, 123, 58, 20}, "AGC");
+    CheckBoxAgc.SetValue(true);
     Make(SliderAgcThreshold, "SliderAgcThreshold", {93, 124, 100, 23}, {-130, 0}, -77);
     Make(LabelAgcThreshold, "LabelAgcThreshold", {208, 123, 133, 20}, "Untitled");
     Make(SliderAgcDecay, "SliderAgcDecay", {364, 123, 100, 23}, {0, 5000}, 0);
@@ -167,7 +112,7 @@ void ReceiverControls::CreateGainRows() {
     Make(LabelSquelch, "LabelSquelch", {695, 123, 100, 20}, "Untitled");
     Make(PopupMenuSquelchTime, "PopupMenuSquelchTime", {807, 122, 80, 20},
          {"0 sec", "0.2 sec", "0.5 sec", "1 sec", "2 sec"});
-    Make(TextFieldSquelchedDeadSpace, "TextFieldSquelchedDeadSpace", {899, 122, 44, 22});
+    Make(TextFieldSquelchedDeadSpace, "TextFieldSquelchedDeadSpace", {899, 122, 44, 22}, "");
     Make(Label8, "Label8", {950, 122, 102, 20}, "Squelched dead");
     Make(CheckBoxHang, "CheckBoxHang", {20, 155, 61, 20}, "Hang");
     Make(SliderAgcSlope, "SliderAgcSlope", {93, 155, 100, 23}, {0, 10}, 0);
@@ -187,19 +132,18 @@ void ReceiverControls::CreateWaterfallRows() {
     Make(LabelWaterfallGain, "LabelWaterfallGain", {572, 214, 124, 20}, "Untitled");
     Make(SliderWaterfallMinDb, "SliderWaterfallMinDb", {708, 214, 100, 23}, {137, 200}, 200);
     Make(LabelWaterfallMinDb, "LabelWaterfallMinDb", {820, 214, 136, 20}, "Untitled");
-    CheckBoxUpdateWaterfall.Place("CheckBoxUpdateWaterfall", {972, 214, 80, 20},
-                                  {.left = false, .top = true, .right = true});
-    CheckBoxUpdateWaterfall.caption = "Update";
-    WaterfallCanvas.Place("WaterfallCanvas", {26, 246, 1024, 105},
-                          {.left = true, .top = true, .right = true});
+    Make(CheckBoxUpdateWaterfall, "CheckBoxUpdateWaterfall", {972, 214, 80, 20}, "Update",
+         {.left = false, .top = true, .right = true});
+    Make(WaterfallCanvas, "WaterfallCanvas", {26, 246, 1024, 105},
+         {.left = true, .top = true, .right = true});
 }
 
 void ReceiverControls::CreateHiddenControls() {
     constexpr std::size_t LogRows = 2000;
     constexpr std::size_t LogRowLength = 1000;
-    TextArea1.Place("TextArea1", {26, 372, 551, 277});
-    TextArea2.Place("TextArea2", {592, 372, 452, 277});
-    Listbox1.Place("Listbox1", {20, 679, 1024, 281});
+    Make(TextArea1, "TextArea1", {26, 372, 551, 277});
+    Make(TextArea2, "TextArea2", {592, 372, 452, 277});
+    Make(Listbox1, "Listbox1", {20, 679, 1024, 281});
     Listbox1.maximumRows = LogRows;
     Listbox1.maximumRowLength = LogRowLength;
     Make(PushButtonClearListbox, "PushButtonClearListbox", {950, 654, 80, 20}, "Clear");
@@ -243,7 +187,9 @@ void ReceiverControls::NameForScreenReaders() {
     SliderWaterfallGain.spokenName = "Waterfall gain";
     SliderWaterfallGain.spokenValue = [](int value) { return Format(value / 100.0, "0.00"); };
     SliderWaterfallMinDb.spokenName = "Waterfall minimum";
-    SliderWaterfallMinDb.spokenValue = [](int value) { return Str(80 - value) + " dB"; };
+    SliderWaterfallMinDb.spokenValue = [](int value) {
+        return Str(WaterfallMinimum(WaterfallOffset(value))) + " dB";
+    };
 }
 
 } // namespace larkspool

@@ -11,7 +11,9 @@
 #include "platform/TextField.h"
 #include "waterfall/WaterfallClass.h"
 
-#include <functional>
+#include <initializer_list>
+#include <string>
+#include <vector>
 
 namespace larkspool {
 
@@ -19,8 +21,9 @@ namespace larkspool {
 // reader says. Part of Window1; without events until Window1 binds them.
 class ReceiverControls {
   public:
-    // Hands every control to add, in tab order: later ones are drawn on top of earlier ones.
-    void CreateControls(const std::function<void(Control&)>& add);
+    void CreateControls();
+    // In tab order: later ones are drawn on top of earlier ones.
+    const std::vector<Control*>& Created() const { return made; }
 
     // Top rows
     Label Label5; // "Name:"
@@ -87,6 +90,21 @@ class ReceiverControls {
     PushButton PushButtonClearListbox;
 
   private:
+    struct Range {
+        int low = 0;
+        int high = 0;
+    };
+
+    // Each gives a control its name, its place and its first value, and takes it into the console.
+    void Make(Control& control, std::string name, Rect place, Locks locks = {});
+    void Make(Label& label, std::string name, Rect place, std::string text);
+    void Make(TextField& field, std::string name, Rect place, std::string text);
+    void Make(CheckBox& box, std::string name, Rect place, std::string caption, Locks locks = {});
+    void Make(PushButton& button, std::string name, Rect place, std::string caption);
+    void Make(PopupMenu& popup, std::string name, Rect place,
+              std::initializer_list<const char*> rows);
+    void Make(Slider& slider, std::string name, Rect place, Range range, int value);
+
     void CreateTopRows();
     void CreateTuningRow();
     void CreateGainRows();
@@ -94,6 +112,8 @@ class ReceiverControls {
     void CreateHiddenControls();
     void NameForScreenReaders();
     void NameLongestTexts();
+
+    std::vector<Control*> made;
 };
 
 } // namespace larkspool

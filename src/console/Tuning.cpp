@@ -19,6 +19,11 @@ void Window1::PassbandTextChange() {
     SaveSettingsForMode();
 }
 
+void Window1::PassbandMouseWheel(TextField& edge, int deltaY) {
+    constexpr double Step = 10; // Hz
+    edge.SetText(Str(Val(edge.Text()) + deltaY * Step));
+}
+
 void Window1::TextFieldIdentity_TextChange() { app.prefs.prefsUserName = TextFieldIdentity.Text(); }
 
 void Window1::TextFieldGeoLocation_TextChange() {

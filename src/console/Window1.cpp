@@ -26,7 +26,10 @@ Window1::Window1(Desktop& host, App& application)
     minimumHeight = 250;
     maximumWidth = 1064;
     hairlines = {83, 116, 210};
-    CreateControls([this](Control& control) { AddControl(control); });
+    CreateControls();
+    for (Control* control : Created()) {
+        AddControl(*control);
+    }
     BindEvents();
     Timer1->SetPeriod(StatisticsPeriod);
     Timer3->SetPeriod(DisplayPeriod);
@@ -44,11 +47,7 @@ void Window1::Event_Open() {
     LabelStreaming.SetTextColor(Grey);
     FillFromPreferences();
     kiwiSoundSamplesMB = MemoryBlock(SilenceBytes);
-    try {
-        InitSoundStuff();
-    } catch (const FunctionNotFound& missing) {
-        desktop.ReportMissing(missing); // a console without sound is still a console
-    }
+    InitSoundStuff();
     CheckBoxUpdateWaterfall.SetValue(app.prefs.prefsUpdateWaterfall);
     Timer3->SetMode(Timer::Mode::Multiple);
 }
@@ -68,6 +67,10 @@ void Window1::FillFromPreferences() {
     SliderSquelch.SetValue(stored.prefsSquelch);
     TextFieldSquelchedDeadSpace.SetText(Format(stored.prefsSquelchedDeadSpace, "#.0"));
 
+    // A field shows fewer digits than are stored; what is stored stays as it was.
+    app.prefs.prefsLastFreq = stored.prefsLastFreq;
+    app.prefs.prefsSquelchedDeadSpace = stored.prefsSquelchedDeadSpace;
+
     // A stored value that equals a slider's first one has raised no event, but what follows from
     // it must hold all the same.
     SliderWaterfallGain_ValueChanged();
@@ -82,7 +85,11 @@ void Window1::init(int mode) {
 }
 
 bool Window1::Event_CancelClose([[maybe_unused]] bool appQuitting) {
+    // Whoever closes the console wants no reconnect, neither a new one nor one that waits.
+    pendingConnect = 0;
+    didManuallyDisconnect = true;
     DoDisconnect();
+    didManuallyDisconnect = false;
     if (audioWebsocket != nullptr) {
         audioWebsocket->Closing();
     }

@@ -68,6 +68,7 @@ class Window1 : public Window, public ReceiverControls {
     void TextFieldFreq_TextChange();
     void TextFieldFreq_MouseWheel(int deltaY);
     void PassbandTextChange(); // either edge
+    void PassbandMouseWheel(TextField& edge, int deltaY);
     void TextFieldIdentity_TextChange();
     void TextFieldGeoLocation_TextChange();
     void TextFieldAddress_TextChange();
@@ -87,6 +88,7 @@ class Window1 : public Window, public ReceiverControls {
     void PushButtonConnect_Action();
     void PushButtonDisconnect_Action();
     void CheckBoxReconnect_Action();
+    void HangUp();
     void ConnectLater(int milliseconds, ConnectKind kind);
     void MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket);
     void SendRequest(LinkKind kind, WebsocketsClass* websocket);
@@ -127,6 +129,7 @@ class Window1 : public Window, public ReceiverControls {
     void AudioRecordingWriteHeader();
     void AudioRecordingWriteSquelchDeadTime();
     void RecordSamples(const MemoryBlock& block, std::size_t sampleCount);
+    void TextFieldSquelchedDeadSpace_TextChange();
     void ShowRecordingTime();
     bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
 
@@ -177,6 +180,8 @@ class Window1 : public Window, public ReceiverControls {
     MemoryBlock kiwiSoundSamplesMB;                      // silence, for priming
     std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
     bool startRecordingWhenConnected = false;
+    bool resumesRecording =
+        false;                // a lost link has cut a recording short: it goes on in a new file
     bool isSquelched = false; // the recording is inside a quiet stretch
 
     // Waterfall state

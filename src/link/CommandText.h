@@ -5,8 +5,7 @@
 #include <string>
 #include <string_view>
 
-// The text of every command that a receiver is sent. Numbers are plain decimal, a Boolean is 1 or
-// 0.
+// The text of every command that a receiver is sent. Numbers are plain decimal, Booleans 1 or 0.
 namespace larkspool::command {
 
 struct Agc {

@@ -52,6 +52,11 @@ void Window1::ConnectLater(int milliseconds, ConnectKind kind) {
 }
 
 void Window1::DoDisconnect() {
+    resumesRecording = false;
+    HangUp();
+}
+
+void Window1::HangUp() {
     if (IsRecording()) {
         // The button may be disabled at this moment; the recording must end all the same.
         PushButtonRecord.SetEnabled(true);
@@ -65,7 +70,7 @@ void Window1::DoDisconnect() {
 }
 
 void Window1::DoConnect() {
-    DoDisconnect();
+    HangUp();
     pendingConnect = 0;
     didManuallyDisconnect = false;
     WaterfallCanvas.DropPicture();

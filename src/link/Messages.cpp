@@ -9,7 +9,8 @@ void Window1::ParseMessage(const std::string& body) {
     static constexpr std::string_view AudioRateKey = "audio_rate=";
     for (const std::string_view refusal : {"too_busy=", "monitor"}) {
         if (Contains(body, refusal)) {
-            DoDisconnect();
+            resumesRecording = resumesRecording || (IsRecording() && CheckBoxReconnect.Value());
+            HangUp();
             LabelStatus.SetText("Too many users on Kiwi, disconnecting");
         }
     }
@@ -35,10 +36,13 @@ void Window1::AudioRateReceived(std::string_view value) {
     audioRate = Val(value);
     Listbox1.AddRow("audioRate = " + Str(audioRate));
     PrimeSoundOutputBuffer();
-    // A refusal in the same message may have ended the link already.
-    isConnected = TCPSocketAudio->IsConnected();
-    if (isConnected && startRecordingWhenConnected) {
+    if (!TCPSocketAudio->IsConnected()) {
+        return; // a refusal in the same message has ended the link already
+    }
+    isConnected = true;
+    if ((startRecordingWhenConnected || resumesRecording) && !IsRecording()) {
         startRecordingWhenConnected = false;
+        resumesRecording = false;
         PushButtonRecord.SetEnabled(true);
         PushButtonRecord.Push();
     }

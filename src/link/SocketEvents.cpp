@@ -111,7 +111,7 @@ void Window1::TCPSocketAudio_Error() {
             // Nobody asked for the recording to end: it goes on in a new file.
             PushButtonRecord.SetEnabled(true);
             PushButtonRecord.Push();
-            startRecordingWhenConnected = true;
+            resumesRecording = true;
         }
         ConnectLater(ReconnectDelay, ConnectKind::Reconnect);
     }

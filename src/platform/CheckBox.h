@@ -6,6 +6,7 @@
 
 namespace larkspool {
 
+// A box to tick, with its caption.
 class CheckBox : public Control {
   public:
     bool Value() const { return value; }

@@ -73,6 +73,9 @@ class Control {
     void Wheel(int angleX, int angleY);
     bool TakesWheel() const { return static_cast<bool>(mouseWheel); }
 
+    // Ends an edit that is open in the control and keeps its text.
+    virtual void CommitEdit() const {}
+
     std::string spokenName; // what a screen reader says; empty for controls that speak their text
 
     // Events. They run on the event loop, inside the call that caused them.

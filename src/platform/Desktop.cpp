@@ -15,6 +15,11 @@ void Desktop::Perform(const MenuItem& item, const Window* front) const {
     }
 }
 
+FolderItem Desktop::BesideProgramOrIn(SpecialFolder folder, const std::string& name) {
+    auto beside = Folder(SpecialFolder::Program).Child(name);
+    return beside && beside->Exists() ? *beside : *Folder(folder).Child(name);
+}
+
 void Desktop::Raise(const std::function<void()>& handler) {
     if (!handler) {
         return;

@@ -46,7 +46,8 @@ enum class QuitCause { User, Signal, Logout };
 
 // Everything that the program asks of the computer it runs on. One object, made before the program
 // and alive after it; all of it belongs to the event loop's thread. Boxes and dialogs never nest an
-// event loop: they are shown, the call returns, and an answer comes by callback if there is one.
+// event loop: they are shown, the call returns, and an answer comes by callback if there is one,
+// perhaps after the window that asked is gone (see Window::LifeToken).
 class Desktop {
   public:
     virtual ~Desktop() = default;
@@ -60,7 +61,8 @@ class Desktop {
 
     // Time.
     virtual double UtcNow() const = 0; // seconds since 1970-01-01 UTC, with a fraction
-    virtual void CallLater(int milliseconds, std::function<void()> call) = 0; // can't be withdrawn
+    // Can't be withdrawn: what the call needs must outlive it, or be asked by a life token.
+    virtual void CallLater(int milliseconds, std::function<void()> call) = 0;
 
     // Talking to the user.
     virtual void MsgBox(const std::string& text) = 0; // not while one with this text is open
@@ -82,6 +84,9 @@ class Desktop {
     virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
     virtual OperatingSystemVersion SystemVersion() const = 0;
     virtual SoundLibrary& Sound() = 0;
+
+    // The item of that name beside the program if there is one, else in the folder.
+    FolderItem BesideProgramOrIn(SpecialFolder folder, const std::string& name);
 
     // Ends the event loop once the event that runs now is over.
     virtual void EndEventLoop() = 0;

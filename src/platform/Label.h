@@ -8,6 +8,7 @@
 
 namespace larkspool {
 
+// Text to read.
 class Label : public Control {
   public:
     const std::string& Text() const { return text; }

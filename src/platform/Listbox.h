@@ -31,8 +31,7 @@ class Listbox : public Control {
     void DeleteAllRows();
     void SetListIndex(int row); // an index outside the rows is ignored, but -1 chooses none
 
-    // Ends an edit that is open in a cell and keeps its text.
-    void CommitEdit() const { Notify(Aspect::CommitEdit); }
+    void CommitEdit() const override { Notify(Aspect::CommitEdit); }
 
     std::vector<Column> columns = std::vector<Column>(1);
     bool hasHeader = false;

@@ -38,10 +38,15 @@ class MenuHandlers {
     void Add(std::string itemName, std::function<bool()> handler) {
         handlers.emplace_back(std::move(itemName), std::move(handler));
     }
+    void Clear() { handlers.clear(); }
     bool Answers(const std::string& itemName) const { return Find(itemName) != nullptr; }
     bool Perform(const std::string& itemName) const {
         const auto* handler = Find(itemName);
-        return handler != nullptr && (*handler)();
+        if (handler == nullptr) {
+            return false;
+        }
+        const auto kept = *handler; // it may destroy the window that holds it
+        return kept();
     }
 
   private:

@@ -6,6 +6,7 @@
 
 namespace larkspool {
 
+// A button that does something at once.
 class PushButton : public Control {
   public:
     const std::string& Caption() const { return caption; }

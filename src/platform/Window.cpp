@@ -60,8 +60,15 @@ void Window::Close() {
         return;
     }
     Hide();
-    if (closed) {
-        closed();
+    // The handler may destroy this window, and with it the handler itself.
+    if (const auto handler = closed; handler) {
+        handler();
+    }
+}
+
+void Window::CommitEdits() const {
+    for (const Control* control : controls) {
+        control->CommitEdit();
     }
 }
 

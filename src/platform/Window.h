@@ -46,6 +46,12 @@ class Window {
     // What the close button does: asks Event_CancelClose, hides the window, raises closed.
     void Close();
 
+    // Ends the edits that are open in its controls and keeps their texts.
+    void CommitEdits() const;
+
+    // Gone once this window is: for answers that may come later than its end.
+    std::weak_ptr<const void> LifeToken() const { return life; }
+
     // True keeps the window open.
     virtual bool Event_CancelClose([[maybe_unused]] bool appQuitting) { return false; }
 
@@ -57,7 +63,7 @@ class Window {
     int maximumWidth = 32000;
     int maximumHeight = 32000;
     std::vector<int> hairlines; // heights at which a fine line parts the rows of controls
-    MenuHandlers menuHandlers; // the menu items that this window answers while it is in front
+    MenuHandlers menuHandlers;  // the menu items that this window answers while it is in front
     std::function<void()> closed;
 
   protected:
@@ -77,6 +83,7 @@ class Window {
     bool visible = false;
     std::vector<Control*> controls;
     std::unique_ptr<WindowView> view;
+    std::shared_ptr<const void> life = std::make_shared<int>(0);
 };
 
 } // namespace larkspool

@@ -3,6 +3,7 @@
 #include "platform/Text.h"
 #include "shell/MainMenuBar.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace larkspool {
@@ -13,7 +14,10 @@ App::App(Desktop& host, Deployment values) : deployment(std::move(values)), desk
     AddMenuHandlers();
 }
 
-App::~App() = default;
+App::~App() {
+    desktop.quitRequested = nullptr;
+    desktop.applicationHandlers.Clear();
+}
 
 void App::Event_Open() {
     ReadPrefs();
@@ -27,6 +31,27 @@ void App::Event_Open() {
     window1->Show();
 }
 
+void App::OpenWindow(std::unique_ptr<Window> window) {
+    Window& opened = *window;
+    furtherWindows.push_back(std::move(window));
+    opened.closed = [this, &opened] {
+        // Not at once: the window is still on its way out of its own close button.
+        desktop.CallLater(0, [this, &opened] {
+            std::erase_if(furtherWindows, [&opened](const auto& w) { return w.get() == &opened; });
+        });
+        WindowClosed();
+    };
+    opened.Show();
+}
+
+std::vector<Window*> App::AllWindows() const {
+    std::vector<Window*> all = {window1.get()};
+    for (const auto& window : furtherWindows) {
+        all.push_back(window.get());
+    }
+    return all;
+}
+
 void App::MyShowToolTip(const std::string& text) {
     if (!prefsHideTooltips) {
         desktop.ShowToolTip(text);
@@ -35,16 +60,19 @@ void App::MyShowToolTip(const std::string& text) {
 
 Date App::GetCurrentUtcDate() const { return Date::FromUnixSeconds(desktop.UtcNow()); }
 
+// The program ends with its last window.
 void App::WindowClosed() {
-    if (!window1->Visible()) {
+    const auto windows = AllWindows();
+    if (std::none_of(windows.begin(), windows.end(), [](Window* w) { return w->Visible(); })) {
         Quit(QuitCause::User);
     }
 }
 
-bool App::Event_CancelClose() const { return WritePrefs(); }
-
 void App::Quit(QuitCause cause) {
     if (isQuitting) {
+        if (cause != QuitCause::User) {
+            desktop.EndEventLoop(); // no waiting for an answer any more
+        }
         return;
     }
     isQuitting = true;
@@ -52,13 +80,26 @@ void App::Quit(QuitCause cause) {
         desktop.EndEventLoop();
         return;
     }
-    const bool written = Event_CancelClose();
-    window1->Event_CancelClose(true);
+    for (const Window* window : AllWindows()) {
+        window->CommitEdits();
+    }
+    const bool written = WritePrefs();
+    CloseEverything();
     if (written || cause != QuitCause::User) {
         desktop.EndEventLoop();
-        return;
+    } else {
+        TellThatPrefsAreLost();
     }
-    window1->Hide();
+}
+
+void App::CloseEverything() {
+    for (Window* window : AllWindows()) {
+        window->Event_CancelClose(true);
+        window->Hide();
+    }
+}
+
+void App::TellThatPrefsAreLost() {
     MessageDialog dialog;
     dialog.message = "The settings could not be saved in " + PreferencesFile().Path().string() +
                      ". Larkspool will start with the earlier ones next time.";

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace larkspool {
 
@@ -26,6 +27,9 @@ class App {
     void Event_Open();
 
     Window1& Console() { return *window1; }
+
+    // Takes a further window and shows it. It lives until it is closed.
+    void OpenWindow(std::unique_ptr<Window> window);
 
     // Shows a tooltip under the pointer, unless the user wants none.
     void MyShowToolTip(const std::string& text);
@@ -45,14 +49,17 @@ class App {
 
     FolderItem PreferencesFile() const;
     void ReadPrefs();
-    bool WritePrefs() const;
+    bool WritePrefs() const; // false: they could not be written
 
+    std::vector<Window*> AllWindows() const;
     void WindowClosed();
     void Quit(QuitCause cause);
-    bool Event_CancelClose() const; // false: the preferences could not be written
+    void CloseEverything();
+    void TellThatPrefsAreLost();
 
     Desktop& desktop;
     std::unique_ptr<Window1> window1;
+    std::vector<std::unique_ptr<Window>> furtherWindows;
     bool isOpen = false; // the console is filled: from here on there is something to store
     bool isQuitting = false;
 };

@@ -1,6 +1,7 @@
 #include "shell/Deployment.h"
 
 #include "DeploymentValues.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -15,7 +16,7 @@ Deployment ConfiguredDeployment() {
     std::copy(std::begin(SiteNames), std::end(SiteNames), values.siteNames.begin());
     values.productPage = ProductPage;
     values.downloadPage = DownloadPage;
-    values.programNumber = ProgramNumber;
+    values.programNumber = WholePart<int>(Val(ProgramNumber));
     return values;
 }
 

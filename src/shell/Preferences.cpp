@@ -9,37 +9,67 @@ namespace larkspool {
 
 namespace {
 
-constexpr int ReservedWords = 100;
+constexpr std::size_t ReservedBytes = 400;
 constexpr std::int32_t DefaultPort = 8073;
 constexpr double DefaultFreq = 10000.0; // kHz
 constexpr std::int32_t DefaultVolume = 1000;
 constexpr std::int32_t DefaultWaterfallGain = 100;
 constexpr std::int32_t DefaultWaterfallOffset = 200;
 
-void WriteModes(BinaryStream& stream, const ModeSettingsClass& modes) {
-    for (std::size_t i = 0; i < ModeSettingsClass::Count; ++i) {
-        stream.WriteBoolean(modes.agc[i]);
-        stream.WriteInt32(modes.decay[i]);
-        stream.WriteBoolean(modes.hang[i]);
-        stream.WriteInt32(modes.hiCut[i]);
-        stream.WriteInt32(modes.lowCut[i]);
-        stream.WriteInt32(modes.manualGain[i]);
-        stream.WriteDouble(modes.slope[i]);
-        stream.WriteInt32(modes.threshold[i]);
-    }
-}
+struct Writer {
+    BinaryStream& stream;
 
-void ReadModes(BinaryStream& stream, ModeSettingsClass& modes) {
+    void operator()(const std::string& value) const { stream.WritePascalString(value); }
+    void operator()(std::int32_t value) const { stream.WriteInt32(value); }
+    void operator()(std::uint32_t value) const { stream.WriteUInt32(value); }
+    void operator()(double value) const { stream.WriteDouble(value); }
+    void operator()(bool value) const { stream.WriteBoolean(value); }
+    void Inverted(bool value) const { stream.WriteBoolean(!value); }
+};
+
+struct Reader {
+    BinaryStream& stream;
+
+    void operator()(std::string& value) const { value = stream.ReadPascalString(); }
+    void operator()(std::int32_t& value) const { value = stream.ReadInt32(); }
+    void operator()(std::uint32_t& value) const { value = stream.ReadUInt32(); }
+    void operator()(double& value) const { value = stream.ReadDouble(); }
+    void operator()(bool& value) const { value = stream.ReadBoolean(); }
+    void Inverted(bool& value) const { value = !stream.ReadBoolean(); }
+};
+
+// Every stored field, in the order of the file. New ones go to the end.
+template <typename Field, typename Stored>
+void ForEachField(const Field& field, Stored& p) {
+    auto& modes = p.prefsModeSettings;
     for (std::size_t i = 0; i < ModeSettingsClass::Count; ++i) {
-        modes.agc[i] = stream.ReadBoolean();
-        modes.decay[i] = stream.ReadInt32();
-        modes.hang[i] = stream.ReadBoolean();
-        modes.hiCut[i] = stream.ReadInt32();
-        modes.lowCut[i] = stream.ReadInt32();
-        modes.manualGain[i] = stream.ReadInt32();
-        modes.slope[i] = stream.ReadDouble();
-        modes.threshold[i] = stream.ReadInt32();
+        field(modes.agc[i]);
+        field(modes.decay[i]);
+        field(modes.hang[i]);
+        field(modes.hiCut[i]);
+        field(modes.lowCut[i]);
+        field(modes.manualGain[i]);
+        field(modes.slope[i]);
+        field(modes.threshold[i]);
     }
+    field(p.prefsLastURL);
+    field(p.prefsLastPort);
+    field(p.prefsLastFreq);
+    field(p.prefsLastMode);
+    field(p.prefsLastVolume);
+    field(p.defaultSoundOutputDevice);
+    field(p.prefsUserName);
+    field(p.prefsUserQTH);
+    field(p.prefsWaterfallGain);
+    field(p.prefsWaterfallOffset);
+    field(p.prefsSquelch);
+    field(p.prefsSquelchTime);
+    field(p.prefsUseNetworking);
+    field(p.prefsReconnect);
+    field.Inverted(p.prefsUpdateWaterfall); // the file says what is off
+    field(p.prefsSquelchedDeadSpace);
+    field(p.noUpdateCheck);
+    field(p.lastUpdateCheckVersion);
 }
 
 void ReplaceWhatCannotWork(Preferences& p) {
@@ -70,60 +100,20 @@ Preferences DefaultPreferences() {
     return p;
 }
 
-std::string EncodePreferences(const Preferences& p) {
+std::string EncodePreferences(const Preferences& preferences) {
     BinaryStream stream;
-    for (int i = 0; i < ReservedWords; ++i) {
-        stream.WriteInt32(0);
-    }
-    WriteModes(stream, p.prefsModeSettings);
-    stream.WritePascalString(p.prefsLastURL);
-    stream.WriteInt32(p.prefsLastPort);
-    stream.WriteDouble(p.prefsLastFreq);
-    stream.WriteUInt32(p.prefsLastMode);
-    stream.WriteInt32(p.prefsLastVolume);
-    stream.WritePascalString(p.defaultSoundOutputDevice);
-    stream.WritePascalString(p.prefsUserName);
-    stream.WritePascalString(p.prefsUserQTH);
-    stream.WriteInt32(p.prefsWaterfallGain);
-    stream.WriteInt32(p.prefsWaterfallOffset);
-    stream.WriteInt32(p.prefsSquelch);
-    stream.WriteInt32(p.prefsSquelchTime);
-    stream.WriteBoolean(p.prefsUseNetworking);
-    stream.WriteBoolean(p.prefsReconnect);
-    stream.WriteBoolean(!p.prefsUpdateWaterfall); // the file says what is off
-    stream.WriteDouble(p.prefsSquelchedDeadSpace);
-    stream.WriteBoolean(p.noUpdateCheck);
-    stream.WriteUInt32(p.lastUpdateCheckVersion);
+    stream.WriteString(std::string(ReservedBytes, '\0'));
+    ForEachField(Writer{stream}, preferences);
     return stream.TakeBytes();
 }
 
 Preferences DecodePreferences(std::string bytes) {
     BinaryStream stream = BinaryStream::FromBytes(std::move(bytes));
-    Preferences p;
-    for (int i = 0; i < ReservedWords; ++i) {
-        stream.ReadInt32();
-    }
-    ReadModes(stream, p.prefsModeSettings);
-    p.prefsLastURL = stream.ReadPascalString();
-    p.prefsLastPort = stream.ReadInt32();
-    p.prefsLastFreq = stream.ReadDouble();
-    p.prefsLastMode = stream.ReadUInt32();
-    p.prefsLastVolume = stream.ReadInt32();
-    p.defaultSoundOutputDevice = stream.ReadPascalString();
-    p.prefsUserName = stream.ReadPascalString();
-    p.prefsUserQTH = stream.ReadPascalString();
-    p.prefsWaterfallGain = stream.ReadInt32();
-    p.prefsWaterfallOffset = stream.ReadInt32();
-    p.prefsSquelch = stream.ReadInt32();
-    p.prefsSquelchTime = stream.ReadInt32();
-    p.prefsUseNetworking = stream.ReadBoolean();
-    p.prefsReconnect = stream.ReadBoolean();
-    p.prefsUpdateWaterfall = !stream.ReadBoolean();
-    p.prefsSquelchedDeadSpace = stream.ReadDouble();
-    ReplaceWhatCannotWork(p);
-    p.noUpdateCheck = stream.ReadBoolean();
-    p.lastUpdateCheckVersion = stream.ReadUInt32();
-    return p;
+    stream.SetPosition(ReservedBytes);
+    Preferences preferences;
+    ForEachField(Reader{stream}, preferences);
+    ReplaceWhatCannotWork(preferences);
+    return preferences;
 }
 
 } // namespace larkspool

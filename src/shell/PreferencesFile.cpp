@@ -1,4 +1,5 @@
 #include "platform/BinaryStream.h"
+#include "platform/ReplaceFile.h"
 #include "shell/App.h"
 
 #include <algorithm>
@@ -15,11 +16,7 @@ constexpr std::uint64_t LargestFile = 64 * 1024;
 
 // A file beside the program takes over, for reading and for writing.
 FolderItem App::PreferencesFile() const {
-    const auto beside = desktop.Folder(SpecialFolder::Program).Child(FileName);
-    if (beside && beside->Exists()) {
-        return *beside;
-    }
-    return *desktop.Folder(SpecialFolder::Preferences).Child(FileName);
+    return desktop.BesideProgramOrIn(SpecialFolder::Preferences, FileName);
 }
 
 void App::ReadPrefs() {
@@ -37,21 +34,6 @@ void App::ReadPrefs() {
     prefs = DecodePreferences(stream->ReadString(size));
 }
 
-// Written beside the old file and moved over it, so that neither a crash nor a full disk can lose
-// what was there.
-bool App::WritePrefs() const {
-    const FolderItem file = PreferencesFile();
-    auto fresh = file.Parent().Child(std::string(FileName) + ".new");
-    auto stream = fresh ? BinaryStream::Create(*fresh) : std::nullopt;
-    if (!stream) {
-        return false;
-    }
-    stream->WriteString(EncodePreferences(prefs));
-    if (!stream->Close()) {
-        fresh->Delete();
-        return false;
-    }
-    return fresh->MoveTo(file);
-}
+bool App::WritePrefs() const { return ReplaceFile(PreferencesFile(), EncodePreferences(prefs)); }
 
 } // namespace larkspool

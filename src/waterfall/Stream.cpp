@@ -11,7 +11,6 @@ constexpr int Speed = 3;
 constexpr int NoCompression = 0;
 constexpr int Zoom = 11;
 constexpr double HalfSpan = 7.328; // kHz from the left edge to the centre, at that zoom
-constexpr int FullOffset = 200;
 
 } // namespace
 
@@ -38,7 +37,7 @@ void Window1::ParseWaterfallData(const std::string& data) {
 }
 
 void Window1::SliderWaterfallMinDb_ValueChanged() {
-    waterfallOffsetDb = FullOffset - SliderWaterfallMinDb.Value();
+    waterfallOffsetDb = WaterfallOffset(SliderWaterfallMinDb.Value());
     app.prefs.prefsWaterfallOffset = SliderWaterfallMinDb.Value();
     WaterfallCanvas.SetLevels(waterfallGain, waterfallOffsetDb);
     WriteWaterfallLabels();
@@ -70,7 +69,8 @@ bool Window1::WaterfallCanvas_MouseDown(int x) {
 
 void Window1::WriteWaterfallLabels() {
     LabelWaterfallGain.SetText("Waterfall Gain: " + Format(waterfallGain, "##.00"));
-    LabelWaterfallMinDb.SetText("Waterfall min " + Str(waterfallOffsetDb - 120) + " db");
+    LabelWaterfallMinDb.SetText("Waterfall min " + Str(WaterfallMinimum(waterfallOffsetDb)) +
+                                " db");
 }
 
 } // namespace larkspool

@@ -11,6 +11,11 @@
 
 namespace larkspool {
 
+// What the slider of the waterfall's minimum stands for: the black point in steps above the bottom
+// of the range, 0 to 63, and the same in dB.
+constexpr int WaterfallOffset(int sliderValue) { return 200 - sliderValue; }
+constexpr int WaterfallMinimum(int offset) { return offset - 120; }
+
 // The canvas under the controls: the newest row at the top, older ones moving down, and above them
 // the marks of passband and carrier. A control of the console.
 class WaterfallClass : public Canvas {

@@ -27,10 +27,13 @@ class EventQueue {
         while (!events.empty() && events.begin()->first.first <= end + 1e-9) {
             auto event = events.extract(events.begin());
             MoveTo(event.key().first);
-            event.mapped()();
+            raise(event.mapped());
         }
         MoveTo(end);
     }
+
+    // How an event is run.
+    std::function<void(const std::function<void()>&)> raise = [](const auto& event) { event(); };
 
   private:
     using Key = std::pair<double, std::uint64_t>; // due time, then the order of asking

@@ -17,7 +17,9 @@ class VirtualWindowView : public WindowView {
 VirtualDesktop::VirtualDesktop()
     : httpSockets(std::make_shared<std::vector<VirtualHTTPSocket*>>()),
       root(std::filesystem::temp_directory_path() /
-           ("larkspool-test-" + std::to_string(std::random_device{}()))) {}
+           ("larkspool-test-" + std::to_string(std::random_device{}()))) {
+    queue.raise = [this](const std::function<void()>& event) { Raise(event); };
+}
 
 VirtualDesktop::~VirtualDesktop() {
     std::error_code ignored;
@@ -50,7 +52,11 @@ void VirtualDesktop::CallLater(int milliseconds, std::function<void()> call) {
     queue.After(milliseconds / 1000.0, std::move(call));
 }
 
-void VirtualDesktop::MsgBox(const std::string& text) { boxes.push_back(text); }
+void VirtualDesktop::MsgBox(const std::string& text) {
+    if (openBoxes.insert(text).second) {
+        boxes.push_back(text);
+    }
+}
 
 void VirtualDesktop::ShowDialog(const MessageDialog& dialog,
                                 std::function<void(MessageDialog::Answer)> answered) {

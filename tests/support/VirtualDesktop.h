@@ -8,6 +8,7 @@
 #include <deque>
 #include <filesystem>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,7 @@ class VirtualDesktop : public Desktop {
     std::vector<VirtualTCPSocket*> tcpSockets; // in the order in which they were made
     std::vector<VirtualUDPSocket*> udpSockets;
     std::shared_ptr<std::vector<VirtualHTTPSocket*>> httpSockets; // those that are alive
+    void DismissBoxes() { openBoxes.clear(); }         // the user has read what stood there
     std::vector<std::string> boxes;                    // texts of the message boxes, in order
     std::vector<MessageDialog> dialogs;                // those shown
     std::deque<MessageDialog::Answer> answers;         // to come; without one a dialog stays open
@@ -71,6 +73,7 @@ class VirtualDesktop : public Desktop {
   private:
     void Choose(std::function<void(std::optional<FolderItem>)> chosen);
 
+    std::set<std::string> openBoxes;
     std::filesystem::path root;
 };
 

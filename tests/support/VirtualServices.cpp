@@ -47,8 +47,8 @@ void VirtualUDPSocket::Deliver(std::string data) {
         return;
     }
     waiting.push_back(std::move(data));
-    queue.After(0, [this] {
-        if (dataAvailable) {
+    queue.After(0, [this, token = std::weak_ptr<int>(life)] {
+        if (!token.expired() && dataAvailable) {
             dataAvailable();
         }
     });

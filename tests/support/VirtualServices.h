@@ -51,6 +51,7 @@ class VirtualUDPSocket : public UDPSocket {
   private:
     EventQueue& queue;
     std::deque<std::string> waiting;
+    std::shared_ptr<int> life = std::make_shared<int>(0);
 };
 
 // An HTTP socket that the test answers.

@@ -8,11 +8,6 @@
 
 namespace larkspool {
 
-inline constexpr std::size_t WavHeaderSize = 44;
-
-// A WAV file's header: one channel, 16-bit PCM, little-endian.
-std::string WavHeader(std::int64_t sampleRate, std::int64_t samples);
-
 // "KiwiRecording-2021-03-04T05_06_07Z10000.000usb_example_8073.WAV"
 std::string RecordingName(const AudioRecordingClass& recording, const Date& start);
 
