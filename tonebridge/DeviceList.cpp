@@ -6,7 +6,8 @@
 namespace tonebridge {
 
 DeviceList::DeviceList(std::vector<DeviceSide> outputs, const std::vector<DeviceSide>& inputs) {
-    std::ranges::stable_partition(outputs, &DeviceSide::isDefault);
+    std::stable_partition(outputs.begin(), outputs.end(),
+                          [](const DeviceSide& output) { return output.isDefault; });
     std::uint32_t number = 0;
     for (const DeviceSide& output : outputs) {
         if (output.channels > 0) {
@@ -59,12 +60,12 @@ void DeviceList::Describe(std::int64_t index, std::span<std::byte> info,
 
 const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen) {
     const DeviceSide* sameName = nullptr;
-    const DeviceSide* standard = nullptr;
+    const DeviceSide* standard = outputs.empty() ? nullptr : &outputs.front();
     for (const DeviceSide& output : outputs) {
         if (output.name == chosen.name && (sameName == nullptr || output.id == chosen.id)) {
             sameName = &output;
         }
-        if (output.isDefault && standard == nullptr) {
+        if (output.isDefault) {
             standard = &output;
         }
     }

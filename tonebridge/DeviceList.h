@@ -45,7 +45,7 @@ class DeviceList {
 };
 
 // The output to open for a device chosen earlier: the one of the same name, of
-// several the one with the same id; else the default one; else null.
+// several the one with the same id; else the default one; null where there is none.
 const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen);
 
 // `text` cut to at most `size` bytes, never within a UTF-8 character.

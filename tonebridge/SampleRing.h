@@ -16,8 +16,8 @@ class SampleRing {
     // The capacity is a power of two.
     explicit SampleRing(std::size_t capacity);
 
-    // Writer's side: takes as many of the samples as there is room for.
-    std::size_t Write(std::span<const std::int16_t> samples);
+    // Writer's side: takes as much of the block as there is room for.
+    std::size_t Write(std::span<const std::int16_t> block);
     std::uint64_t WritePosition() const { return writePosition.load(std::memory_order_acquire); }
 
     // Reader's side: samples from `position` on, scaled to -1 to 1. The range
@@ -29,9 +29,8 @@ class SampleRing {
 
   private:
     std::vector<std::int16_t> samples;
-    // A cache line each, so that the two threads don't fight over one.
-    alignas(64) std::atomic<std::uint64_t> writePosition{0};
-    alignas(64) std::atomic<std::uint64_t> readPosition{0};
+    std::atomic<std::uint64_t> writePosition{0};
+    std::atomic<std::uint64_t> readPosition{0};
 };
 
 } // namespace tonebridge

@@ -4,9 +4,28 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <new>
 #include <numbers>
 #include <vector>
+
+namespace {
+
+thread_local int allocations = 0;
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* const memory = std::malloc(size)) {
+        return memory;
+    }
+    throw std::bad_alloc{};
+}
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
 
 namespace tonebridge::test {
 
@@ -169,6 +188,21 @@ TEST_F(EngineTest, NonsenseIsIgnored) {
     const std::vector<float> sound = Play(2.0);
     EXPECT_LE(LargestStep(sound), 1.001F * ToneStep(0.5));
     EXPECT_EQ(engine.Underruns() + engine.Trims(), 0U);
+}
+
+TEST_F(EngineTest, NeitherThreadAllocatesWhateverTheStreamDoes) {
+    Begin();
+    const std::vector<std::int16_t> block(512, 1000);
+    std::vector<float> out(callback);
+    const int before = allocations;
+    for (int i = 0; i < 1000; ++i) {
+        const std::int64_t count = i % 400 == 399 ? Engine::newStream : i % 300 < 150 ? 512 : 100;
+        engine.Push(count, block.data(), i < 500 ? 12000 : 20250);
+        engine.Render(out);
+        clock += 0.01;
+    }
+    EXPECT_EQ(allocations, before);
+    EXPECT_GT(engine.Underruns() + engine.Trims(), 0U);
 }
 
 TEST_F(EngineTest, AFullQueueDropsTheNewestAndRecovers) {

@@ -57,8 +57,8 @@ class Peer {
         sockaddr_in own{};
         own.sin_family = AF_INET;
         socklen_t length = sizeof own;
-        bind(handle, reinterpret_cast<const sockaddr*>(&own), sizeof own);
-        getsockname(handle, reinterpret_cast<sockaddr*>(&own), &length);
+        EXPECT_EQ(bind(handle, reinterpret_cast<const sockaddr*>(&own), sizeof own), 0);
+        EXPECT_EQ(getsockname(handle, reinterpret_cast<sockaddr*>(&own), &length), 0);
         port = ntohs(own.sin_port);
     }
     ~Peer() { close(handle); }
