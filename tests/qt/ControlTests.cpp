@@ -1,0 +1,257 @@
+#include "qt/OnScreen.h"
+
+#include "platform/CheckBox.h"
+#include "platform/Label.h"
+#include "platform/PopupMenu.h"
+#include "platform/ProgressBar.h"
+#include "platform/PushButton.h"
+#include "platform/Slider.h"
+#include "platform/TextArea.h"
+#include "platform/TextField.h"
+
+#include <QAbstractItemView>
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSlider>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+// One of each kind, each telling what it has raised.
+class Controls : public testing::Test {
+  protected:
+    void SetUp() override {
+        window.SetTitle("Controls");
+        Add(field, "Field", {10, 10, 100, 22});
+        Add(box, "Box", {10, 40, 100, 20});
+        Add(button, "Button", {10, 70, 100, 20});
+        Add(popup, "Popup", {10, 100, 100, 20});
+        Add(slider, "Slider", {10, 130, 100, 23});
+        Add(bar, "Bar", {10, 160, 100, 20});
+        Add(area, "Area", {10, 190, 100, 80});
+        for (const char* row : {"first", "second", "third"}) {
+            popup.AddRow(row);
+        }
+        popup.SetListIndex(0);
+        field.textChange = [this] { events.push_back("text " + field.Text()); };
+        box.action = [this] { events.emplace_back(box.Value() ? "on" : "off"); };
+        button.action = [this] { events.emplace_back("pushed"); };
+        popup.mouseDown = [this] { events.emplace_back("press"); };
+        popup.change = [this] { events.push_back("row " + popup.Text()); };
+        slider.valueChanged = [this] {
+            events.push_back("value " + std::to_string(slider.Value()));
+        };
+    }
+
+    void Add(Control& control, const std::string& name, Rect place) {
+        control.Place(name, place);
+        window.AddControl(control);
+    }
+
+    static void Turn(QWidget& widget, QPoint pixels, QPoint angle) {
+        QWheelEvent event(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), pixels, angle,
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&widget, &event);
+    }
+
+    using Events = std::vector<std::string>;
+    Events events;
+    TextField field;
+    CheckBox box;
+    PushButton button;
+    PopupMenu popup;
+    Slider slider;
+    ProgressBar bar;
+    TextArea area;
+    TestWindow window;
+};
+
+TEST_F(Controls, WhatTheUserDoesReachesTheProgram) {
+    window.Open();
+    QTest::keyClicks(&window.Find<QLineEdit>("Field"), "ab");
+    QTest::mouseClick(&window.Find<QCheckBox>("Box"), Qt::LeftButton, {}, {7, 10});
+    QTest::mouseClick(&window.Find<QPushButton>("Button"), Qt::LeftButton);
+    QTest::keyClick(&window.Find<QSlider>("Slider"), Qt::Key_Right);
+    QTest::keyClick(&window.Find<QSlider>("Slider"), Qt::Key_PageUp);
+    EXPECT_EQ(events, (Events{"text a", "text ab", "on", "pushed", "value 1", "value 21"}));
+}
+
+TEST_F(Controls, WhatTheProgramSetsShowsAndRaisesItsEventOnce) {
+    window.Open();
+    field.SetText("1280");
+    box.SetValue(true);
+    popup.SetListIndex(2);
+    slider.SetValue(33);
+    bar.SetValue(1000);
+    button.SetCaption("Stop");
+    EXPECT_EQ(events, (Events{"text 1280", "on", "row third", "value 33"}));
+    EXPECT_EQ(window.Find<QLineEdit>("Field").text(), "1280");
+    EXPECT_TRUE(window.Find<QCheckBox>("Box").isChecked());
+    EXPECT_EQ(window.Find<QComboBox>("Popup").currentText(), "third");
+    EXPECT_EQ(window.Find<QSlider>("Slider").value(), 33);
+    EXPECT_EQ(window.Find<QProgressBar>("Bar").value(), 100);
+    EXPECT_EQ(window.Find<QPushButton>("Button").text(), "Stop");
+}
+
+TEST_F(Controls, AHandlerThatSetsAnotherValueHasTheLastWord) {
+    box.action = [this] { box.SetValue(false); };
+    field.textChange = [this] { field.SetText("5"); };
+    window.Open();
+    QTest::mouseClick(&window.Find<QCheckBox>("Box"), Qt::LeftButton, {}, {7, 10});
+    QTest::keyClicks(&window.Find<QLineEdit>("Field"), "9");
+    EXPECT_FALSE(window.Find<QCheckBox>("Box").isChecked());
+    EXPECT_EQ(window.Find<QLineEdit>("Field").text(), "5");
+}
+
+TEST_F(Controls, TheCursorStaysWhereTheUserTypes) {
+    field.SetText("1280");
+    window.Open();
+    auto& edit = window.Find<QLineEdit>("Field");
+    edit.setFocus();
+    edit.setCursorPosition(1);
+    QTest::keyClicks(&edit, "0");
+    field.SetText("10281");
+    EXPECT_EQ(edit.cursorPosition(), 2);
+}
+
+TEST_F(Controls, PickingTheRowThatShowsCountsAsAPick) {
+    window.Open();
+    auto& combo = window.Find<QComboBox>("Popup");
+    QTest::mouseClick(&combo, Qt::LeftButton);
+    ASSERT_TRUE(Eventually([&combo] { return combo.view()->isVisible(); }));
+    EXPECT_EQ(events, (Events{"press"}));
+    QTest::keyClick(combo.view(), Qt::Key_Return);
+    EXPECT_EQ(events, (Events{"press", "press", "row first"}));
+}
+
+TEST_F(Controls, AKeyOnTheClosedPopupPicksARow) {
+    window.Open();
+    QTest::keyClick(&window.Find<QComboBox>("Popup"), Qt::Key_Down);
+    EXPECT_EQ(events, (Events{"press", "row second"}));
+}
+
+TEST_F(Controls, AnOpenedPopupShowsTheRowsThatOpeningItMade) {
+    popup.mouseDown = [this] {
+        popup.DeleteAllRows();
+        popup.AddRow("fresh");
+    };
+    window.Open();
+    auto& combo = window.Find<QComboBox>("Popup");
+    QTest::mouseClick(&combo, Qt::LeftButton);
+    EXPECT_EQ(combo.count(), 1);
+    EXPECT_EQ(combo.itemText(0), "fresh");
+    combo.hidePopup();
+}
+
+TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
+    window.Open();
+    Turn(window.Find<QSlider>("Slider"), {}, {0, 120});
+    Turn(window.Find<QComboBox>("Popup"), {}, {0, -120});
+    EXPECT_EQ(slider.Value(), 0);
+    EXPECT_EQ(events, Events());
+    int turned = 0;
+    slider.mouseWheel = [&turned](int /*deltaX*/, int deltaY) { turned += deltaY; };
+    Turn(window.Find<QSlider>("Slider"), {}, {0, 60});
+    EXPECT_EQ(turned, 0);
+    Turn(window.Find<QSlider>("Slider"), {}, {0, 60});
+    Turn(window.Find<QSlider>("Slider"), {0, -60}, {});
+    EXPECT_EQ(turned, 0);
+    Turn(window.Find<QSlider>("Slider"), {}, {0, 360});
+    EXPECT_EQ(turned, 3);
+    EXPECT_EQ(slider.Value(), 0);
+}
+
+TEST_F(Controls, ArrowKeysTurnAFieldThatTakesTheWheel) {
+    int turned = 0;
+    field.mouseWheel = [&turned](int /*deltaX*/, int deltaY) { turned += deltaY; };
+    window.Open();
+    auto& edit = window.Find<QLineEdit>("Field");
+    QTest::keyClick(&edit, Qt::Key_Up);
+    QTest::keyClick(&edit, Qt::Key_Up);
+    QTest::keyClick(&edit, Qt::Key_Down);
+    QTest::keyClick(&edit, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(turned, 1);
+}
+
+TEST_F(Controls, AScreenReaderHearsNamesAndUnits) {
+    Label label;
+    label.SetText("Pre-Emp:");
+    label.buddy = &popup;
+    Add(label, "Label", {200, 100, 60, 20});
+    slider.spokenName = "AGC threshold";
+    slider.spokenValue = [](int value) { return std::to_string(value) + " decibels"; };
+    slider.SetValue(77);
+    window.Open();
+    auto* spoken = QAccessible::queryAccessibleInterface(&window.Find<QSlider>("Slider"));
+    ASSERT_NE(spoken, nullptr);
+    EXPECT_EQ(spoken->text(QAccessible::Name), "AGC threshold");
+    EXPECT_EQ(spoken->text(QAccessible::Value), "77 decibels");
+    ASSERT_NE(spoken->valueInterface(), nullptr);
+    spoken->valueInterface()->setCurrentValue(50);
+    EXPECT_EQ(slider.Value(), 50);
+    // A combo box speaks its row and is named by its label.
+    auto* combo = QAccessible::queryAccessibleInterface(&window.Find<QComboBox>("Popup"));
+    const auto labels = combo->relations(QAccessible::Label);
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels.front().first->text(QAccessible::Name), "Pre-Emp:");
+}
+
+TEST_F(Controls, DisabledAndHiddenControlsStillTakeValues) {
+    field.SetEnabled(false);
+    box.SetVisible(false);
+    window.Open();
+    EXPECT_FALSE(window.Find<QLineEdit>("Field").isEnabled());
+    EXPECT_FALSE(window.Find<QCheckBox>("Box").isVisible());
+    field.SetText("7");
+    box.SetValue(true);
+    box.SetVisible(true);
+    EXPECT_EQ(events, (Events{"text 7", "on"}));
+    EXPECT_EQ(window.Find<QLineEdit>("Field").text(), "7");
+    EXPECT_TRUE(window.Find<QCheckBox>("Box").isVisible());
+}
+
+TEST_F(Controls, AHiddenTextAreaCatchesUpWhenItIsShown) {
+    area.SetVisible(false);
+    window.Open();
+    for (int line = 0; line < 1000; ++line) {
+        area.AppendText("line\n");
+    }
+    LetEventsRun();
+    auto& edit = window.Find<QPlainTextEdit>("Area");
+    EXPECT_TRUE(edit.toPlainText().isEmpty());
+    area.SetVisible(true);
+    EXPECT_EQ(edit.toPlainText().size(), 5000);
+    area.AppendText("end");
+    EXPECT_TRUE(Eventually([&edit] { return edit.toPlainText().endsWith("end"); }));
+}
+
+TEST_F(Controls, ThePointerComingAndGoingIsTold) {
+    slider.mouseEnter = [this] { events.emplace_back("enter"); };
+    slider.mouseExit = [this] { events.emplace_back("exit"); };
+    window.Open();
+    QTest::mouseMove(&window.Find<QSlider>("Slider"), {20, 10});
+    QTest::mouseMove(&window.Shell(), {400, 200});
+    EXPECT_EQ(events, (Events{"enter", "exit"}));
+}
+
+TEST_F(Controls, AMissingSoundFunctionInAHandlerStaysOutOfQt) {
+    button.action = [] { throw FunctionNotFound("StartSoundOutput", "the library"); };
+    window.Open();
+    QTest::mouseClick(&window.Find<QPushButton>("Button"), Qt::LeftButton);
+    LetEventsRun();
+    EXPECT_TRUE(window.Visible());
+}
+
+} // namespace
+} // namespace larkspool

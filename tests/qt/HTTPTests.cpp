@@ -1,0 +1,103 @@
+#include "qt/OnScreen.h"
+
+#include <QHostAddress>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+// A server that gives each path a reply laid down by the test, and ends the connection.
+class HTTP : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+        QObject::connect(&server, &QTcpServer::newConnection, &server, [this] {
+            QTcpSocket* visitor = server.nextPendingConnection();
+            QObject::connect(visitor, &QTcpSocket::readyRead, visitor, [this, visitor] {
+                const std::string request = visitor->readAll().toStdString();
+                const std::string path = request.substr(4, request.find(' ', 4) - 4);
+                visitor->write(QByteArray::fromStdString(replies[path]));
+                visitor->disconnectFromHost();
+            });
+        });
+        fetch = TheDesktop().MakeHTTPSocket();
+        fetch->pageReceived = [this](const std::string& /*url*/, int status,
+                                     const std::string& content) {
+            events.push_back(std::to_string(status) + " " + content);
+        };
+        fetch->error = [this](int code) { events.push_back("error " + std::to_string(code)); };
+    }
+
+    std::string Url(const std::string& path) const {
+        return "http://127.0.0.1:" + std::to_string(server.serverPort()) + path;
+    }
+
+    std::string EventOf(const std::string& url) {
+        events.clear();
+        fetch->Get(url);
+        EXPECT_TRUE(events.empty());
+        EXPECT_TRUE(Eventually([this] { return !events.empty(); })) << url;
+        LetEventsRun();
+        return events.size() == 1 ? events.front() : "not one event";
+    }
+
+    std::map<std::string, std::string> replies;
+    std::vector<std::string> events;
+    QTcpServer server;
+    std::unique_ptr<HTTPSocket> fetch;
+};
+
+TEST_F(HTTP, APageComesWholeWhateverItsStatus) {
+    replies["/public/"] = "HTTP/1.1 200 OK\r\n\r\nline one\nline two";
+    replies["/gone"] = "HTTP/1.1 404 Not Found\r\nContent-Length: 4\r\n\r\ngone";
+    replies["/broken"] = "HTTP/1.1 503 Busy\r\n\r\nlater";
+    replies["/moved"] = "HTTP/1.1 302 Found\r\nLocation: /public/\r\nContent-Length: 0\r\n\r\n";
+    EXPECT_EQ(EventOf(Url("/public/")), "200 line one\nline two");
+    EXPECT_EQ(EventOf(Url("/gone")), "404 gone");
+    EXPECT_EQ(EventOf(Url("/broken")), "503 later");
+    EXPECT_EQ(EventOf(Url("/moved")), "200 line one\nline two");
+}
+
+TEST_F(HTTP, WhatIsNoWholeAnswerIsAnError) {
+    replies["/short"] = "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf a page";
+    replies["/huge"] = "HTTP/1.1 200 OK\r\n\r\n" + std::string(9 * 1024 * 1024, 'x');
+    replies["/round"] = "HTTP/1.1 302 Found\r\nLocation: /round\r\nContent-Length: 0\r\n\r\n";
+    EXPECT_EQ(EventOf(Url("/short")), "error 102");
+    EXPECT_EQ(EventOf(Url("/silent")), "error 102");
+    EXPECT_EQ(EventOf(Url("/huge")), "error " + std::to_string(EFBIG));
+    EXPECT_EQ(EventOf(Url("/round")), "error " + std::to_string(ELOOP));
+    EXPECT_EQ(EventOf("http://127.0.0.1:1/"), "error 102");
+    EXPECT_EQ(EventOf("file:///etc/hostname"), "error " + std::to_string(EINVAL));
+    EXPECT_EQ(EventOf(""), "error " + std::to_string(EINVAL));
+}
+
+TEST_F(HTTP, ANewFetchCancelsTheOneBefore) {
+    replies["/first"] = "HTTP/1.1 200 OK\r\n\r\nfirst";
+    replies["/second"] = "HTTP/1.1 200 OK\r\n\r\nsecond";
+    fetch->Get(Url("/first"));
+    QTest::qWait(1);
+    EXPECT_EQ(EventOf(Url("/second")), "200 second");
+}
+
+TEST_F(HTTP, AFetchMayBeDestroyedUnderWayAndInItsOwnEvent) {
+    replies["/page"] = "HTTP/1.1 200 OK\r\n\r\npage";
+    fetch->Get(Url("/page"));
+    QTest::qWait(1);
+    fetch = TheDesktop().MakeHTTPSocket();
+    fetch->pageReceived = [this](const std::string&, int, const std::string&) { fetch.reset(); };
+    fetch->Get(Url("/page"));
+    EXPECT_TRUE(Eventually([this] { return fetch == nullptr; }));
+    EXPECT_TRUE(events.empty());
+}
+
+} // namespace
+} // namespace larkspool
