@@ -9,6 +9,7 @@ void ConsoleFixture::Start() {
     desktop.tcpSockets.clear();
     desktop.udpSockets.clear();
     desktop.hasEnded = false;
+    app.reset(); // one program at a time on this computer
     app = std::make_unique<App>(desktop, deployment);
     app->Event_Open();
     desktop.Advance(0);

@@ -1,0 +1,236 @@
+#include "platform/CheckBox.h"
+#include "platform/Label.h"
+#include "platform/Listbox.h"
+#include "platform/PopupMenu.h"
+#include "platform/ProgressBar.h"
+#include "platform/PushButton.h"
+#include "platform/Slider.h"
+#include "platform/TextArea.h"
+#include "platform/TextField.h"
+#include "support/VirtualDesktop.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+// Counts what a view is told.
+class CountingView : public ControlView {
+  public:
+    using ControlView::ControlView;
+    void Changed(Aspect aspect) override { aspects.push_back(aspect); }
+
+    std::vector<Aspect> aspects;
+};
+
+TEST(ControlModels, ADifferentValueRaisesItsEventBeforeTheSetterReturns) {
+    std::string events;
+    TextField field;
+    field.textChange = [&] { events += "text " + field.Text() + ";"; };
+    CheckBox box;
+    box.action = [&] { events += "box;"; };
+    Slider slider;
+    slider.SetRange(-10, 10);
+    slider.valueChanged = [&] { events += "slider " + std::to_string(slider.Value()) + ";"; };
+    PopupMenu popup;
+    popup.change = [&] { events += "popup " + popup.Text() + ";"; };
+    popup.AddRow("a");
+    popup.AddRow("b");
+    for (int round = 0; round < 2; ++round) { // the second round changes nothing
+        field.SetText("x");
+        box.SetValue(true);
+        slider.SetValue(99);
+        popup.SetListIndex(1);
+    }
+    EXPECT_EQ(events, "text x;box;slider 10;popup b;");
+    slider.SetValue(50); // clamped to what it already is
+    popup.SetListIndex(7);
+    popup.SetListIndex(-1);
+    EXPECT_EQ(events, "text x;box;slider 10;popup b;");
+}
+
+TEST(ControlModels, HandlersMayNest) {
+    TextField first;
+    TextField second;
+    int changes = 0;
+    first.textChange = [&] {
+        ++changes;
+        second.SetText(first.Text());
+    };
+    second.textChange = [&] {
+        ++changes;
+        first.SetText("settled");
+    };
+    first.SetText("start");
+    EXPECT_EQ(first.Text(), "settled");
+    EXPECT_EQ(second.Text(), "settled");
+    EXPECT_EQ(changes, 4);
+}
+
+TEST(ControlModels, AUsersPickCountsEvenForTheRowThatShows) {
+    PopupMenu popup;
+    std::string events;
+    popup.mouseDown = [&] { events += "press "; };
+    popup.change = [&] { events += "change "; };
+    popup.AddRow("a");
+    popup.Pick(0);
+    popup.Pick(0);
+    popup.Pick(5);
+    EXPECT_EQ(events, "press change press change ");
+    popup.DeleteAllRows();
+    EXPECT_EQ(popup.ListIndex(), -1);
+    EXPECT_EQ(popup.Text(), "");
+    EXPECT_EQ(events, "press change press change ");
+}
+
+TEST(ControlModels, ADisabledButtonDoesNothingAndHiddenControlsLiveOn) {
+    int pushes = 0;
+    PushButton button;
+    button.action = [&] { ++pushes; };
+    button.SetVisible(false);
+    button.Push();
+    button.SetEnabled(false);
+    button.Push();
+    EXPECT_EQ(pushes, 1);
+    Slider slider;
+    int changes = 0;
+    slider.valueChanged = [&] { ++changes; };
+    slider.SetEnabled(false);
+    slider.SetValue(3);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST(ControlModels, SmallTurnsOfTheWheelAddUpToWholeSteps) {
+    TextField field;
+    int steps = 0;
+    field.Wheel(0, 1200); // nobody asked for it
+    field.mouseWheel = [&](int, int deltaY) { steps += deltaY; };
+    for (int i = 0; i < 30; ++i) {
+        field.Wheel(0, 8);
+    }
+    EXPECT_EQ(steps, 2);
+    field.Wheel(0, 100);
+    field.Wheel(0, -60); // turning back doesn't have to work off what was left
+    EXPECT_EQ(steps, 2);
+    field.Wheel(0, -60);
+    EXPECT_EQ(steps, 1);
+    field.Wheel(0, -360);
+    EXPECT_EQ(steps, -2);
+}
+
+TEST(ControlModels, AProgressBarKeepsAnyValue) {
+    ProgressBar bar;
+    bar.SetValue(-7);
+    EXPECT_EQ(bar.Value(), -7);
+    bar.SetValue(99999);
+    EXPECT_EQ(bar.Value(), 99999);
+}
+
+TEST(ControlModels, WhatGrowsIsBounded) {
+    Listbox log;
+    log.maximumRows = 3;
+    log.maximumRowLength = 4;
+    for (const char* row : {"one", "two", "three", "fo\xc3\xb6\xc3\xb6"}) {
+        log.AddRow(row);
+    }
+    EXPECT_EQ(log.ListCount(), 3);
+    EXPECT_EQ(log.Cell(0, 0), "two");
+    EXPECT_EQ(log.Cell(1, 0), "thre");
+    EXPECT_EQ(log.Cell(2, 0), "fo\xc3\xb6") << "cut between characters";
+    TextArea area;
+    area.maximumLength = 5;
+    area.AppendText("abc");
+    area.AppendText("defg");
+    EXPECT_EQ(area.Text(), "cdefg");
+}
+
+TEST(ControlModels, ATablesCellsAndSelectionFollowItsRows) {
+    Listbox table;
+    table.columns.resize(3);
+    for (const char* row : {"a", "b", "c"}) {
+        table.AddRow(row);
+    }
+    table.SetCell(1, 2, "b2");
+    table.SetCell(1, 3, "no such column");
+    table.SetCell(9, 0, "no such row");
+    table.SetListIndex(1);
+    table.DeleteRow(0);
+    EXPECT_EQ(table.ListIndex(), 0);
+    EXPECT_EQ(table.Cell(0, 0), "b");
+    EXPECT_EQ(table.Cell(0, 1), "");
+    EXPECT_EQ(table.Cell(0, 2), "b2");
+    table.DeleteRow(0);
+    EXPECT_EQ(table.ListIndex(), -1);
+    table.DeleteRow(5);
+    EXPECT_EQ(table.LastIndex(), 0);
+}
+
+TEST(ControlModels, AViewHearsOnlyOfWhatChanged) {
+    Label label;
+    auto view = std::make_unique<CountingView>(label);
+    label.SetText("x");
+    label.SetText("x");
+    label.SetTextColor({1, 2, 3});
+    label.SetTextColor({1, 2, 3});
+    label.SetVisible(true);
+    EXPECT_EQ(view->aspects, (std::vector<Aspect>{Aspect::Value, Aspect::Colour}));
+    view.reset();
+    label.SetText("y"); // nobody listens any more
+}
+
+class PlainWindow : public Window {
+  public:
+    explicit PlainWindow(Desktop& host) : Window(host) {
+        SetDesignSize(400, 300);
+        Add(fixed, "fixed", {});
+        Add(wide, "wide", {.right = true});
+        Add(moved, "moved", {.left = false, .right = true});
+        Add(filled, "filled", {.right = true, .bottom = true});
+    }
+    bool Event_CancelClose(bool) override { return staysOpen; }
+
+    Label fixed, wide, moved, filled;
+    bool staysOpen = false;
+
+  private:
+    void Add(Label& label, const char* name, Locks locks) {
+        label.Place(name, {10, 10, 100, 20}, locks);
+        AddControl(label);
+    }
+};
+
+TEST(WindowModel, ControlsKeepTheirDistanceToTheEdgesTheyAreLockedTo) {
+    VirtualDesktop desktop;
+    PlainWindow window(desktop);
+    window.maximumWidth = 500;
+    window.Resize(9999, 350);
+    EXPECT_EQ(window.Width(), 500);
+    EXPECT_EQ(window.fixed.Bounds(), (Rect{10, 10, 100, 20}));
+    EXPECT_EQ(window.wide.Bounds(), (Rect{10, 10, 200, 20}));
+    EXPECT_EQ(window.moved.Bounds(), (Rect{110, 10, 100, 20}));
+    EXPECT_EQ(window.filled.Bounds(), (Rect{10, 10, 200, 70}));
+    window.Resize(400, 300);
+    EXPECT_EQ(window.filled.Bounds(), (Rect{10, 10, 100, 20}));
+}
+
+TEST(WindowModel, AClosedWindowMayBeDestroyedByItsHandler) {
+    VirtualDesktop desktop;
+    auto window = std::make_unique<PlainWindow>(desktop);
+    const auto life = window->LifeToken();
+    window->Show();
+    window->staysOpen = true;
+    window->Close();
+    EXPECT_TRUE(window->Visible());
+    window->staysOpen = false;
+    window->closed = [&window] { window.reset(); };
+    window->Close();
+    EXPECT_EQ(window, nullptr);
+    EXPECT_TRUE(life.expired());
+}
+
+} // namespace
+} // namespace larkspool

@@ -1,0 +1,181 @@
+#include "support/ConsoleFixture.h"
+
+#include "platform/BinaryStream.h"
+
+#include <filesystem>
+
+namespace larkspool {
+namespace {
+
+// The console's first moments, and what it remembers from the last time.
+class Opening : public ConsoleFixture {
+  protected:
+    FolderItem Stored(SpecialFolder folder = SpecialFolder::Preferences) {
+        return *desktop.Folder(folder).Child("Larkspool Prefs");
+    }
+};
+
+TEST_F(Opening, AFirstStartShowsTheDefaults) {
+    Start();
+    EXPECT_TRUE(Console().Visible());
+    EXPECT_EQ(Console().Title(), "Larkspool");
+    EXPECT_EQ(Console().Width(), 1064);
+    EXPECT_EQ(Console().Height(), 370);
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10000");
+    EXPECT_EQ(Console().PopupMenuMode.Text(), "am");
+    EXPECT_EQ(Console().TextFieldLowCut.Text(), "-5000");
+    EXPECT_EQ(Console().LabelAgcThreshold.Text(), "Threshold -130 dB");
+    EXPECT_EQ(Console().LabelAgcSlope.Text(), "Slope 6 dB");
+    EXPECT_EQ(Console().LabelAgcManualGain.Text(), "Manual Gain 50 dB");
+    EXPECT_EQ(Console().LabelAgcDecay.Text(), "Decay 1000 ms");
+    EXPECT_EQ(Console().LabelWaterfallGain.Text(), "Waterfall Gain: 1.00");
+    EXPECT_EQ(Console().LabelWaterfallMinDb.Text(), "Waterfall min -120 db");
+    EXPECT_EQ(Console().LabelSquelch.Text(), "Squelch 0 dB");
+    EXPECT_FALSE(Console().CheckBoxUpdateWaterfall.Value());
+    EXPECT_FALSE(Console().PushButtonRecord.Enabled());
+    EXPECT_TRUE(desktop.boxes.empty());
+    for (const Control* control : {static_cast<Control*>(&Console().TextArea1),
+                                   static_cast<Control*>(&Console().Listbox1)}) {
+        EXPECT_FALSE(control->Visible());
+    }
+}
+
+TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
+    for (const std::int32_t squelch : {0, 21, 40, 99, -3}) {
+        for (const std::int32_t gain : {1, 222, 500, 9999}) {
+            Start();
+            app->prefs.prefsSquelch = squelch;
+            app->prefs.prefsWaterfallGain = gain;
+            app->prefs.prefsWaterfallOffset = 200;
+            app->prefs.prefsModeSettings.threshold[0] = -77; // each slider's own first value
+            app->prefs.prefsModeSettings.slope[0] = 0;
+            app->prefs.prefsModeSettings.decay[0] = 0;
+            app->prefs.prefsModeSettings.manualGain[0] = 0;
+            Restart();
+            for (const Control* control : Console().Controls()) {
+                if (const auto* label = dynamic_cast<const Label*>(control)) {
+                    EXPECT_NE(label->Text(), "Untitled") << label->Name();
+                }
+            }
+            const int shown = Console().SliderSquelch.Value();
+            EXPECT_EQ(Console().LabelSquelch.Text(), "Squelch " + std::to_string(shown) + " dB");
+            Quit();
+        }
+    }
+}
+
+TEST_F(Opening, EveryControlComesBackAsItWasLeft) {
+    Start();
+    Console().TextFieldAddress.SetText("192.0.2.10");
+    Console().TextFieldPort.SetText("8075");
+    Console().PopupMenuMode.Pick(3);
+    Console().TextFieldFreq.SetText("14074.5");
+    Console().TextFieldLowCut.SetText("200.9");
+    Console().SliderAgcDecay.SetValue(2500);
+    Console().CheckBoxHang.SetValue(true);
+    Console().OutputVolumeSlider.SetValue(640);
+    Console().SoundOutputPopupMenu.Pick(1);
+    Console().TextFieldIdentity.SetText("S\xc3\xb8ren");
+    Console().TextFieldGeoLocation.SetText("Bergen");
+    Console().SliderWaterfallGain.SetValue(312);
+    Console().SliderWaterfallMinDb.SetValue(150);
+    Console().SliderSquelch.SetValue(7);
+    Console().PopupMenuSquelchTime.Pick(2);
+    Console().CheckBoxReconnect.SetValue(true);
+    Console().CheckBoxUpdateWaterfall.SetValue(true);
+    Console().TextFieldSquelchedDeadSpace.SetText("0.25");
+    Restart();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10");
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8075");
+    EXPECT_EQ(Console().PopupMenuMode.Text(), "usb");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "14074.5");
+    EXPECT_EQ(Console().TextFieldLowCut.Text(), "200");
+    EXPECT_EQ(Console().TextFieldHighCut.Text(), "2700");
+    EXPECT_EQ(Console().LabelAgcDecay.Text(), "Decay 2500 ms");
+    EXPECT_TRUE(Console().CheckBoxHang.Value());
+    EXPECT_EQ(Console().OutputVolumeSlider.Value(), 640);
+    EXPECT_EQ(Console().SoundOutputPopupMenu.Text(), "Headphones");
+    EXPECT_EQ(Console().TextFieldIdentity.Text(), "S\xc3\xb8ren");
+    EXPECT_EQ(Console().TextFieldGeoLocation.Text(), "Bergen");
+    EXPECT_EQ(Console().LabelWaterfallGain.Text(), "Waterfall Gain: 3.12");
+    EXPECT_EQ(Console().LabelWaterfallMinDb.Text(), "Waterfall min -70 db");
+    EXPECT_EQ(Console().LabelSquelch.Text(), "Squelch 7 dB");
+    EXPECT_EQ(Console().PopupMenuSquelchTime.Text(), "0.5 sec");
+    EXPECT_TRUE(Console().CheckBoxReconnect.Value());
+    EXPECT_TRUE(Console().CheckBoxUpdateWaterfall.Value());
+    EXPECT_EQ(app->prefs.prefsSquelchedDeadSpace, 0.25) << "what is stored isn't rounded";
+}
+
+TEST_F(Opening, RestoringChangesNothingThatIsStored) {
+    Start();
+    auto& modes = app->prefs.prefsModeSettings;
+    modes.slope[0] = 6.7;       // a slider has no room for the fraction
+    modes.manualGain[0] = 9999; // nor for this
+    modes.lowCut[15] = 1234;    // and no control reaches this one
+    app->prefs.prefsLastMode = 2;
+    app->prefs.prefsLastFreq = 7055.123456789012;
+    Quit();
+    const std::string before = BinaryStream::Open(Stored())->ReadString(5000);
+    Start();
+    desktop.Advance(5);
+    Quit();
+    EXPECT_EQ(BinaryStream::Open(Stored())->ReadString(5000), before);
+}
+
+TEST_F(Opening, NothingGoesOutWhileNobodyIsConnected) {
+    Start();
+    desktop.Advance(10);
+    EXPECT_EQ(Audio().socket.connects, 0);
+    Console().TextFieldFreq.SetText("7000");
+    Console().SliderSquelch.SetValue(3);
+    EXPECT_EQ(Audio().TakeRequest(), "");
+}
+
+TEST_F(Opening, AFileBesideTheProgramTakesOver) {
+    Start();
+    Console().TextFieldAddress.SetText("in.preferences");
+    Quit();
+    std::filesystem::copy(Stored().Path(), Stored(SpecialFolder::Program).Path());
+    Start();
+    Console().TextFieldAddress.SetText("beside.program");
+    Restart();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "beside.program");
+    Quit();
+    Stored(SpecialFolder::Program).Delete();
+    Start();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "in.preferences");
+}
+
+TEST_F(Opening, ShiftAndControlTogetherClearTheSettings) {
+    Start();
+    Console().TextFieldAddress.SetText("192.0.2.10");
+    Quit();
+    desktop.shiftKey = true; // one of them alone does nothing
+    Start();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10");
+    Quit();
+    desktop.controlKey = true;
+    Start();
+    EXPECT_EQ(desktop.boxes, (std::vector<std::string>{"Settings cleared"}));
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "");
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
+    EXPECT_FALSE(Stored().Exists());
+    desktop.DismissBoxes();
+    Start();
+    EXPECT_EQ(desktop.boxes.size(), 2U) << "said also where there was nothing to clear";
+}
+
+TEST_F(Opening, AStoredModeOutsideTheListOpensTheFirst) {
+    for (const std::uint32_t mode : {12U, 25U, 4000000000U}) {
+        Start();
+        app->prefs.prefsLastMode = mode;
+        Restart();
+        EXPECT_EQ(Console().PopupMenuMode.Text(), "am") << mode;
+        EXPECT_EQ(Console().TextFieldHighCut.Text(), "5000") << mode;
+        Quit();
+    }
+}
+
+} // namespace
+} // namespace larkspool
