@@ -1,0 +1,97 @@
+#include "support/ConsoleFixture.h"
+#include "support/PictureGraphics.h"
+
+namespace larkspool {
+namespace {
+
+// The waterfall in a session: rows come in, a click tunes.
+class Watching : public ConsoleFixture {
+  protected:
+    Watching() {
+        Start();
+        Console().CheckBoxUpdateWaterfall.SetValue(true);
+        ConnectAndStream();
+    }
+
+    void Row(std::uint8_t bin) {
+        Waterfall().Say("W/F", std::string(13, '\0') + std::string(1024, static_cast<char>(bin)));
+        desktop.Advance(0);
+    }
+
+    Color TopRow() {
+        PictureGraphics graphics(Console().WaterfallCanvas.Bounds().width, 105);
+        Console().WaterfallCanvas.Event_Paint(graphics);
+        return graphics.paper.Pixel(100, 5);
+    }
+
+    ColorTable table;
+};
+
+TEST_F(Watching, RowsArriveOnEitherLinkAndAreDroppedWhileSwitchedOff) {
+    Row(155);
+    EXPECT_EQ(TopRow(), table[400]);
+    Audio().Say("W/F", std::string(13, '\0') + std::string(1024, static_cast<char>(105)));
+    desktop.Advance(0);
+    EXPECT_EQ(TopRow(), table[200]);
+    Console().CheckBoxUpdateWaterfall.SetValue(false);
+    Row(255);
+    EXPECT_EQ(TopRow(), PictureGraphics::Untouched);
+    Console().CheckBoxUpdateWaterfall.SetValue(true);
+    EXPECT_EQ(TopRow(), table[200]) << "what came meanwhile hasn't disturbed the picture";
+    Console().SliderWaterfallGain.SetValue(200);
+    Console().SliderWaterfallMinDb.SetValue(190);
+    Row(155);
+    EXPECT_EQ(TopRow(), table[180 * 4]);
+}
+
+TEST_F(Watching, AReconnectStartsOnBlack) {
+    Row(155);
+    PressConnect();
+    EXPECT_EQ(TopRow(), (Color{0, 0, 0}));
+}
+
+TEST_F(Watching, AClickTunesThePassbandsMiddleToTheSpot) {
+    struct Case {
+        int mode;
+        int x;
+        const char* freq;
+    };
+    const Case cases[] = {{0, 512, "10000"},           // the middle of a symmetric passband
+                          {0, 0, "9992.672"},          // the left edge
+                          {3, 512, "9998.6"},          // 100 to 2700 Hz: the middle is 1.4 kHz up
+                          {2, 1023, "10008.7136875"}}; // lower sideband, the right edge
+    for (const Case& one : cases) {
+        Console().PopupMenuMode.Pick(one.mode);
+        Console().TextFieldFreq.SetText("10000");
+        EXPECT_EQ(Console().WaterfallCanvas.mouseDown(one.x, 50), false);
+        EXPECT_EQ(Console().TextFieldFreq.Text(), one.freq);
+    }
+    const auto sent = Waterfall().TakeCommands();
+    EXPECT_EQ(sent[sent.size() - 3].rfind("SET zoom=11 start=", 0), 0U);
+}
+
+TEST_F(Watching, TheClicksScaleStaysInANarrowerWindow) {
+    Console().Resize(1000, 370);
+    EXPECT_EQ(Console().WaterfallCanvas.Bounds().width, 960);
+    Console().WaterfallCanvas.mouseDown(512, 0);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10000");
+}
+
+TEST_F(Watching, AClickOnASwitchedOffWaterfallDoesNothing) {
+    Console().CheckBoxUpdateWaterfall.SetValue(false);
+    EXPECT_EQ(Console().WaterfallCanvas.mouseDown(100, 50), true);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10000");
+}
+
+TEST_F(Watching, ThePictureLastsThroughAResize) {
+    Row(155);
+    Console().Resize(1000, 370);
+    EXPECT_EQ(TopRow(), table[400]);
+    Row(105);
+    EXPECT_EQ(TopRow(), table[200]);
+    Console().Resize(1064, 400);
+    EXPECT_EQ(TopRow(), table[200]);
+}
+
+} // namespace
+} // namespace larkspool

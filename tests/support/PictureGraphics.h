@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Graphics.h"
+#include "platform/Picture.h"
+
+#include <cmath>
+
+namespace larkspool {
+
+// Paints into a picture, pixel by pixel. Starts out in a colour that nobody paints with.
+class PictureGraphics : public Graphics {
+  public:
+    static constexpr Color Untouched = {1, 2, 3};
+
+    PictureGraphics(int width, int height) : paper(width, height) {
+        SetForeColor(Untouched);
+        FillRect(0, 0, width, height);
+    }
+
+    int Width() const override { return paper.Width(); }
+    int Height() const override { return paper.Height(); }
+    void SetForeColor(Color color) override { pen = color; }
+    void FillRect(double x, double y, double width, double height) override {
+        for (int row = Edge(y); row < Edge(y + height); ++row) {
+            for (int column = Edge(x); column < Edge(x + width); ++column) {
+                paper.SetPixel(column, row, pen);
+            }
+        }
+    }
+    void DrawPicture(const Picture& picture, int x, int y) override {
+        DrawPicture(picture, x, y, picture.Width(), picture.Height());
+    }
+    void DrawPicture(const Picture& picture, int x, int y, int width, int height) override {
+        for (int row = 0; row < height; ++row) {
+            for (int column = 0; column < width; ++column) {
+                paper.SetPixel(x + column, y + row,
+                               picture.Pixel(column * picture.Width() / width,
+                                             row * picture.Height() / height));
+            }
+        }
+    }
+
+    Picture paper;
+
+  private:
+    static int Edge(double position) { return static_cast<int>(std::lround(position)); }
+
+    Color pen;
+};
+
+} // namespace larkspool
