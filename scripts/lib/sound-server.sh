@@ -51,8 +51,7 @@ sound_server_start() {
         --disable-shm=yes --realtime=no --high-priority=no "${modules[@]}" \
         >"$sound_server_dir/server.log" 2>&1 &
     sound_server_pid=$!
-    local tries
-    for tries in $(seq 100); do
+    for _ in $(seq 100); do
         pactl info >/dev/null 2>&1 && return 0
         kill -0 "$sound_server_pid" 2>/dev/null || break
         sleep 0.05
@@ -89,6 +88,7 @@ sound_server_stop() {
     sound_server_record_stop
     if [ -n "$sound_server_pid" ]; then
         kill "$sound_server_pid" 2>/dev/null
+        kill -CONT "$sound_server_pid" 2>/dev/null
         wait "$sound_server_pid" 2>/dev/null
         sound_server_pid=""
     fi

@@ -92,7 +92,7 @@ class OutputTest : public ::testing::Test {
     static void ExpectAtOnce(const std::function<void()>& call) {
         const auto before = Clock::now();
         call();
-        EXPECT_LT(Clock::now() - before, milliseconds(100));
+        EXPECT_LT(Clock::now() - before, milliseconds(500));
     }
 
     void Push(double seconds) {
@@ -165,7 +165,7 @@ TEST_F(OutputTest, WithoutADeviceTheSoundStaysLive) {
         engine->Push(120, block.data(), 12000);
         std::this_thread::sleep_for(milliseconds(10));
     }
-    EXPECT_GT(engine->Fill(), 0.5);
+    EXPECT_GT(engine->Fill(), 0.2);
     EXPECT_LT(engine->Fill(), 1.6);
     EXPECT_EQ(engine->DroppedSamples(), 0U);
 }

@@ -77,7 +77,7 @@ void ExpectJitterUnheard(const Scenario& scenario) {
 }
 
 TEST(SoundSimulation, AnHourOfJitterAndDriftIsHeardWithoutAGap) {
-    const Scenario quick{.length = 800.0, .clockError = 200e-6, .jitter = 0.3};
+    const Scenario quick{.length = 720.0, .clockError = 200e-6, .jitter = 0.3};
     for (Scenario scenario : Variants(quick)) {
         // Every seed hears one tone with a fast receiver and the other with a slow one.
         const bool isHigh = (scenario.clockError < 0.0) == (scenario.seed % 2 == 1);
@@ -85,7 +85,7 @@ TEST(SoundSimulation, AnHourOfJitterAndDriftIsHeardWithoutAGap) {
         ExpectJitterUnheard(scenario);
     }
     if (SoakSeeds() == 0) {
-        ExpectJitterUnheard({.length = 800.0,
+        ExpectJitterUnheard({.length = 720.0,
                              .clockError = -200e-6,
                              .jitter = 0.3,
                              .tone = 3000.0,
@@ -98,7 +98,7 @@ TEST(SoundSimulation, AnHourOfJitterAndDriftIsHeardWithoutAGap) {
 TEST(SoundSimulation, DriftAloneIsFollowedClosely) {
     // The beginning leaves a slow tail, which weighs more in a short run.
     const double highestError = SoakSeeds() > 0 ? 15.0 : 18.0;
-    const Scenario quick{.length = 800.0, .clockError = -200e-6, .callback = 300};
+    const Scenario quick{.length = 720.0, .clockError = -200e-6, .callback = 300};
     for (const Scenario& scenario : Variants(quick)) {
         SCOPED_TRACE(::testing::Message() << scenario);
         const Outcome outcome = RunLoud(scenario);

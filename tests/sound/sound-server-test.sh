@@ -7,6 +7,7 @@ set -u
 probe=$1
 length=${2:-short}
 here=$(cd "$(dirname "$0")" && pwd)
+# shellcheck source=../../scripts/lib/sound-server.sh
 . "$here/../../scripts/lib/sound-server.sh"
 
 if ! reason=$(sound_server_available); then
@@ -72,11 +73,11 @@ returns_after_reload() {
     return $result
 }
 
-without_server() { PULSE_SERVER=unix:$work/nobody timeout 20 "$probe" calls 0.1 1; }
+without_server() { PULSE_SERVER=unix:$work/nobody timeout 20 "$probe" calls 0.5 1.5; }
 
 with_hanging_server() {
-    kill -STOP "$sound_server_pid"
-    timeout 20 "$probe" calls 0.1 3.5
+    kill -STOP "${sound_server_pid:?}"
+    timeout 20 "$probe" calls 0.5 4
     local result=$?
     kill -CONT "$sound_server_pid"
     return $result
