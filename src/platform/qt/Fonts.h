@@ -4,6 +4,7 @@
 
 namespace larkspool {
 
+class Label;
 class Window;
 
 // The first installed of the fonts that suit the windows, at the size wished for.
@@ -13,6 +14,6 @@ QFont LargestFont();
 QFont FittingFont(const Window& window, QFont font);
 
 // How wide a label may be drawn: its own width, or less where another control stands in its way.
-int RoomForLabel(const Window& window, const class Label& label);
+int RoomForLabel(const Window& window, const Label& label);
 
 } // namespace larkspool

@@ -85,6 +85,9 @@ Table::Table(QWidget* parent) : QTableView(parent) {
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(0);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowSpacing);
+    QFont headings = font();
+    headings.setPixelSize(headings.pixelSize() - 1);
+    horizontalHeader()->setFont(headings);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }

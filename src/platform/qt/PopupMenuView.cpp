@@ -8,9 +8,11 @@
 #include <QScrollBar>
 #include <QSignalBlocker>
 #include <QStyleOptionComboBox>
+#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include <algorithm>
+#include <memory>
 
 namespace larkspool {
 
@@ -18,6 +20,17 @@ namespace {
 
 constexpr int mostRowsAtOnce = 20;
 constexpr int rowMargins = 16;
+constexpr int rowSpacing = 5;
+
+// Rows that the pointer finds more easily than Qt's own.
+class RoomyRows : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, rowSpacing);
+    }
+};
 
 } // namespace
 
@@ -71,6 +84,7 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
     shape.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (auto* list = dynamic_cast<QListView*>(shape.view())) {
         list->setUniformItemSizes(true);
+        list->setItemDelegate(std::make_unique<RoomyRows>(list).release()); // the list owns it
     }
     CatchUp();
     shape.aboutToPress = [this] {

@@ -9,6 +9,7 @@ namespace larkspool {
 namespace {
 
 constexpr int indicatorSize = 15;
+constexpr int cellMargin = 3;
 constexpr int handleSize = 14;
 constexpr int grooveHeight = 4;
 constexpr int grooveCentre = 10; // below the slider's top, in line with a label 20 high
@@ -50,7 +51,7 @@ void DrawLine(QPainter& painter, const QPolygonF& line, const QColor& color, dou
 
 void DrawIndicator(QPainter& painter, const QStyleOption& option) {
     const bool ticked = option.state.testFlag(QStyle::State_On);
-    const QColor accent = option.palette.color(QPalette::Highlight);
+    const QColor accent = option.palette.color(QPalette::Link);
     const QColor border =
         ticked && !option.state.testFlag(QStyle::State_HasFocus) ? accent : BorderOf(option);
     DrawFrame(painter, option.rect, ticked ? accent : option.palette.color(QPalette::Base), border);
@@ -91,6 +92,23 @@ void DrawSlider(QPainter& painter, const QStyleOption& option, const QRectF& gro
     painter.restore();
 }
 
+// Fusion draws its line under the titles higher than under the rest of the bar.
+void DrawMenuBarLine(QPainter& painter, const QStyleOption& option, const QWidget& bar) {
+    if (option.rect.bottom() >= bar.height() - 1) {
+        painter.fillRect(option.rect.left(), bar.height() - 1, option.rect.width(), 1,
+                         option.palette.color(QPalette::Midlight));
+    }
+}
+
+void DrawMenuTitle(QPainter& painter, const QStyleOptionMenuItem& title, const QStyle& style) {
+    const bool open = title.state.testFlag(QStyle::State_Sunken);
+    painter.fillRect(title.rect,
+                     title.palette.color(open ? QPalette::Highlight : QPalette::Window));
+    style.drawItemText(&painter, title.rect, Qt::AlignCenter | Qt::TextShowMnemonic, title.palette,
+                       title.state.testFlag(QStyle::State_Enabled), title.text,
+                       open ? QPalette::HighlightedText : QPalette::WindowText);
+}
+
 } // namespace
 
 ProxyStyle::ProxyStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -109,6 +127,12 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
         return indicatorSize;
     case PM_CheckBoxLabelSpacing:
         return 5;
+    case PM_FocusFrameHMargin:
+        return dynamic_cast<const QAbstractItemView*>(widget) != nullptr
+                   ? cellMargin
+                   : QProxyStyle::pixelMetric(metric, option, widget);
+    case PM_HeaderMargin:
+        return cellMargin;
     case PM_SliderLength:
     case PM_SliderThickness:
     case PM_SliderControlThickness:
@@ -166,6 +190,20 @@ void ProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         break;
     }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+void ProxyStyle::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                             const QWidget* widget) const {
+    const auto* title = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+    if (element == CE_MenuBarItem && title != nullptr && widget != nullptr) {
+        DrawMenuTitle(*painter, *title, *this);
+        DrawMenuBarLine(*painter, *option, *widget);
+    } else if (element == CE_MenuBarEmptyArea && widget != nullptr) {
+        painter->fillRect(option->rect, option->palette.color(QPalette::Window));
+        DrawMenuBarLine(*painter, *option, *widget);
+    } else {
+        QProxyStyle::drawControl(element, option, painter, widget);
+    }
 }
 
 void ProxyStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -56,16 +56,22 @@ void WidgetView::Raise(const std::function<void()>& call) const {
     }
 }
 
+void WidgetView::RaiseEvent(std::function<void()> Control::*event) const {
+    // A copy, because the control may end in its own handler.
+    const auto handler = Model()->*event;
+    Raise(handler);
+}
+
 bool WidgetView::eventFilter(QObject* watched, QEvent* event) {
     if (watched != &widget || Model() == nullptr) {
         return QObject::eventFilter(watched, event);
     }
     switch (event->type()) {
     case QEvent::Enter:
-        Raise(Model()->mouseEnter);
+        RaiseEvent(&Control::mouseEnter);
         break;
     case QEvent::Leave:
-        Raise(Model()->mouseExit);
+        RaiseEvent(&Control::mouseExit);
         break;
     case QEvent::Wheel:
         return TurnWheel(*event);
