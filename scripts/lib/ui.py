@@ -5,6 +5,8 @@
     ui.py type NAME TEXT           replaces the text of a field
     ui.py pick NAME ROW            chooses the row of that text in a popup
     ui.py read PATTERN [SECONDS]   waits for a label that matches and prints it
+    ui.py place NAME               prints left, top, width and height on the screen
+    ui.py value NAME               prints the text of a field
     ui.py names                    lists every control: role, name, text
 NAME is the accessible name. Fails with a message on stderr.
 """
@@ -12,12 +14,14 @@ NAME is the accessible name. Fails with a message on stderr.
 import re
 import sys
 import time
+import warnings
 
 import gi
 
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi  # noqa: E402
 
+warnings.filterwarnings("ignore", category=DeprecationWarning)
 PROGRAM = "larkspool"
 
 
@@ -39,7 +43,7 @@ def controls():
 
 
 def text_of(control):
-    if control.is_editable_text() or control.is_text():
+    if control.get_text_iface():
         return Atspi.Text.get_text(control, 0, -1)
     return control.get_name() or ""
 
@@ -126,6 +130,11 @@ def main(arguments):
         pick(rest[0], rest[1])
     elif verb == "read":
         read(rest[0], float(rest[1]) if len(rest) > 1 else 10.0)
+    elif verb == "place":
+        place = Atspi.Component.get_extents(named(rest[0]), Atspi.CoordType.SCREEN)
+        print(place.x, place.y, place.width, place.height)
+    elif verb == "value":
+        print(text_of(named(rest[0])))
     elif verb == "names":
         for control in controls():
             print(f"{control.get_role_name()}\t{control.get_name()!r}\t{text_of(control)!r}")
