@@ -7,7 +7,10 @@
     ui.py read PATTERN [SECONDS]   waits for a label that matches and prints it
     ui.py place NAME               prints left, top, width and height on the screen
     ui.py value NAME               prints the text of a field
-    ui.py names                    lists every control: role, name, text
+    ui.py spoken NAME              prints what a slider says its value is
+    ui.py focus NAME               gives a control the keyboard
+    ui.py focused                  prints the name of the control that has the keyboard
+    ui.py names                    lists every control: role, name, text, description
 NAME is the accessible name. Fails with a message on stderr.
 """
 
@@ -118,6 +121,14 @@ def read(pattern, seconds):
     print(found)
 
 
+def focused():
+    for control in controls():
+        if control.get_state_set().contains(Atspi.StateType.FOCUSED):
+            if control.get_role_name() not in ("frame", "application"):
+                return control.get_name()
+    return ""
+
+
 def main(arguments):
     verb, rest = arguments[0], arguments[1:]
     if verb == "wait":
@@ -135,9 +146,16 @@ def main(arguments):
         print(place.x, place.y, place.width, place.height)
     elif verb == "value":
         print(text_of(named(rest[0])))
+    elif verb == "spoken":
+        print(named(rest[0]).get_description())
+    elif verb == "focus":
+        Atspi.Component.grab_focus(named(rest[0]))
+    elif verb == "focused":
+        print(focused())
     elif verb == "names":
         for control in controls():
-            print(f"{control.get_role_name()}\t{control.get_name()!r}\t{text_of(control)!r}")
+            told = [control.get_name(), text_of(control), control.get_description()]
+            print(control.get_role_name(), *map(repr, told), sep="\t")
     else:
         sys.exit(__doc__)
 

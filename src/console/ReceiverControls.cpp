@@ -177,6 +177,9 @@ void ReceiverControls::NameForScreenReaders() {
     PopupMenuSquelchTime.spokenName = "Squelch tail";
     TextFieldSquelchedDeadSpace.spokenName = "Squelched dead space in seconds";
     WaterfallCanvas.spokenName = "Waterfall";
+    TextArea1.spokenName = "Connection replies";
+    TextArea2.spokenName = "Notes";
+    Listbox1.spokenName = "Log";
     OutputVolumeSlider.spokenName = "Volume";
     OutputVolumeSlider.spokenValue = [](int value) { return Str(value / 10) + " percent"; };
     Speak(SliderAgcThreshold, "AGC threshold", " dB");

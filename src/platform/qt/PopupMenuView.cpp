@@ -86,6 +86,8 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
         list->setUniformItemSizes(true);
         list->setItemDelegate(std::make_unique<RoomyRows>(list).release()); // the list owns it
     }
+    // On Linux a combo box's accessible name is the row that shows; its own name goes beside it.
+    shape.setAccessibleDescription(QString::fromStdString(popup.spokenName));
     CatchUp();
     shape.aboutToPress = [this] {
         Raise([this] { Held()->Press(); });
