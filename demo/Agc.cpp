@@ -31,8 +31,9 @@ float Agc::GainFor(float heard) const {
 }
 
 float Agc::Gain(float amplitude) {
-    if (!on)
+    if (!on) {
         return manual;
+    }
     if (amplitude >= peak) {
         peak = amplitude;
         untilRelease = hangSamples;

@@ -42,10 +42,11 @@ Transmitter Prepare(const Station& station, std::size_t index) {
     Transmitter ready;
     ready.station = station;
     ready.offset = 1.7 * static_cast<double>(index % 9);
-    if (station.kind == Kind::Morse)
+    if (station.kind == Kind::Morse) {
         ready.keying = MorseKeying(station.text);
-    else if (station.kind == Kind::Teleprinter)
+    } else if (station.kind == Kind::Teleprinter) {
         ready.keying = TeleprinterBits(station.text);
+    }
     return ready;
 }
 
@@ -53,8 +54,9 @@ Transmitter Prepare(const Station& station, std::size_t index) {
 
 Band::Band(std::uint64_t bandSeed) : seed(bandSeed) {
     using enum Programme::Kind;
-    for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice})
+    for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice}) {
         programmes.emplace_back(kind, seed);
+    }
     const auto stations = Stations();
     for (std::size_t i = 0; i < stations.size(); ++i) {
         transmitters.push_back(Prepare(stations[i], i));
@@ -124,11 +126,13 @@ double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz)
     constexpr double dbPerOctave = 7.0;  // so that at 10 MHz no crash opens a squelch of 10 dB
     const auto slot = static_cast<std::uint64_t>(at.second) / 4;
     const std::uint64_t bits = Scramble(seed, 77, slot);
-    if (Fraction(bits) >= chance)
+    if (Fraction(bits) >= chance) {
         return 1.0;
+    }
     const double into = at.Within(slotSeconds) - Fraction(Scramble(bits, 1)) * (slotSeconds - 1.0);
-    if (into < 0.0 || into > 0.9)
+    if (into < 0.0 || into > 0.9) {
         return 1.0;
+    }
     // A crash is a handful of strokes, each dying away.
     const double length = 0.05 + 0.2 * Fraction(Scramble(bits, 2));
     const auto stroke = static_cast<std::uint64_t>(into / 0.011);
@@ -150,8 +154,9 @@ void Band::AddNoise(const Antenna& antenna, const Moment& from, double centreHer
         const double seconds = static_cast<double>(at) / rate;
         const auto scale = static_cast<float>(
             std::sqrt(power * CrashFactor(antenna, from.After(seconds), centreHertz)));
-        for (Sample& sample : out.subspan(at, std::min(step, out.size() - at)))
+        for (Sample& sample : out.subspan(at, std::min(step, out.size() - at))) {
             sample += scale * noise.NextComplex();
+        }
     }
 }
 

@@ -17,14 +17,16 @@ constexpr std::size_t longestName = 100;
 std::optional<double> Number(std::string_view text) {
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc{} || !std::isfinite(value))
+    if (error != std::errc{} || !std::isfinite(value)) {
         return std::nullopt;
+    }
     return value;
 }
 
 void Take(std::string_view text, double lowest, double highest, double& value) {
-    if (const auto number = Number(text))
+    if (const auto number = Number(text)) {
         value = std::clamp(*number, lowest, highest);
+    }
 }
 
 void Take(std::string_view text, int lowest, int highest, int& value) {
@@ -34,51 +36,55 @@ void Take(std::string_view text, int lowest, int highest, int& value) {
 }
 
 void Take(std::string_view text, bool& value) {
-    if (const auto number = Number(text))
+    if (const auto number = Number(text)) {
         value = *number != 0.0;
+    }
 }
 
 void TakeMode(std::string_view text, Tuning& tuning) {
     const auto found = std::ranges::find(modeNames, text);
-    if (found == modeNames.end())
+    if (found == modeNames.end()) {
         return;
+    }
     tuning.mode = static_cast<Mode>(found - modeNames.begin());
     tuning.tuned = true;
 }
 
 void TakeTuning(std::string_view key, std::string_view value, Tuning& tuning) {
     constexpr double widest = 6000.0;
-    if (key == "mod")
+    if (key == "mod") {
         TakeMode(value, tuning);
-    else if (key == "low_cut")
+    } else if (key == "low_cut") {
         Take(value, -widest, widest, tuning.lowCut);
-    else if (key == "high_cut")
+    } else if (key == "high_cut") {
         Take(value, -widest, widest, tuning.highCut);
-    else if (key == "freq")
+    } else if (key == "freq") {
         Take(value, 0.0, 32000.0, tuning.khz);
+    }
 }
 
 void TakeLoudness(std::string_view key, std::string_view value, Tuning& tuning) {
-    if (key == "agc")
+    if (key == "agc") {
         Take(value, tuning.agc);
-    else if (key == "hang")
+    } else if (key == "hang") {
         Take(value, tuning.hang);
-    else if (key == "thresh")
+    } else if (key == "thresh") {
         Take(value, -160.0, 0.0, tuning.threshold);
-    else if (key == "slope")
+    } else if (key == "slope") {
         Take(value, 0.0, 10.0, tuning.slope);
-    else if (key == "decay")
+    } else if (key == "decay") {
         Take(value, 0.0, 10000.0, tuning.decay);
-    else if (key == "manGain")
+    } else if (key == "manGain") {
         Take(value, 0.0, 120.0, tuning.manualGain);
-    else if (key == "squelch")
+    } else if (key == "squelch") {
         Take(value, 0.0, 100.0, tuning.squelch);
-    else if (key == "param")
+    } else if (key == "param") {
         Take(value, 0.0, 60.0, tuning.squelchTail);
-    else if (key == "de_emp")
+    } else if (key == "de_emp") {
         Take(value, 0, 2, tuning.deEmphasis);
-    else if (key == "mute")
+    } else if (key == "mute") {
         Take(value, tuning.muted);
+    }
 }
 
 void TakeWaterfall(std::string_view key, std::string_view value, Tuning& tuning) {
@@ -105,8 +111,9 @@ std::string_view NextWord(std::string_view& text) {
 }
 
 bool TakeText(std::string_view command, std::string_view key, std::string& value) {
-    if (!command.starts_with(key))
+    if (!command.starts_with(key)) {
         return false;
+    }
     value = command.substr(key.size(), longestName);
     return true;
 }
@@ -115,21 +122,26 @@ bool TakeText(std::string_view command, std::string_view key, std::string& value
 
 bool Obey(std::string_view command, Tuning& tuning) {
     constexpr std::string_view start = "SET ";
-    if (!command.starts_with(start))
+    if (!command.starts_with(start)) {
         return false;
+    }
     command.remove_prefix(start.size());
     if (TakeText(command, "ident_user=", tuning.identity) ||
-        TakeText(command, "geoloc=", tuning.place))
+        TakeText(command, "geoloc=", tuning.place)) {
         return true;
-    if (command.starts_with("auth "))
+    }
+    if (command.starts_with("auth ")) {
         tuning.authorised = true;
-    if (command.starts_with("AR OK"))
+    }
+    if (command.starts_with("AR OK")) {
         tuning.audioAccepted = true;
+    }
     while (!command.empty()) {
         const std::string_view word = NextWord(command);
         const std::size_t equals = word.find('=');
-        if (equals == std::string_view::npos)
+        if (equals == std::string_view::npos) {
             continue;
+        }
         const std::string_view key = word.substr(0, equals);
         const std::string_view value = word.substr(equals + 1);
         TakeTuning(key, value, tuning);

@@ -9,8 +9,9 @@ namespace larkspool::demo {
 void Demodulator::Set(Mode newMode, double rate) {
     constexpr double farthestHertz = 300.0;
     constexpr double fullDeviation = 5000.0;
-    if (newMode != mode)
+    if (newMode != mode) {
         Restart();
+    }
     mode = newMode;
     fastest = 2.0 * std::numbers::pi * farthestHertz / rate;
     fmScale = static_cast<float>(rate / (2.0 * std::numbers::pi * fullDeviation));
@@ -22,7 +23,7 @@ void Demodulator::Restart() {
 }
 
 void Demodulator::Process(std::span<const Sample> baseband, std::span<float> sound) {
-    for (std::size_t i = 0; i < sound.size(); ++i)
+    for (std::size_t i = 0; i < sound.size(); ++i) {
         switch (mode) {
         case Mode::Am:
         case Mode::Amn:
@@ -40,6 +41,7 @@ void Demodulator::Process(std::span<const Sample> baseband, std::span<float> sou
             sound[i] = baseband[i].real();
             break;
         }
+    }
 }
 
 float Demodulator::Envelope(const Sample& sample) {

@@ -20,8 +20,9 @@ Sample Turned(double turns) {
 // every sample follows from the time alone.
 template <typename Function>
 void Fill(std::span<Sample> out, double rate, Function value) {
-    for (std::size_t i = 0; i < out.size(); ++i)
+    for (std::size_t i = 0; i < out.size(); ++i) {
         out[i] = value(static_cast<double>(i) / rate);
+    }
 }
 
 void RenderDrift(double swingHertz, const Moment& from, double rate, std::span<Sample> out) {
@@ -39,10 +40,11 @@ void RenderTime(bool toneBetween, const Moment& from, double rate, std::span<Sam
         const double inSecond = inMinute - std::floor(inMinute);
         const bool pip = inSecond < (inMinute < 1.0 ? minutePipSeconds : pipSeconds);
         double hertz = 1000.0;
-        if (toneBetween && pip)
+        if (toneBetween && pip) {
             hertz = 2000.0;
-        else if (!toneBetween && !pip)
+        } else if (!toneBetween && !pip) {
             hertz = 0.0;
+        }
         return Sample{static_cast<float>(1.0 + 0.5 * std::sin(turn * hertz * inSecond)), 0.0F};
     });
 }
@@ -82,16 +84,19 @@ void RenderFrequency(const Transmitter& transmitter, const Moment& from, double 
 double KeyShape(const std::vector<std::uint8_t>& keying, double place, double unit) {
     constexpr double edge = 0.005;
     const auto index = static_cast<std::size_t>(place) % keying.size();
-    if (keying[index] == 0)
+    if (keying[index] == 0) {
         return 0.0;
+    }
     const double into = (place - std::floor(place)) * unit;
     const bool wasUp = keying[(index + keying.size() - 1) % keying.size()] == 0;
     const bool goesUp = keying[(index + 1) % keying.size()] == 0;
     double share = 1.0;
-    if (wasUp)
+    if (wasUp) {
         share = std::min(share, into / edge);
-    if (goesUp)
+    }
+    if (goesUp) {
         share = std::min(share, (unit - into) / edge);
+    }
     return share >= 1.0 ? 1.0 : 0.5 - 0.5 * std::cos(std::numbers::pi * share);
 }
 

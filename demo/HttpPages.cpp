@@ -60,9 +60,10 @@ std::string OddEntries() {
 std::string DirectoryPage(const std::string& host, const PageSettings& settings) {
     std::string page = "<!DOCTYPE html>\n<html><head><meta charset='utf-8'>"
                        "<title>Receivers</title></head>\n<body>\n";
-    for (std::size_t i = 0; i < settings.ports.size(); ++i)
+    for (std::size_t i = 0; i < settings.ports.size(); ++i) {
         page +=
             Entry(Antennas()[i].name, "http://" + host + ":" + std::to_string(settings.ports[i]));
+    }
     return page + InventedEntries() + OddEntries() + "</body></html>\n";
 }
 
@@ -87,9 +88,10 @@ std::string WelcomePage(const std::string& host, const PageSettings& settings) {
 <h2>The receivers</h2>
 <ul>
 )";
-    for (std::size_t i = 0; i < settings.ports.size(); ++i)
+    for (std::size_t i = 0; i < settings.ports.size(); ++i) {
         page += "<li>" + std::string(Antennas()[i].name) + ": " + host + ", port " +
                 std::to_string(settings.ports[i]) + "</li>\n";
+    }
     return page + "</ul>\n<p>The list in the form of a public directory: "
                   "<a href='/public/'>/public/</a></p>\n</body></html>\n";
 }
@@ -99,8 +101,9 @@ int AskedDigits(std::string_view target) {
     constexpr std::string_view key = "p=";
     const std::size_t query = target.find('?');
     const std::size_t found = query == std::string_view::npos ? query : target.find(key, query);
-    if (found == std::string_view::npos || target.size() < found + key.size() + 7)
+    if (found == std::string_view::npos || target.size() < found + key.size() + 7) {
         return 0;
+    }
     const std::string_view digits = target.substr(found + key.size() + 4, 3);
     int value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -123,19 +126,22 @@ std::string HttpError(std::string_view status) {
 }
 
 std::string HttpResponse(const Request& request, const PageSettings& settings) {
-    if (request.method != "GET")
+    if (request.method != "GET") {
         return HttpError("405 Method Not Allowed");
+    }
     const std::string host = HostOf(request, settings.host);
     const std::string_view target = request.target;
     const std::string_view path = target.substr(0, target.find('?'));
-    if (path == "/public/" || path == "/public")
+    if (path == "/public/" || path == "/public") {
         return Response("200 OK", html, DirectoryPage(host, settings));
+    }
     if (path == "/version/versionb.html") {
         const bool newer = DigitsOf(settings.newest) > AskedDigits(target);
         return Response("200 OK", "text/plain", newer ? settings.newest : "LATEST");
     }
-    if (path == "/" || path == "/index.html")
+    if (path == "/" || path == "/index.html") {
         return Response("200 OK", html, WelcomePage(host, settings));
+    }
     return HttpError("404 Not Found");
 }
 

@@ -28,8 +28,9 @@ Link::Link(LinkKind linkKind, const Band& sharedBand, const Antenna& ownAntenna,
            const LinkSettings& linkSettings, TimePoint now)
     : kind(linkKind), band(sharedBand), antenna(ownAntenna), settings(linkSettings),
       jitter(Scramble(linkSettings.seed, 9)), lastHeard(now), waterfall(sharedBand, ownAntenna) {
-    if (settings.dropAfterSeconds > 0.0)
+    if (settings.dropAfterSeconds > 0.0) {
         cutAt = now + Seconds(settings.dropAfterSeconds);
+    }
 }
 
 bool Link::IsCut(TimePoint now) const {
@@ -37,14 +38,16 @@ bool Link::IsCut(TimePoint now) const {
 }
 
 void Link::Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc) {
-    if (ending)
+    if (ending) {
         return;
+    }
     lastHeard = now;
     reader.Add(bytes);
     while (!ending) {
         const auto message = reader.Next();
-        if (!message)
+        if (!message) {
             break;
+        }
         Take(*message, now, utc);
     }
 }
@@ -55,8 +58,9 @@ void Link::Take(const Incoming& message, TimePoint now, const Moment& utc) {
     switch (message.opcode) {
     case Opcode::Ping:
         // A client that pings without reading gets no more than a few answers.
-        if (output.Pieces() < 100)
+        if (output.Pieces() < 100) {
             output.Push(EncodeFrame(Opcode::Pong, payload));
+        }
         break;
     case Opcode::Close:
         output.Push(EncodeFrame(Opcode::Close, payload));
@@ -75,20 +79,25 @@ void Link::Command(std::string_view text, TimePoint now, const Moment& utc) {
     const bool known = tuning.authorised;
     const int speed = tuning.speed;
     Tuning wanted = tuning;
-    if (!Obey(text, wanted))
+    if (!Obey(text, wanted)) {
         return;
+    }
     tuning = wanted;
-    if (!tuning.authorised)
+    if (!tuning.authorised) {
         return;
-    if (!known)
+    }
+    if (!known) {
         Welcome(now);
-    if (kind == LinkKind::Sound && !settings.busy)
+    }
+    if (kind == LinkKind::Sound && !settings.busy) {
         StartSound(now, utc);
+    }
     const bool rowsWanted = kind == LinkKind::Waterfall && tuning.zoomed && tuning.speed > 0;
-    if (!rowsWanted)
+    if (!rowsWanted) {
         nextRow = TimePoint::max();
-    else if (nextRow == TimePoint::max() || speed != tuning.speed)
+    } else if (nextRow == TimePoint::max() || speed != tuning.speed) {
         nextRow = now;
+    }
 }
 
 void Link::End(TimePoint now) {
@@ -104,10 +113,11 @@ void Link::Welcome(TimePoint now) {
     }
     SendMessage(" version_maj=1 version_min=3");
     SendMessage(" rx_chans=12 bandwidth=30000000 adc_clk_nom=60000000");
-    if (kind == LinkKind::Sound)
+    if (kind == LinkKind::Sound) {
         SendMessage(" audio_init=0");
-    else
+    } else {
         SendMessage(" wf_fft_size=1024 wf_fps_max=25 zoom_max=14 start=0");
+    }
 }
 
 void Link::StartSound(TimePoint now, const Moment& utc) {
@@ -129,8 +139,9 @@ void Link::SendMessage(std::string_view body) {
 
 void Link::SendFrame(std::span<const std::uint8_t> message, TimePoint now) {
     TimePoint when = now;
-    if (settings.jitterSeconds > 0.0)
+    if (settings.jitterSeconds > 0.0) {
         when += Seconds(settings.jitterSeconds * jitter.NextEven());
+    }
     output.Push(EncodeFrame(Opcode::Binary, message), when);
 }
 
@@ -140,10 +151,12 @@ TimePoint Link::FrameTime(std::uint64_t frame) const {
 }
 
 void Link::Tick(TimePoint now, const Moment& utc) {
-    if (sound)
+    if (sound) {
         TickSound(now, utc);
-    if (nextRow <= now)
+    }
+    if (nextRow <= now) {
         TickWaterfall(now, utc);
+    }
 }
 
 void Link::TickSound(TimePoint now, const Moment& utc) {
@@ -162,8 +175,9 @@ void Link::TickSound(TimePoint now, const Moment& utc) {
             continue;
         }
         // Only now, so that a flood of commands costs no more than a few.
-        if (std::exchange(retuned, false))
+        if (std::exchange(retuned, false)) {
             sound->Tune(tuning);
+        }
         const double into = static_cast<double>(framesMade) * frameSeconds;
         SendFrame(sound->Frame(soundStartUtc.After(into)), now);
     }
@@ -171,19 +185,23 @@ void Link::TickSound(TimePoint now, const Moment& utc) {
 
 void Link::TickWaterfall(TimePoint now, const Moment& utc) {
     const double pace = rowsPerSecond[static_cast<std::size_t>(tuning.speed)];
-    if (static_cast<double>(output.Pieces()) < pace * (queueSeconds + settings.jitterSeconds) + 1)
+    if (static_cast<double>(output.Pieces()) < pace * (queueSeconds + settings.jitterSeconds) + 1) {
         SendFrame(waterfall.Row(tuning, utc), now);
+    }
     nextRow += Seconds(1.0 / pace);
-    if (nextRow < now)
+    if (nextRow < now) {
         nextRow = now + Seconds(1.0 / pace);
+    }
 }
 
 TimePoint Link::NextTime(TimePoint now) const {
     TimePoint next = std::min({nextRow, cutAt, lastHeard + Seconds(silenceSeconds + 0.1)});
-    if (sound)
+    if (sound) {
         next = std::min(next, FrameTime(framesMade + 1));
-    if (const auto queued = output.NextTime(); queued && *queued > now)
+    }
+    if (const auto queued = output.NextTime(); queued && *queued > now) {
         next = std::min(next, *queued);
+    }
     return next;
 }
 

@@ -29,8 +29,9 @@ Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
 }
 
 Descriptor::~Descriptor() {
-    if (value >= 0)
+    if (value >= 0) {
         ::close(value);
+    }
 }
 
 bool Listener::Open(const std::string& address, std::uint16_t wantedPort, std::string& error) {
@@ -58,8 +59,9 @@ bool Listener::Open(const std::string& address, std::uint16_t wantedPort, std::s
 
 Descriptor Listener::Accept() const {
     Descriptor client(::accept(socket.Get(), nullptr, nullptr));
-    if (!client.IsOpen() || !MakeQuiet(client.Get()))
+    if (!client.IsOpen() || !MakeQuiet(client.Get())) {
         return {};
+    }
     // Small buffers: a slow reader should lose frames here, not hear the past.
     const int bufferBytes = 65536;
     const int yes = 1;

@@ -31,10 +31,12 @@ void AddCharacter(std::vector<std::uint8_t>& keying, std::string_view code) {
 
 std::string_view MorseCode(char character) {
     const int upper = std::toupper(static_cast<unsigned char>(character));
-    if (upper >= 'A' && upper <= 'Z')
+    if (upper >= 'A' && upper <= 'Z') {
         return letters[static_cast<std::size_t>(upper - 'A')];
-    if (upper >= '0' && upper <= '9')
+    }
+    if (upper >= '0' && upper <= '9') {
         return digits[static_cast<std::size_t>(upper - '0')];
+    }
     switch (upper) {
     case '/':
         return "-..-.";
@@ -50,10 +52,11 @@ std::string_view MorseCode(char character) {
 std::vector<std::uint8_t> MorseKeying(std::string_view text) {
     std::vector<std::uint8_t> keying;
     for (const char character : text) {
-        if (character == ' ')
+        if (character == ' ') {
             keying.insert(keying.end(), 4, 0);
-        else if (const auto code = MorseCode(character); !code.empty())
+        } else if (const auto code = MorseCode(character); !code.empty()) {
             AddCharacter(keying, code);
+        }
     }
     keying.insert(keying.end(), 11, 0);
     return keying;
@@ -64,11 +67,13 @@ std::vector<std::uint8_t> TeleprinterBits(std::string_view text) {
     for (const char character : text) {
         const int upper = std::toupper(static_cast<unsigned char>(character));
         std::uint8_t code = teleprinterBlank;
-        if (upper >= 'A' && upper <= 'Z')
+        if (upper >= 'A' && upper <= 'Z') {
             code = teleprinterLetters[static_cast<std::size_t>(upper - 'A')];
+        }
         bits.push_back(0);
-        for (int bit = 0; bit < 5; ++bit)
+        for (int bit = 0; bit < 5; ++bit) {
             bits.push_back(static_cast<std::uint8_t>((code >> bit) & 1));
+        }
         bits.insert(bits.end(), 2, 1);
     }
     return bits;

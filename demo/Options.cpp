@@ -16,8 +16,9 @@ bool ReadNumber(std::string_view text, Value lowest, Value highest, Value& out) 
     Value value{};
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
     if (error != std::errc{} || end != text.data() + text.size() || !(value >= lowest) ||
-        !(value <= highest))
+        !(value <= highest)) {
         return false;
+    }
     out = value;
     return true;
 }
@@ -34,37 +35,43 @@ bool ReadPorts(std::string_view text, Options& options) {
         for (std::size_t i = 0; i < ports.size(); ++i) {
             const std::size_t comma = std::min(text.find(','), text.size());
             const bool last = i + 1 == ports.size();
-            if (!ReadPort(text.substr(0, comma), ports[i]) || last != (comma == text.size()))
+            if (!ReadPort(text.substr(0, comma), ports[i]) || last != (comma == text.size())) {
                 return false;
+            }
             text.remove_prefix(last ? comma : comma + 1);
         }
         return true;
     }
     const std::size_t dash = std::min(text.find('-'), text.size());
     std::uint16_t first = 0;
-    if (!ReadPort(text.substr(0, dash), first) || first > 65535 - ports.size() + 1)
+    if (!ReadPort(text.substr(0, dash), first) || first > 65535 - ports.size() + 1) {
         return false;
+    }
     std::uint16_t last = 0;
-    if (dash < text.size() &&
-        (!ReadPort(text.substr(dash + 1), last) || first == 0 || last != first + ports.size() - 1))
+    if (dash < text.size() && (!ReadPort(text.substr(dash + 1), last) || first == 0 ||
+                               last != first + ports.size() - 1)) {
         return false;
-    for (std::size_t i = 0; i < ports.size(); ++i)
+    }
+    for (std::size_t i = 0; i < ports.size(); ++i) {
         ports[i] = static_cast<std::uint16_t>(first == 0 ? 0 : first + i);
+    }
     return true;
 }
 
 bool ReadVersion(std::string_view text, std::string& version) {
     if (text.empty() || text.size() > 20 ||
-        text.find_first_not_of("0123456789.") != std::string_view::npos)
+        text.find_first_not_of("0123456789.") != std::string_view::npos) {
         return false;
+    }
     version = text;
     return true;
 }
 
 bool ReadMilliseconds(std::string_view text, double& seconds) {
     double milliseconds = 0.0;
-    if (!ReadNumber(text, 0.0, 60000.0, milliseconds))
+    if (!ReadNumber(text, 0.0, 60000.0, milliseconds)) {
         return false;
+    }
     seconds = milliseconds / 1000.0;
     return true;
 }
@@ -115,14 +122,15 @@ const std::map<std::string_view, Setter>& Setters() {
 }
 
 bool SetFlag(std::string_view argument, Options& options) {
-    if (argument == "--busy")
+    if (argument == "--busy") {
         options.busy = true;
-    else if (argument == "--quiet")
+    } else if (argument == "--quiet") {
         options.quiet = true;
-    else if (argument == "--help" || argument == "-h")
+    } else if (argument == "--help" || argument == "-h") {
         options.help = true;
-    else
+    } else {
         return false;
+    }
     return true;
 }
 
@@ -132,20 +140,24 @@ std::variant<Options, std::string> ParseOptions(std::span<const char* const> arg
     Options options;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         std::string_view argument = arguments[i];
-        if (SetFlag(argument, options))
+        if (SetFlag(argument, options)) {
             continue;
+        }
         std::optional<std::string_view> value;
         if (const std::size_t equals = argument.find('='); equals != std::string_view::npos) {
             value = argument.substr(equals + 1);
             argument = argument.substr(0, equals);
         }
         const auto found = Setters().find(argument);
-        if (found == Setters().end())
+        if (found == Setters().end()) {
             return "unknown option " + std::string(argument);
-        if (!value && i + 1 < arguments.size())
+        }
+        if (!value && i + 1 < arguments.size()) {
             value = arguments[++i];
-        if (!value || !found->second.set(*value, options))
+        }
+        if (!value || !found->second.set(*value, options)) {
             return std::string(argument) + " takes " + std::string(found->second.expects);
+        }
     }
     return options;
 }

@@ -6,16 +6,19 @@
 namespace larkspool::demo {
 
 void OutputQueue::Push(std::vector<std::uint8_t> bytes, TimePoint notBefore) {
-    if (bytes.empty())
+    if (bytes.empty()) {
         return;
-    if (!pieces.empty())
+    }
+    if (!pieces.empty()) {
         notBefore = std::max(notBefore, pieces.back().notBefore);
+    }
     pieces.push_back({std::move(bytes), notBefore});
 }
 
 std::span<const std::uint8_t> OutputQueue::Ready(TimePoint now) const {
-    if (pieces.empty() || pieces.front().notBefore > now)
+    if (pieces.empty() || pieces.front().notBefore > now) {
         return {};
+    }
     return std::span(pieces.front().bytes).subspan(written);
 }
 
@@ -28,8 +31,9 @@ void OutputQueue::Consume(std::size_t count) {
 }
 
 std::optional<TimePoint> OutputQueue::NextTime() const {
-    if (pieces.empty())
+    if (pieces.empty()) {
         return std::nullopt;
+    }
     return pieces.front().notBefore;
 }
 

@@ -27,8 +27,9 @@ PassbandFilter::PassbandFilter()
 void PassbandFilter::Set(double low, double high, double rate) {
     // Room for the filter's own slope below the half of the output's rate.
     const double widest = rate / 4.0 - 60.0;
-    if (low > high)
+    if (low > high) {
         std::swap(low, high);
+    }
     low = std::clamp(low, -widest, widest - 20.0);
     high = std::clamp(high, low + 20.0, widest);
     const double half = (high - low) / 2.0 / rate;
@@ -43,8 +44,9 @@ void PassbandFilter::Set(double low, double high, double rate) {
     wide.Forward(response);
     float most = 1.0e-9F;
     double sum = 0.0;
-    for (const Sample& value : response)
+    for (const Sample& value : response) {
         most = std::max(most, std::abs(value));
+    }
     for (Sample& value : response) {
         value /= most;
         sum += std::norm(value);

@@ -101,8 +101,9 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
     for (std::size_t i = 0; i < out.size(); ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(out.size());
         const double hertz = pitch * (1.08 - 0.16 * share);
-        if (i % step == 0)
+        if (i % step == 0) {
             FindHarmonics(hertz, Between(from, to, share), harmonics);
+        }
         phase = std::fmod(phase + turn * hertz / Programme::rate, turn);
         const Sample first = std::polar(1.0F, static_cast<float>(phase));
         Sample power = first;
@@ -132,8 +133,9 @@ void Shape(std::span<Sample> syllable) {
         syllable[i] *= static_cast<float>(std::pow(std::sin(std::numbers::pi * share), 0.6));
         loudest = std::max(loudest, std::abs(syllable[i]));
     }
-    for (Sample& sample : syllable)
+    for (Sample& sample : syllable) {
         sample /= loudest;
+    }
 }
 
 std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
@@ -143,14 +145,16 @@ std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
     for (std::uint64_t number = 0;; ++number) {
         const std::uint64_t bits = Scramble(seed, number);
         const auto count = static_cast<std::size_t>(1000.0 + 1200.0 * Fraction(bits));
-        if (at + count > length)
+        if (at + count > length) {
             return out;
+        }
         const double lift = 1.0 + 0.25 * (Fraction(Scramble(bits, 1)) - 0.5);
         const auto sounding = std::span(out).subspan(at, count);
         AddVoice(sounding, pitch * lift, vowels[bits % vowels.size()],
                  vowels[(bits >> 8) % vowels.size()]);
-        if (bits % 3 == 0)
+        if (bits % 3 == 0) {
             AddHiss(sounding.first(count / 3), Scramble(bits, 2));
+        }
         Shape(sounding);
         at += count + (number % 7 == 6 ? 3000 : 150);
     }

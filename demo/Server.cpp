@@ -32,10 +32,12 @@ Server::Server(Options serverOptions) : options(std::move(serverOptions)), band(
 bool Server::Open(std::string& error) {
     for (std::size_t i = 0; i < listeners.size(); ++i) {
         const std::uint16_t port = i == httpListener ? options.httpPort : options.ports[i];
-        if (!listeners[i].Open(options.bindAddress, port, error))
+        if (!listeners[i].Open(options.bindAddress, port, error)) {
             return false;
-        if (i != httpListener)
+        }
+        if (i != httpListener) {
             pages.ports[i] = listeners[i].Port();
+        }
     }
     pages.host = options.bindAddress == "0.0.0.0" ? "127.0.0.1" : options.bindAddress;
     pages.newest = options.newest;
@@ -43,21 +45,25 @@ bool Server::Open(std::string& error) {
 }
 
 void Server::Say(const std::string& line) const {
-    if (!options.quiet)
+    if (!options.quiet) {
         std::cout << line << std::endl;
+    }
 }
 
 void Server::Run(int stopDescriptor) {
-    for (bool stopped = false; !stopped;)
+    for (bool stopped = false; !stopped;) {
         WaitAndServe(stopDescriptor, stopped);
+    }
     peers.clear();
 }
 
 int Server::WaitMilliseconds(TimePoint now) const {
     TimePoint next = now + Seconds(1.0);
-    for (const auto& peer : peers)
-        if (peer->link && !peer->hungUp)
+    for (const auto& peer : peers) {
+        if (peer->link && !peer->hungUp) {
             next = std::min(next, peer->link->NextTime(now));
+        }
+    }
     const double left = std::chrono::duration<double>(next - now).count();
     return std::max(0, static_cast<int>(std::ceil(left * 1000.0)));
 }
@@ -66,8 +72,9 @@ void Server::WaitAndServe(int stopDescriptor, bool& stopped) {
     TimePoint now = Clock::now();
     const bool accepting = peers.size() < mostPeers && now >= acceptAgainAt;
     std::vector<pollfd> watched{{stopDescriptor, POLLIN, 0}};
-    for (const Listener& listener : listeners)
+    for (const Listener& listener : listeners) {
         watched.push_back({listener.Get(), static_cast<short>(accepting ? POLLIN : 0), 0});
+    }
     for (const auto& peer : peers) {
         // Output that the kernel wouldn't take is what POLLOUT waits for.
         const bool writing = HasSomethingToSend(*peer, now);
@@ -76,20 +83,26 @@ void Server::WaitAndServe(int stopDescriptor, bool& stopped) {
     }
     const int ready = ::poll(watched.data(), watched.size(), WaitMilliseconds(now));
     now = Clock::now();
-    if (ready < 0 && errno != EINTR)
+    if (ready < 0 && errno != EINTR) {
         stopped = true;
+    }
     if (ready > 0) {
         stopped = watched[0].revents != 0;
         const std::size_t first = 1 + listeners.size();
-        for (std::size_t i = first; i < watched.size(); ++i)
-            if ((watched[i].revents & (POLLIN | POLLHUP | POLLERR)) != 0)
+        for (std::size_t i = first; i < watched.size(); ++i) {
+            if ((watched[i].revents & (POLLIN | POLLHUP | POLLERR)) != 0) {
                 ReadFrom(*peers[i - first], now);
-        for (std::size_t i = 0; i < listeners.size(); ++i)
-            if (watched[1 + i].revents != 0)
+            }
+        }
+        for (std::size_t i = 0; i < listeners.size(); ++i) {
+            if (watched[1 + i].revents != 0) {
                 AcceptFrom(i, now);
+            }
+        }
     }
-    for (const auto& peer : peers)
+    for (const auto& peer : peers) {
         Advance(*peer, now);
+    }
     std::erase_if(peers, [](const auto& peer) { return peer->dead; });
 }
 
@@ -97,8 +110,9 @@ void Server::AcceptFrom(std::size_t listener, TimePoint now) {
     while (peers.size() < mostPeers) {
         Descriptor client = listeners[listener].Accept();
         if (!client.IsOpen()) {
-            if (errno == EMFILE || errno == ENFILE)
+            if (errno == EMFILE || errno == ENFILE) {
                 acceptAgainAt = now + Seconds(1.0);
+            }
             return;
         }
         auto peer = std::make_unique<Peer>();
@@ -112,10 +126,12 @@ void Server::AcceptFrom(std::size_t listener, TimePoint now) {
 void Server::ReadFrom(Peer& peer, TimePoint now) {
     std::array<char, 16384> buffer{};
     const ssize_t count = ::recv(peer.socket.Get(), buffer.data(), buffer.size(), 0);
-    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR))
+    if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) {
         peer.dead = true;
-    if (count <= 0 || peer.replied)
+    }
+    if (count <= 0 || peer.replied) {
         return;
+    }
     const auto size = static_cast<std::size_t>(count);
     if (peer.link) {
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer.data());
@@ -175,8 +191,9 @@ void Server::WriteTo(Peer& peer, TimePoint now) {
 }
 
 void Server::Advance(Peer& peer, TimePoint now) {
-    if (peer.dead)
+    if (peer.dead) {
         return;
+    }
     if (peer.hungUp) {
         peer.dead = now > peer.since + Seconds(farewellSeconds);
         return;
@@ -187,8 +204,9 @@ void Server::Advance(Peer& peer, TimePoint now) {
     } else if (!peer.replied && now > peer.since + Seconds(requestSeconds)) {
         peer.dead = true;
     }
-    if (!peer.dead)
+    if (!peer.dead) {
         WriteTo(peer, now);
+    }
     const bool ending = peer.replied || (peer.link && peer.link->IsEnding());
     if (ending && OutputOf(peer).IsEmpty()) {
         ::shutdown(peer.socket.Get(), SHUT_WR);

@@ -22,18 +22,22 @@ SoundStream::SoundStream(const Band& sharedBand, const Antenna& ownAntenna, doub
 }
 
 void SoundStream::Tune(const Tuning& wanted) {
-    if (wanted.khz != tuning.khz)
+    if (wanted.khz != tuning.khz) {
         filled = false;
-    if (wanted.squelch != tuning.squelch)
+    }
+    if (wanted.squelch != tuning.squelch) {
         tailFrames = 0;
+    }
     tuning = wanted;
     double low = std::min(tuning.lowCut, tuning.highCut);
     double high = std::max(tuning.lowCut, tuning.highCut);
     // The carrier on the edge stays in, for it is what these modes lock to.
-    if (tuning.mode == Mode::Sal && low < 0.0)
+    if (tuning.mode == Mode::Sal && low < 0.0) {
         high = std::min(high, 0.0);
-    if (tuning.mode == Mode::Sau && high > 0.0)
+    }
+    if (tuning.mode == Mode::Sau && high > 0.0) {
         low = std::max(low, 0.0);
+    }
     filter.Set(low, high, 2.0 * rate);
     demodulator.Set(tuning.mode, rate);
     agc.Set(tuning, rate);
@@ -67,15 +71,17 @@ void SoundStream::FillFilter(const Moment& from) {
 
 void SoundStream::MeasureAndSquelch() {
     double power = 0.0;
-    for (const Sample& sample : passed)
+    for (const Sample& sample : passed) {
         power += std::norm(sample);
+    }
     power = std::max(power / samplesPerFrame, 1.0e-20);
     sMeter = 10.0 * std::log10(power);
     smoothedPower = smoothedPower < 0.0 ? power : smoothedPower + 0.4 * (power - smoothedPower);
-    if (10.0 * std::log10(smoothedPower) - NoiseDbm() >= tuning.squelch)
+    if (10.0 * std::log10(smoothedPower) - NoiseDbm() >= tuning.squelch) {
         tailFrames = 1 + static_cast<int>(std::ceil(tuning.squelchTail * rate / samplesPerFrame));
-    else if (tailFrames > 0)
+    } else if (tailFrames > 0) {
         --tailFrames;
+    }
 }
 
 void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
@@ -92,14 +98,16 @@ void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
 }
 
 std::vector<std::uint8_t> SoundStream::Frame(const Moment& from) {
-    if (!filled)
+    if (!filled) {
         FillFilter(from);
+    }
     Receive(from);
     MeasureAndSquelch();
     std::vector<std::uint8_t> message{'S', 'N', 'D', 0};
     message.reserve(10 + 2 * samplesPerFrame);
-    for (unsigned shift = 0; shift < 32; shift += 8)
+    for (unsigned shift = 0; shift < 32; shift += 8) {
         message.push_back(static_cast<std::uint8_t>(sequence >> shift & 0xFF));
+    }
     ++sequence;
     PutBigEndian16(message, static_cast<unsigned>(
                                 std::lrint(std::clamp((sMeter + 127.0) * 10.0, 0.0, 65535.0))));

@@ -32,16 +32,19 @@ double WaterfallRow::LeftEdge(const Tuning& tuning) {
 double WaterfallRow::Span(const Tuning& tuning) { return std::ldexp(wholeSpan, -tuning.zoom); }
 
 void WaterfallRow::Prepare(std::size_t size) {
-    if (fft && fft->Size() == size)
+    if (fft && fft->Size() == size) {
         return;
+    }
     fft = std::make_unique<Fft>(size);
     window.resize(size);
     double sum = 0.0;
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         sum += window[i] =
             static_cast<float>(WindowAt(static_cast<double>(i) / static_cast<double>(size)));
-    for (float& value : window)
+    }
+    for (float& value : window) {
         value /= static_cast<float>(sum);
+    }
 }
 
 // Noise has its own level in each bin, so that wide spans show it sink with frequency.
@@ -74,8 +77,9 @@ std::vector<std::uint8_t> WaterfallRow::Row(const Tuning& tuning, const Moment& 
     const Moment from = until.After(-static_cast<double>(size) / rate);
     const double binWidth = rate / static_cast<double>(size);
     band.AddStations(antenna, from, LeftEdge(tuning) + binWidth * bins / 2.0, rate, spectrum);
-    for (std::size_t i = 0; i < size; ++i)
+    for (std::size_t i = 0; i < size; ++i) {
         spectrum[i] *= window[i];
+    }
     fft->Forward(spectrum);
     AddNoise(tuning, until);
 
@@ -84,9 +88,11 @@ std::vector<std::uint8_t> WaterfallRow::Row(const Tuning& tuning, const Moment& 
     const std::uint32_t header[] = {
         static_cast<std::uint32_t>(static_cast<std::int64_t>(tuning.start)),
         static_cast<std::uint32_t>(tuning.zoom), sequence++};
-    for (const std::uint32_t field : header)
-        for (unsigned shift = 0; shift < 32; shift += 8)
+    for (const std::uint32_t field : header) {
+        for (unsigned shift = 0; shift < 32; shift += 8) {
             message.push_back(static_cast<std::uint8_t>(field >> shift & 0xFF));
+        }
+    }
     const double lowest = std::min(tuning.minDb, tuning.maxDb);
     for (std::size_t bin = 0; bin < bins; ++bin) {
         const double power = std::norm(spectrum[(bin + size - bins / 2) % size]);

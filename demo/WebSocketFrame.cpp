@@ -16,30 +16,36 @@ bool IsControl(Opcode opcode) { return static_cast<std::uint8_t>(opcode) >= 8; }
 void FrameReader::Add(std::span<const std::uint8_t> bytes) {
     buffer.erase(buffer.begin(), buffer.begin() + static_cast<std::ptrdiff_t>(consumed));
     consumed = 0;
-    if (!failed)
+    if (!failed) {
         buffer.insert(buffer.end(), bytes.begin(), bytes.end());
+    }
 }
 
 std::optional<FrameReader::Header> FrameReader::ReadHeader() const {
     const auto bytes = std::span(buffer).subspan(consumed);
-    if (bytes.size() < 2)
+    if (bytes.size() < 2) {
         return std::nullopt;
+    }
     Header header;
     header.first = bytes[0];
     header.masked = (bytes[1] & maskBit) != 0;
     header.length = bytes[1] & 0x7F;
     std::size_t extra = 0;
-    if (header.length == 126)
+    if (header.length == 126) {
         extra = 2;
-    else if (header.length == 127)
+    } else if (header.length == 127) {
         extra = 8;
+    }
     header.size = 2 + extra + (header.masked ? maskSize : 0);
-    if (bytes.size() < header.size)
+    if (bytes.size() < header.size) {
         return std::nullopt;
-    if (extra > 0)
+    }
+    if (extra > 0) {
         header.length = 0;
-    for (std::size_t i = 0; i < extra; ++i)
+    }
+    for (std::size_t i = 0; i < extra; ++i) {
         header.length = header.length << 8 | bytes[2 + i];
+    }
     return header;
 }
 
@@ -58,18 +64,21 @@ std::string FrameReader::TakePayload(const Header& header) {
 
 std::optional<Incoming> FrameReader::Assemble(const Header& header, std::string payload) {
     const auto opcode = static_cast<Opcode>(header.first & 0x0F);
-    if (IsControl(opcode))
+    if (IsControl(opcode)) {
         return Incoming{opcode, std::move(payload)};
+    }
     const bool continues = opcode == Opcode::Continuation;
     if (continues != unfinishedOpcode.has_value() || unfinished.size() + payload.size() > largest) {
         failed = true;
         return std::nullopt;
     }
-    if (!continues)
+    if (!continues) {
         unfinishedOpcode = opcode;
+    }
     unfinished += payload;
-    if ((header.first & finalBit) == 0)
+    if ((header.first & finalBit) == 0) {
         return std::nullopt;
+    }
     Incoming whole{*unfinishedOpcode, std::exchange(unfinished, {})};
     unfinishedOpcode.reset();
     return whole;
@@ -78,16 +87,19 @@ std::optional<Incoming> FrameReader::Assemble(const Header& header, std::string 
 std::optional<Incoming> FrameReader::Next() {
     while (!failed) {
         const auto header = ReadHeader();
-        if (!header)
+        if (!header) {
             return std::nullopt;
+        }
         if (header->length > largest) {
             failed = true;
             return std::nullopt;
         }
-        if (buffer.size() - consumed < header->size + header->length)
+        if (buffer.size() - consumed < header->size + header->length) {
             return std::nullopt;
-        if (auto whole = Assemble(*header, TakePayload(*header)))
+        }
+        if (auto whole = Assemble(*header, TakePayload(*header))) {
             return whole;
+        }
     }
     return std::nullopt;
 }
@@ -103,8 +115,9 @@ std::vector<std::uint8_t> EncodeFrame(Opcode opcode, std::span<const std::uint8_
         extra = payload.size() < 65536 ? 2 : 8;
         frame.push_back(extra == 2 ? 126 : 127);
     }
-    while (extra-- > 0)
+    while (extra-- > 0) {
         frame.push_back(static_cast<std::uint8_t>(payload.size() >> (8 * extra) & 0xFF));
+    }
     frame.insert(frame.end(), payload.begin(), payload.end());
     return frame;
 }

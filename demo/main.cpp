@@ -23,8 +23,9 @@ extern "C" void StopOnSignal(int) {
 }
 
 bool CatchSignals() {
-    if (::pipe(stopPipe) != 0 || ::fcntl(stopPipe[1], F_SETFL, O_NONBLOCK) != 0)
+    if (::pipe(stopPipe) != 0 || ::fcntl(stopPipe[1], F_SETFL, O_NONBLOCK) != 0) {
         return false;
+    }
     struct sigaction action = {};
     action.sa_handler = StopOnSignal;
     ::sigemptyset(&action.sa_mask);
@@ -34,9 +35,10 @@ bool CatchSignals() {
 
 // One line a port, flushed, so that a script that started us can wait for them.
 void PrintPorts(const Server& server, const Options& options) {
-    for (std::size_t i = 0; i < options.ports.size(); ++i)
+    for (std::size_t i = 0; i < options.ports.size(); ++i) {
         std::cout << "receiver " << i + 1 << " on " << options.bindAddress << ':'
                   << server.ReceiverPort(i) << " (" << Antennas()[i].name << ")\n";
+    }
     std::cout << "http on " << options.bindAddress << ':' << server.HttpPort() << std::endl;
 }
 

@@ -25,8 +25,9 @@ std::optional<BinaryStream> BinaryStream::OpenForUpdate(const FolderItem& item) 
 
 std::optional<BinaryStream> BinaryStream::OverFile(const FolderItem& item, FileAccess access) {
     FileHandle opened = OpenFile(item, access);
-    if (!opened || std::setvbuf(opened.get(), nullptr, _IONBF, 0) != 0)
+    if (!opened || std::setvbuf(opened.get(), nullptr, _IONBF, 0) != 0) {
         return std::nullopt;
+    }
     BinaryStream stream;
     stream.backing = Backing::File;
     stream.file = std::move(opened);
@@ -64,13 +65,15 @@ bool BinaryStream::WriteString(std::string_view text) {
 }
 
 bool BinaryStream::WriteBytes(std::span<const std::uint8_t> bytes) {
-    if (bytes.empty())
+    if (bytes.empty()) {
         return backing != Backing::Closed;
+    }
     const std::size_t written = WriteSome(bytes);
     position += written;
     length = std::max(length, position);
-    if (written != bytes.size())
+    if (written != bytes.size()) {
         failed = true;
+    }
     return written == bytes.size();
 }
 
@@ -87,14 +90,16 @@ void BinaryStream::SetPosition(std::uint64_t value) {
 }
 
 bool BinaryStream::Flush() {
-    if (file && std::fflush(file.get()) != 0)
+    if (file && std::fflush(file.get()) != 0) {
         failed = true;
+    }
     return !failed;
 }
 
 bool BinaryStream::Close() {
-    if (file && std::fclose(file.release()) != 0)
+    if (file && std::fclose(file.release()) != 0) {
         failed = true;
+    }
     backing = Backing::Closed;
     position = length = 0;
     return !failed;
@@ -106,13 +111,15 @@ std::string BinaryStream::TakeBytes() {
 }
 
 bool BinaryStream::ReadWhole(std::span<std::uint8_t> bytes) {
-    if (bytes.empty())
+    if (bytes.empty()) {
         return true;
+    }
     const bool whole = bytes.size() <= length - position && ReadSome(bytes) == bytes.size();
-    if (whole)
+    if (whole) {
         position += bytes.size();
-    else
+    } else {
         SetPosition(length);
+    }
     return whole;
 }
 
@@ -121,8 +128,9 @@ std::size_t BinaryStream::ReadSome(std::span<std::uint8_t> bytes) {
         std::memcpy(bytes.data(), memory.data() + position, bytes.size());
         return bytes.size();
     }
-    if (!PrepareFile(Transfer::Read))
+    if (!PrepareFile(Transfer::Read)) {
         return 0;
+    }
     return std::fread(bytes.data(), 1, bytes.size(), file.get());
 }
 
@@ -134,24 +142,30 @@ std::size_t BinaryStream::WriteSome(std::span<const std::uint8_t> bytes) {
                        reinterpret_cast<const char*>(bytes.data()), bytes.size());
         return bytes.size();
     }
-    if (!PrepareFile(Transfer::Write))
+    if (!PrepareFile(Transfer::Write)) {
         return 0;
+    }
     const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), file.get());
-    if (written != bytes.size())
+    if (written != bytes.size()) {
         lastTransfer = Transfer::None;
+    }
     return written;
 }
 
 bool BinaryStream::PrepareFile(Transfer transfer) {
-    if (!file)
+    if (!file) {
         return false;
-    if (transfer == lastTransfer)
+    }
+    if (transfer == lastTransfer) {
         return true;
-    if (position > static_cast<std::uint64_t>(std::numeric_limits<long>::max()))
+    }
+    if (position > static_cast<std::uint64_t>(std::numeric_limits<long>::max())) {
         return false;
+    }
     std::clearerr(file.get());
-    if (std::fseek(file.get(), static_cast<long>(position), SEEK_SET) != 0)
+    if (std::fseek(file.get(), static_cast<long>(position), SEEK_SET) != 0) {
         return false;
+    }
     lastTransfer = transfer;
     return true;
 }

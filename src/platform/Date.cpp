@@ -120,8 +120,9 @@ void Date::Assign(double value, std::int64_t secondsFrom1970ToZero) {
 void Date::AddSeconds(std::int64_t delta) {
     const std::int64_t sum = seconds + delta;
     seconds = std::clamp(sum, firstSecond, lastSecond);
-    if (sum != seconds)
+    if (sum != seconds) {
         fraction = 0;
+    }
 }
 
 std::int64_t Date::DayNumber() const { return FloorDivide(seconds, secondsPerDay); }

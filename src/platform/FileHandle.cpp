@@ -13,8 +13,9 @@ namespace fs = std::filesystem;
 bool MayOpen(const fs::path& path, FileAccess access) {
     std::error_code error;
     const fs::file_type type = fs::status(path, error).type();
-    if (type == fs::file_type::regular)
+    if (type == fs::file_type::regular) {
         return true;
+    }
     return access == FileAccess::Replace &&
            (type == fs::file_type::not_found || type == fs::file_type::character);
 }
@@ -36,8 +37,9 @@ const char* Mode(FileAccess access) {
 FileHandle OpenFile(const FolderItem& item, FileAccess access) {
     const std::string name = item.Path().string();
     // The C library would stop at the NUL and open another file.
-    if (name.find('\0') != std::string::npos || !MayOpen(item.Path(), access))
+    if (name.find('\0') != std::string::npos || !MayOpen(item.Path(), access)) {
         return nullptr;
+    }
     return FileHandle(std::fopen(name.c_str(), Mode(access)));
 }
 

@@ -8,8 +8,9 @@ namespace larkspool {
 namespace fs = std::filesystem;
 
 FolderItem::FolderItem(fs::path location) : path(std::move(location)) {
-    if (!path.has_filename() && path.has_relative_path())
+    if (!path.has_filename() && path.has_relative_path()) {
         path = path.parent_path();
+    }
 }
 
 std::string FolderItem::Name() const { return path.filename().string(); }
@@ -43,8 +44,9 @@ FolderItem FolderItem::Parent() const {
 std::optional<FolderItem> FolderItem::Child(std::string_view name) const {
     using namespace std::string_view_literals;
     if (name.empty() || name == "." || name == ".." ||
-        name.find_first_of("/\0"sv) != std::string_view::npos)
+        name.find_first_of("/\0"sv) != std::string_view::npos) {
         return std::nullopt;
+    }
     return FolderItem(path / fs::path(name));
 }
 

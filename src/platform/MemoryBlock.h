@@ -47,8 +47,9 @@ class MemoryBlock {
     }
 
     void SetUInt8(std::size_t offset, std::uint8_t value) {
-        if (Holds(offset, 1))
+        if (Holds(offset, 1)) {
             bytes[offset] = value;
+        }
     }
     void SetUInt16(std::size_t offset, std::uint16_t value, ByteOrder order) {
         Store(offset, value, order);
@@ -72,8 +73,9 @@ class MemoryBlock {
 
     template <std::unsigned_integral T>
     T Load(std::size_t offset, ByteOrder order) const {
-        if (!Holds(offset, sizeof(T)))
+        if (!Holds(offset, sizeof(T))) {
             return 0;
+        }
         return LoadNumber<T>(std::span<const std::uint8_t, sizeof(T)>(&bytes[offset], sizeof(T)),
                              order);
     }

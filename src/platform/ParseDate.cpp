@@ -18,8 +18,9 @@ struct Fields {
 bool TakeNumber(std::string_view& text, std::size_t mostDigits, int& number) {
     std::size_t count = 0;
     int value = 0;
-    while (count < mostDigits && count < text.size() && text[count] >= '0' && text[count] <= '9')
+    while (count < mostDigits && count < text.size() && text[count] >= '0' && text[count] <= '9') {
         value = value * 10 + (text[count++] - '0');
+    }
     text.remove_prefix(count);
     number = value;
     return count > 0;
@@ -57,16 +58,19 @@ bool ParseDateMBS(std::string_view format, std::string_view text, Date& result) 
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] == '%') {
             ++i;
-            if (i == format.size() || !TakeField(format[i], text, fields))
+            if (i == format.size() || !TakeField(format[i], text, fields)) {
                 return false;
+            }
         } else {
-            if (!text.starts_with(format[i]))
+            if (!text.starts_with(format[i])) {
                 return false;
+            }
             text.remove_prefix(1);
         }
     }
-    if (!text.empty() || !Exists(fields))
+    if (!text.empty() || !Exists(fields)) {
         return false;
+    }
     Date date;
     date.SetCalendarDay(fields.year, fields.month, fields.day);
     date.SetTimeOfDay(fields.hour, fields.minute, fields.second);

@@ -17,20 +17,23 @@ std::size_t Picture::Index(int x, int y) const {
 }
 
 std::span<std::uint32_t> Picture::Row(int y) {
-    if (!Holds(0, y))
+    if (!Holds(0, y)) {
         return {};
+    }
     return Pixels().subspan(Index(0, y), static_cast<std::size_t>(width));
 }
 
 std::span<const std::uint32_t> Picture::Row(int y) const {
-    if (!Holds(0, y))
+    if (!Holds(0, y)) {
         return {};
+    }
     return Pixels().subspan(Index(0, y), static_cast<std::size_t>(width));
 }
 
 void Picture::SetPixel(int x, int y, Color color) {
-    if (Holds(x, y))
+    if (Holds(x, y)) {
         pixels[Index(x, y)] = color.Packed();
+    }
 }
 
 Color Picture::Pixel(int x, int y) const {
@@ -38,8 +41,9 @@ Color Picture::Pixel(int x, int y) const {
 }
 
 void Picture::ScrollDown(int rows) {
-    if (rows <= 0 || rows >= height || width == 0)
+    if (rows <= 0 || rows >= height || width == 0) {
         return;
+    }
     const std::size_t shift = Index(0, rows);
     std::memmove(pixels.data() + shift, pixels.data(),
                  (pixels.size() - shift) * sizeof(std::uint32_t));

@@ -26,19 +26,23 @@ std::string IntegerDigits(const Decimal& number, std::string_view mask) {
     const std::size_t firstZero = std::min(mask.find('0'), mask.size());
     const std::size_t least = mask.size() - firstZero;
     std::string text;
-    for (int place = 0; place < number.integerDigits; ++place)
+    for (int place = 0; place < number.integerDigits; ++place) {
         text += number.DigitAt(place);
-    if (text.size() < least)
+    }
+    if (text.size() < least) {
         text.insert(0, least - text.size(), '0');
+    }
     return text;
 }
 
 std::string FractionDigits(const Decimal& number, std::string_view mask) {
     std::string text;
-    for (std::size_t place = 0; place < mask.size(); ++place)
+    for (std::size_t place = 0; place < mask.size(); ++place) {
         text += number.DigitAt(number.integerDigits + static_cast<int>(place));
-    while (!text.empty() && text.back() == '0' && mask[text.size() - 1] == '#')
+    }
+    while (!text.empty() && text.back() == '0' && mask[text.size() - 1] == '#') {
         text.pop_back();
+    }
     return text.empty() ? text : "." + text;
 }
 
@@ -58,8 +62,9 @@ std::string Format(double value, std::string_view mask) {
     number.RoundTo(static_cast<int>(fractionMask.size()));
     const std::string text =
         IntegerDigits(number, integerMask) + FractionDigits(number, fractionMask);
-    if (text.empty())
+    if (text.empty()) {
         return "0";
+    }
     return number.IsNegative() ? "-" + text : text;
 }
 
@@ -77,17 +82,20 @@ std::vector<std::string_view> SplitB(std::string_view text, std::string_view sep
 }
 
 std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
-    if (text.size() <= maxBytes)
+    if (text.size() <= maxBytes) {
         return std::string(text);
+    }
     const auto continues = [text](std::size_t index) {
         return (static_cast<unsigned char>(text[index]) & 0xC0U) == 0x80U;
     };
     std::size_t end = maxBytes;
-    for (int back = 0; back < 3 && end > 0 && continues(end); ++back)
+    for (int back = 0; back < 3 && end > 0 && continues(end); ++back) {
         --end;
+    }
     // No character is longer than four bytes: this isn't UTF-8, any cut will do.
-    if (end > 0 && continues(end))
+    if (end > 0 && continues(end)) {
         end = maxBytes;
+    }
     return std::string(text.substr(0, end));
 }
 

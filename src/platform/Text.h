@@ -25,10 +25,11 @@ std::string StrUnsigned(std::uint64_t value);
 
 template <std::integral T>
 requires(!std::same_as<T, bool>) std::string Str(T value) {
-    if constexpr (std::is_signed_v<T>)
+    if constexpr (std::is_signed_v<T>) {
         return StrSigned(value);
-    else
+    } else {
         return StrUnsigned(value);
+    }
 }
 
 // By a mask such as "00" or "##.00": "0" stands for a digit always shown, "#"
@@ -51,14 +52,17 @@ std::string CutUtf8(std::string_view text, std::size_t maxBytes);
 // Cuts the fraction off; stops at the ends of T's range; 0 for what is no number.
 template <std::signed_integral T = std::int64_t>
 T WholePart(double value) {
-    if (std::isnan(value))
+    if (std::isnan(value)) {
         return 0;
+    }
     // Exact in a Double, unlike the largest value of a 64-bit T.
     constexpr double beyondLargest = -static_cast<double>(std::numeric_limits<T>::min());
-    if (value >= beyondLargest)
+    if (value >= beyondLargest) {
         return std::numeric_limits<T>::max();
-    if (value <= -beyondLargest)
+    }
+    if (value <= -beyondLargest) {
         return std::numeric_limits<T>::min();
+    }
     return static_cast<T>(value);
 }
 

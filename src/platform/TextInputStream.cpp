@@ -15,8 +15,9 @@ constexpr std::size_t pieceSize = std::size_t{16} * 1024;
 
 std::optional<TextInputStream> TextInputStream::Open(const FolderItem& item) {
     FileHandle opened = OpenFile(item, FileAccess::Read);
-    if (!opened || std::setvbuf(opened.get(), nullptr, _IONBF, 0) != 0)
+    if (!opened || std::setvbuf(opened.get(), nullptr, _IONBF, 0) != 0) {
         return std::nullopt;
+    }
     TextInputStream stream;
     stream.file = std::move(opened);
     stream.Refill();
@@ -38,19 +39,22 @@ std::string TextInputStream::ReadLine() {
         const std::size_t room = LongestLine - line.size();
         line.append(buffer, next, std::min(end - next, room));
         next = end;
-        if (end == buffer.size())
+        if (end == buffer.size()) {
             continue;
+        }
         ++next;
-        if (buffer[end] == '\r' && !EndOfFile() && buffer[next] == '\n')
+        if (buffer[end] == '\r' && !EndOfFile() && buffer[next] == '\n') {
             ++next;
+        }
         break;
     }
     return line;
 }
 
 bool TextInputStream::Refill() {
-    if (!file)
+    if (!file) {
         return false;
+    }
     buffer.resize(pieceSize);
     next = 0;
     buffer.resize(std::fread(buffer.data(), 1, pieceSize, file.get()));
@@ -63,8 +67,9 @@ bool TextInputStream::Refill() {
 
 void TextInputStream::SkipMark() {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
-    if (buffer.starts_with(mark))
+    if (buffer.starts_with(mark)) {
         next = mark.size();
+    }
 }
 
 } // namespace larkspool

@@ -11,8 +11,9 @@ bool IsDigit(char character) { return character >= '0' && character <= '9'; }
 
 std::size_t DigitsFrom(std::string_view text, std::size_t start) {
     std::size_t end = start;
-    while (end < text.size() && IsDigit(text[end]))
+    while (end < text.size() && IsDigit(text[end])) {
         ++end;
+    }
     return end - start;
 }
 
@@ -32,16 +33,19 @@ Number Measure(std::string_view text) {
         number.fractionDigits = DigitsFrom(text, end + 1);
         end += 1 + number.fractionDigits;
     }
-    if (number.integerDigits + number.fractionDigits == 0)
+    if (number.integerDigits + number.fractionDigits == 0) {
         return number;
+    }
     number.mantissaLength = number.length = end;
     if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
         ++end;
-        if (end < text.size() && (text[end] == '+' || text[end] == '-'))
+        if (end < text.size() && (text[end] == '+' || text[end] == '-')) {
             ++end;
+        }
         const std::size_t digits = DigitsFrom(text, end);
-        if (digits > 0)
+        if (digits > 0) {
             number.length = end + digits;
+        }
     }
     return number;
 }
@@ -49,17 +53,20 @@ Number Measure(std::string_view text) {
 // The exponent's digits, cut where more make no difference to any text that fits in memory.
 double ExponentOf(std::string_view text) {
     double exponent = 0;
-    for (const char character : text)
-        if (IsDigit(character) && exponent < 1e30)
+    for (const char character : text) {
+        if (IsDigit(character) && exponent < 1e30) {
             exponent = exponent * 10 + (character - '0');
+        }
+    }
     return Contains(text, "-") ? -exponent : exponent;
 }
 
 bool IsAboveOne(std::string_view text, const Number& number) {
     const std::string_view mantissa = text.substr(0, number.mantissaLength);
     const std::size_t leading = mantissa.find_first_not_of("0.");
-    if (leading == std::string_view::npos)
+    if (leading == std::string_view::npos) {
         return false;
+    }
     const double power = static_cast<double>(number.integerDigits) - static_cast<double>(leading);
     const std::string_view exponent =
         text.substr(number.mantissaLength, number.length - number.mantissaLength);
@@ -70,19 +77,23 @@ bool IsAboveOne(std::string_view text, const Number& number) {
 
 double Val(std::string_view text) {
     const std::size_t start = text.find_first_not_of(" \t");
-    if (start == std::string_view::npos)
+    if (start == std::string_view::npos) {
         return 0;
+    }
     text.remove_prefix(start);
     const bool negative = text.front() == '-';
-    if (negative || text.front() == '+')
+    if (negative || text.front() == '+') {
         text.remove_prefix(1);
+    }
     const Number number = Measure(text);
-    if (number.length == 0)
+    if (number.length == 0) {
         return 0;
+    }
     double value = 0;
     const auto result = std::from_chars(text.data(), text.data() + number.length, value);
-    if (result.ec == std::errc::result_out_of_range || std::isinf(value))
+    if (result.ec == std::errc::result_out_of_range || std::isinf(value)) {
         value = IsAboveOne(text, number) ? std::numeric_limits<double>::max() : 0;
+    }
     return negative && value > 0 ? -value : value;
 }
 
