@@ -15,7 +15,7 @@ class TextArea : public Control {
     void SetText(std::string value);
     void AppendText(std::string_view more);
 
-    std::size_t maximumLength = 64 * 1024;
+    std::size_t maximumLength = std::size_t{64} * 1024;
 
   private:
     void Trim();

@@ -116,7 +116,7 @@ void Table::ShareWidth() {
     for (std::size_t index = 0; index < columns.size(); ++index) {
         const auto& column = columns[index];
         int width = column.width;
-        if (column.weight > 0) {
+        if (column.weight > 0 && weights > 0) {
             // Each takes its share of what is still there, so that rounding loses no pixel.
             const int share = rest * column.weight / weights;
             rest -= share;

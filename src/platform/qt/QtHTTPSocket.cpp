@@ -13,9 +13,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr int patience = 30'000;                // ms
-constexpr qint64 largestBody = 8 * 1024 * 1024; // bytes
-constexpr qint64 receiveBuffer = 256 * 1024;    // bytes
+constexpr int patience = 30'000;                        // ms
+constexpr qint64 largestBody = qint64{8} * 1024 * 1024; // bytes
+constexpr qint64 receiveBuffer = qint64{256} * 1024;    // bytes
 constexpr int mostRedirects = 10;
 
 QNetworkRequest MakeRequest(const QUrl& url) {

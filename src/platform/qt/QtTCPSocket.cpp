@@ -19,9 +19,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr int patience = 20'000;               // ms, for a connect and for a silent peer
-constexpr qint64 receiveBuffer = 256 * 1024;   // bytes; what is beyond waits in the kernel
-constexpr qint64 sendQueueLimit = 1024 * 1024; // bytes
+constexpr int patience = 20'000;                       // ms, for a connect and for a silent peer
+constexpr qint64 receiveBuffer = qint64{256} * 1024;   // bytes; what is beyond waits in the kernel
+constexpr qint64 sendQueueLimit = qint64{1024} * 1024; // bytes
 
 bool MayBeName(std::string_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](char letter) {
