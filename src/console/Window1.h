@@ -37,6 +37,10 @@ class Window1 : public Window, public ReceiverControls {
     void DoDisconnect();
     void PushDisconnectButton();
 
+    // Scheduled recordings (schedule). The texts are a schedule row's cells.
+    void ConnectAndRecord(const std::string& url, const std::string& freq, const std::string& mode,
+                          const std::string& filter);
+
     // Commands to the receiver (link). Without a session they do nothing.
     void SendSetAuthorization(WebsocketsClass* websocket);
     void SendSetAudioOK();
@@ -132,6 +136,9 @@ class Window1 : public Window, public ReceiverControls {
     void TextFieldSquelchedDeadSpace_TextChange();
     void ShowRecordingTime();
     bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
+
+    // Scheduled recordings (schedule)
+    void SetPassbandTexts(const std::string& filter);
 
     // Waterfall
     void SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws);

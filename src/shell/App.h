@@ -45,6 +45,8 @@ class App {
     void AddMenuHandlers();
     bool EditAboutLarkspool_Action();
     bool FileVisitWebsiteForInstructions_Action();
+    bool FileNewScheduleWindow_Action();
+    bool FileOpenSchedule_Action();
     void VisitProductPage();
 
     FolderItem PreferencesFile() const;

@@ -1,5 +1,10 @@
+#include "schedule/SkedWindow.h"
 #include "shell/App.h"
 #include "shell/Version.h"
+
+#include <memory>
+#include <optional>
+#include <utility>
 
 namespace larkspool {
 
@@ -12,6 +17,8 @@ void App::AddMenuHandlers() {
         handlers.Add("FileVisitWebsiteForInstructions",
                      [this] { return FileVisitWebsiteForInstructions_Action(); });
     }
+    handlers.Add("FileNewScheduleWindow", [this] { return FileNewScheduleWindow_Action(); });
+    handlers.Add("FileOpenSchedule", [this] { return FileOpenSchedule_Action(); });
 }
 
 bool App::EditAboutLarkspool_Action() {
@@ -30,6 +37,23 @@ bool App::EditAboutLarkspool_Action() {
 
 bool App::FileVisitWebsiteForInstructions_Action() {
     VisitProductPage();
+    return true;
+}
+
+bool App::FileNewScheduleWindow_Action() {
+    OpenWindow(std::make_unique<SkedWindow>(desktop, *this));
+    return true;
+}
+
+// Always into a window of its own, never into the one in front.
+bool App::FileOpenSchedule_Action() {
+    desktop.ShowOpenFileDialog("text/txt", [this](const std::optional<FolderItem>& chosen) {
+        if (chosen) {
+            auto window = std::make_unique<SkedWindow>(desktop, *this);
+            window->OpenFile(*chosen);
+            OpenWindow(std::move(window));
+        }
+    });
     return true;
 }
 

@@ -9,7 +9,18 @@ namespace {
 
 class VirtualWindowView : public WindowView {
   public:
+    VirtualWindowView(Window& shown, std::vector<Window*>& all) : window(shown), windows(all) {
+        windows.push_back(&window);
+    }
+    ~VirtualWindowView() override { std::erase(windows, &window); }
+    VirtualWindowView(const VirtualWindowView&) = delete;
+    VirtualWindowView& operator=(const VirtualWindowView&) = delete;
+
     void Changed(WindowAspect) override {}
+
+  private:
+    Window& window;
+    std::vector<Window*>& windows;
 };
 
 } // namespace
@@ -26,8 +37,8 @@ VirtualDesktop::~VirtualDesktop() {
     std::filesystem::remove_all(root, ignored);
 }
 
-std::unique_ptr<WindowView> VirtualDesktop::MakeWindowView(Window&) {
-    return std::make_unique<VirtualWindowView>();
+std::unique_ptr<WindowView> VirtualDesktop::MakeWindowView(Window& window) {
+    return std::make_unique<VirtualWindowView>(window, windows);
 }
 
 std::unique_ptr<TCPSocket> VirtualDesktop::MakeTCPSocket() {

@@ -19,6 +19,11 @@ void VirtualTCPSocket::Connect() {
     link = std::make_shared<int>(0);
     received.clear();
     sent.clear();
+    queue.After(0, [this, token = std::weak_ptr<int>(link)] {
+        if (!token.expired() && onConnect) {
+            onConnect();
+        }
+    });
 }
 
 void VirtualTCPSocket::Disconnect() {

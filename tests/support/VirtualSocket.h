@@ -3,6 +3,7 @@
 #include "platform/TCPSocket.h"
 #include "support/EventQueue.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,7 @@ class VirtualTCPSocket : public TCPSocket {
     void Deliver(std::string_view bytes);      // bytes arrive
     std::string TakeSent() { return std::exchange(sent, {}); } // what the program has written
     int connects = 0;                                          // calls of Connect so far
+    std::function<void()> onConnect; // raised on the event loop after each of them
 
   private:
     enum class State { Idle, Connecting, Connected };

@@ -1,0 +1,151 @@
+// What the user does in a schedule window.
+#include "platform/ReplaceFile.h"
+#include "schedule/ScheduleFile.h"
+#include "schedule/ScheduleTexts.h"
+#include "schedule/SkedWindow.h"
+#include "shell/App.h"
+
+#include <utility>
+#include <variant>
+
+namespace larkspool {
+
+namespace {
+
+enum ContextItem { Add = 1, Delete = 2, AddFromClipboard = 3, Enable = 10, Disable = 11 };
+
+MenuItem ItemFor(std::string caption, ContextItem index) {
+    MenuItem item;
+    item.caption = std::move(caption);
+    item.index = index;
+    return item;
+}
+
+} // namespace
+
+void SkedWindow::OpenFile(const FolderItem& f) {
+    if (!f.Exists()) {
+        return;
+    }
+    auto lines = TextInputStream::Open(f);
+    if (!lines) {
+        if (f.Exists()) { // else it has gone at this very moment
+            desktop.MsgBox("Error opening file");
+        }
+        return;
+    }
+    for (const ScheduleRow& cells : ReadSchedule(*lines)) {
+        ListboxSkeds.AddRow(cells[UrlColumn]);
+        for (int column = DateColumn; column <= FilterColumn; ++column) {
+            ListboxSkeds.SetCell(ListboxSkeds.LastIndex(), column,
+                                 cells[static_cast<std::size_t>(column)]);
+        }
+    }
+    if (lines->Failed()) {
+        desktop.MsgBox("Error opening file");
+    }
+}
+
+bool SkedWindow::FileSaveSchedule_Action() {
+    desktop.ShowSaveFileDialog("text/txt", "schedule.txt",
+                               [this, alive = LifeToken()](std::optional<FolderItem> chosen) {
+                                   if (chosen && !alive.expired()) {
+                                       SaveTo(*chosen);
+                                   }
+                               });
+    return true;
+}
+
+void SkedWindow::SaveTo(const FolderItem& file) {
+    CommitEdits();
+    std::vector<ScheduleRow> rows(static_cast<std::size_t>(ListboxSkeds.ListCount()));
+    int index = 0;
+    for (ScheduleRow& cells : rows) {
+        for (int column = UrlColumn; column <= FilterColumn; ++column) {
+            cells[static_cast<std::size_t>(column)] = ListboxSkeds.Cell(index, column);
+        }
+        ++index;
+    }
+    if (!ReplaceFile(file, ScheduleText(rows))) {
+        desktop.MsgBox("Error saving file");
+    }
+}
+
+bool SkedWindow::FileClose_Action() {
+    Close();
+    return true;
+}
+
+bool SkedWindow::ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& items) const {
+    items.push_back(ItemFor("Enable schedules", Enable));
+    items.push_back(ItemFor("Disable schedules", Disable));
+    items.push_back(ItemFor("Add entry", Add));
+    items.push_back(ItemFor("Add entry from clipboard", AddFromClipboard));
+    if (ListboxSkeds.ListIndex() > -1) {
+        items.push_back(ItemFor("Delete entry", Delete));
+        items.back().tag = ListboxSkeds.ListIndex();
+    }
+    return true;
+}
+
+bool SkedWindow::ListboxSkeds_ContextualMenuAction(const MenuItem& item) {
+    CommitEdits(); // an edit that is open would be lost with its row
+    switch (item.index) {
+    case Enable:
+        schedulesEnabled = true;
+        break;
+    case Disable:
+        schedulesEnabled = false;
+        break;
+    case Add:
+        AddEntry();
+        break;
+    case AddFromClipboard:
+        AddEntryFromClipboard();
+        break;
+    case Delete:
+        ListboxSkeds.DeleteRow(item.tag.value_or(-1));
+        break;
+    default:
+        break;
+    }
+    return true;
+}
+
+void SkedWindow::AddEntry() {
+    const Window1& console = app.Console();
+    AddRowForConsole(NewEntryTimeText(app.GetCurrentUtcDate()), console.TextFieldFreq.Text(),
+                     console.PopupMenuMode.Text());
+}
+
+void SkedWindow::AddEntryFromClipboard() {
+    const auto text = desktop.ClipboardText();
+    if (!text) {
+        desktop.MsgBox("No text in the clipboard");
+        return;
+    }
+    const auto read = ParseStationLine(*text, app.GetCurrentUtcDate());
+    if (const auto* message = std::get_if<std::string>(&read)) {
+        desktop.MsgBox(*message);
+        return;
+    }
+    const auto& station = std::get<StationLine>(read);
+    // Broadcasts are heard narrow, unless the console has been set to the full width.
+    AddRowForConsole(station.time, station.freq,
+                     app.Console().PopupMenuMode.Text() == "am" ? "am" : "amn");
+}
+
+// A row for every day, with the receiver and the passband that the console is set to.
+void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
+    const Window1& console = app.Console();
+    ListboxSkeds.AddRow(console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text());
+    const int row = ListboxSkeds.LastIndex();
+    ListboxSkeds.SetCell(row, DateColumn, "");
+    ListboxSkeds.SetCell(row, TimeColumn, std::move(time));
+    ListboxSkeds.SetCell(row, FreqColumn, std::move(freq));
+    ListboxSkeds.SetCell(row, ModeColumn, std::move(mode));
+    ListboxSkeds.SetCell(row, FilterColumn,
+                         console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text());
+}
+
+} // namespace larkspool

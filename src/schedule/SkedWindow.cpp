@@ -1,0 +1,60 @@
+#include "schedule/SkedWindow.h"
+
+#include "platform/Desktop.h"
+
+namespace larkspool {
+
+namespace {
+
+constexpr int DesignWidth = 900;
+constexpr int DesignHeight = 400;
+constexpr int TickPeriod = 250; // ms
+
+} // namespace
+
+SkedWindow::SkedWindow(Desktop& host, App& application)
+    : Window(host), app(application), Timer1(host.MakeTimer()) {
+    SetTitle("Schedules");
+    SetDesignSize(DesignWidth, DesignHeight);
+    ListboxSkeds_Open();
+    AddControl(ListboxSkeds);
+    AddMenuHandlers();
+    Timer1->action = [this] { Timer1_Action(); };
+    Timer1->SetPeriod(TickPeriod);
+    Timer1->SetMode(Timer::Mode::Multiple);
+}
+
+void SkedWindow::ListboxSkeds_Open() {
+    ListboxSkeds.Place("ListboxSkeds", {0, 0, DesignWidth, DesignHeight},
+                       {.left = true, .top = true, .right = true, .bottom = true});
+    ListboxSkeds.spokenName = "Schedule";
+    ListboxSkeds.hasHeader = true;
+    ListboxSkeds.columns = {
+        {.heading = "URL", .width = 0, .weight = 1, .editable = true},
+        {.heading = "Date", .width = 80, .weight = 0, .editable = true},
+        {.heading = "Time", .width = 140, .weight = 0, .editable = true},
+        {.heading = "Freq", .width = 60, .weight = 0, .editable = true},
+        {.heading = "Mode", .width = 60, .weight = 0, .editable = true},
+        {.heading = "IF Filter", .width = 120, .weight = 0, .editable = true},
+        {.heading = "Test", .width = 0, .weight = 0, .editable = false},
+    };
+    ListboxSkeds.constructContextualMenu = [this](std::vector<MenuItem>& items) {
+        return ListboxSkeds_ConstructContextualMenu(items);
+    };
+    ListboxSkeds.contextualMenuAction = [this](const MenuItem& item) {
+        return ListboxSkeds_ContextualMenuAction(item);
+    };
+}
+
+void SkedWindow::AddMenuHandlers() {
+    menuHandlers.Add("FileSaveSchedule", [this] { return FileSaveSchedule_Action(); });
+    menuHandlers.Add("FileClose", [this] { return FileClose_Action(); });
+}
+
+bool SkedWindow::Event_CancelClose([[maybe_unused]] bool appQuitting) {
+    // A program that is about to end may wait for an answer; nothing starts meanwhile.
+    Timer1->SetMode(Timer::Mode::Off);
+    return false;
+}
+
+} // namespace larkspool

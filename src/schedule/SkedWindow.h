@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/Date.h"
+#include "platform/FolderItem.h"
+#include "platform/Listbox.h"
+#include "platform/Timer.h"
+#include "platform/Window.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+
+class App;
+
+// A schedule: a list of timed receptions that the console makes while nobody is there. Any number
+// of these windows may be open, each with a list, a clock and a running entry of its own; they
+// don't know of each other, and whoever calls the console last has it. Owned by App until it is
+// closed.
+class SkedWindow : public Window {
+  public:
+    SkedWindow(Desktop& host, App& application);
+
+    // Adds the rows of a schedule file to the list.
+    void OpenFile(const FolderItem& f);
+
+    // Never refused and never asked about. An entry that runs goes on on the console.
+    bool Event_CancelClose(bool appQuitting) override;
+
+    // The list is all there is: whoever wants to know something of an entry reads its cells.
+    enum Column {
+        UrlColumn,
+        DateColumn,
+        TimeColumn,
+        FreqColumn,
+        ModeColumn,
+        FilterColumn,
+        TestColumn
+    };
+    Listbox ListboxSkeds;
+
+    bool schedulesEnabled = false;
+    int state = 0;          // 0: nothing runs, 1: an entry runs
+    int recordingIndex = 0; // the row that runs, in state 1
+    int gmOffset = 0;       // hours east of UTC, for the day of the week
+
+  private:
+    void ListboxSkeds_Open();
+    void AddMenuHandlers();
+
+    // The clock
+    void Timer1_Action();
+    void CheckForNewSked();
+    void CheckForSkedEnding();
+    double CurrentSeconds() const;
+    void SetTestCell(int row, int result);
+
+    // What the user does
+    bool FileSaveSchedule_Action();
+    bool FileClose_Action();
+    void SaveTo(const FolderItem& file);
+    bool ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& items) const;
+    bool ListboxSkeds_ContextualMenuAction(const MenuItem& item);
+    void AddEntry();
+    void AddEntryFromClipboard();
+    void AddRowForConsole(std::string time, std::string freq, std::string mode);
+
+    App& app;
+    std::unique_ptr<Timer> Timer1;
+};
+
+} // namespace larkspool

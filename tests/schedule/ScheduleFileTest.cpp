@@ -1,0 +1,78 @@
+#include "schedule/ScheduleFile.h"
+
+#include "platform/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+using Rows = std::vector<ScheduleRow>;
+
+const ScheduleRow EveryDay = {"192.0.2.10:8073", "", "06:30:00-07:00:00", "1620", "amn",
+                              "-2600,2600"};
+const ScheduleRow OneDate = {"192.0.2.11:8073", "2027-03-01", "22:00:00-23:30:00", "9420", "am",
+                             "-5000,5000"};
+const std::string BothLines = "192.0.2.10:8073;;06:30:00-07:00:00;1620;amn;-2600,2600\n"
+                              "192.0.2.11:8073;2027-03-01;22:00:00-23:30:00;9420;am;-5000,5000\n";
+
+Rows Read(const std::string& text) {
+    auto lines = TextInputStream::FromText(text);
+    return ReadSchedule(lines);
+}
+
+TEST(ScheduleFile, SavedRowsComeBackByteForByte) {
+    EXPECT_EQ(ScheduleText({}), "0\n");
+    EXPECT_EQ(Read("0\n"), Rows());
+    const Rows rows = {EveryDay, OneDate, {}, {" a", "\xff", "\t", "\xE2\x82\xAC", "-", "\""}};
+    EXPECT_EQ(ScheduleText(std::span(rows).first(2)), "2\n" + BothLines);
+    EXPECT_EQ(Read(ScheduleText(rows)), rows);
+}
+
+TEST(ScheduleFile, TheCountInTheFirstLineRules) {
+    EXPECT_EQ(Read("2\r\n" + BothLines), (Rows{EveryDay, OneDate}));
+    EXPECT_EQ(Read("3\n" + BothLines), (Rows{EveryDay, OneDate}));
+    EXPECT_EQ(Read("1\n" + BothLines), (Rows{EveryDay}));
+    EXPECT_EQ(Read("1.9\n" + BothLines), (Rows{EveryDay}));
+    for (const char* huge : {"9223372036854775808", "1e300", "999999999999999999999999"}) {
+        EXPECT_EQ(Read(std::string(huge) + "\n" + BothLines), (Rows{EveryDay, OneDate})) << huge;
+    }
+    for (const char* none : {"", "nonsense", "-5", "0.9", ";;;;;"}) {
+        EXPECT_EQ(Read(std::string(none) + "\n" + BothLines), Rows()) << none;
+    }
+}
+
+TEST(ScheduleFile, ABadLineCostsItselfAlone) {
+    EXPECT_EQ(Read("4\na;b;c;d;e;f;g\na;b;c;d;e\n" + BothLines), (Rows{EveryDay, OneDate}));
+    EXPECT_EQ(Read("2\n\n" + BothLines), (Rows{EveryDay})) << "and counts as one of them";
+    const ScheduleRow quoted = {"a;b", "", "", "", "", ""};
+    EXPECT_EQ(Read(ScheduleText(Rows{quoted, EveryDay})), (Rows{EveryDay}));
+    const ScheduleRow broken = {"a", "", "", "", "", "two\nlines\r"};
+    EXPECT_EQ(Read(ScheduleText(Rows{broken, EveryDay})).back(), EveryDay)
+        << "a line end in a cell has pushed another row out of the count";
+}
+
+TEST(ScheduleFile, RandomBytesDoNoHarm) {
+    std::mt19937 random(8);
+    const std::string likely = "0123456789;;;;;;\n\n\r-:,\xEF\xBB\xBF";
+    std::size_t rowsSeen = 0;
+    for (int round = 0; round < 2000; ++round) {
+        std::string text = round % 2 == 0 ? "99999\n" : "";
+        const std::size_t length = random() % 2000;
+        for (std::size_t i = 0; i < length; ++i) {
+            text += round % 3 == 0 ? static_cast<char>(random()) : likely[random() % likely.size()];
+        }
+        const Rows rows = Read(text);
+        rowsSeen += rows.size();
+        // A carriage return alone has ended its line, so what came in goes out again.
+        EXPECT_EQ(Read(ScheduleText(rows)), rows);
+    }
+    EXPECT_GT(rowsSeen, 1000U);
+}
+
+} // namespace
+} // namespace larkspool
