@@ -131,11 +131,11 @@ void ExpectLikeTheModel(std::time_t now, const Dates& dates, const Windows& wind
     }
 }
 
-// From the 27th of February to the 2nd of March, with and without a 29th, and over a new year.
+// Over the end of February, with and without a 29th, and over a new year.
 TEST(ClockComparison, EveryMinuteOfSeveralDaysIsAsTheRulesSay) {
     for (const auto& [from, to] :
-         {std::pair{At(2027, 2, 27), At(2027, 3, 3)}, std::pair{At(2028, 2, 27), At(2028, 3, 3)},
-          std::pair{At(2027, 12, 30), At(2028, 1, 3)}}) {
+         {std::pair{At(2027, 2, 28), At(2027, 3, 2)}, std::pair{At(2028, 2, 28), At(2028, 3, 2)},
+          std::pair{At(2027, 12, 31), At(2028, 1, 2)}}) {
         for (std::time_t now = from; now < to; now += 60) {
             ExpectLikeTheModel(now, RealDates, RealWindows);
             if (HasFatalFailure()) {
