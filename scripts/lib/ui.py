@@ -10,6 +10,7 @@
     ui.py spoken NAME              prints what a slider says its value is
     ui.py focus NAME               gives a control the keyboard
     ui.py focused                  prints the name of the control that has the keyboard
+    ui.py cell TEXT [SECONDS]      waits for a table's cell with that text
     ui.py names                    lists every control: role, name, text, description
 NAME is the accessible name. Fails with a message on stderr.
 """
@@ -129,6 +130,14 @@ def focused():
     return ""
 
 
+def wait_for_cell(text, seconds):
+    def look():
+        return any(c.get_role_name() == "table cell" and c.get_name() == text for c in controls())
+
+    if not until(seconds, look):
+        sys.exit(f"no cell reads {text!r}")
+
+
 def main(arguments):
     verb, rest = arguments[0], arguments[1:]
     if verb == "wait":
@@ -152,6 +161,8 @@ def main(arguments):
         Atspi.Component.grab_focus(named(rest[0]))
     elif verb == "focused":
         print(focused())
+    elif verb == "cell":
+        wait_for_cell(rest[0], float(rest[1]) if len(rest) > 1 else 10.0)
     elif verb == "names":
         for control in controls():
             told = [control.get_name(), text_of(control), control.get_description()]

@@ -77,7 +77,7 @@ void AutoReceivers::Greet(VirtualTCPSocket& socket, Receiver& receiver) {
     StreamOn(connection, socket, receiver, 0);
 }
 
-void AutoReceivers::StreamOn(std::weak_ptr<int> token, VirtualTCPSocket& socket,
+void AutoReceivers::StreamOn(const std::weak_ptr<int>& token, VirtualTCPSocket& socket,
                              const Receiver& receiver, std::uint32_t sequence) {
     desktop.queue.After(FramePeriod, [this, token, &socket, &receiver, sequence] {
         if (token.expired() || !socket.IsConnected()) {

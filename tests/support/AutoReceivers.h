@@ -41,8 +41,8 @@ class AutoReceivers {
   private:
     void AnswerConnect(VirtualTCPSocket& socket, bool sound);
     void Greet(VirtualTCPSocket& socket, Receiver& receiver);
-    void StreamOn(std::weak_ptr<int> token, VirtualTCPSocket& socket, const Receiver& receiver,
-                  std::uint32_t sequence);
+    void StreamOn(const std::weak_ptr<int>& token, VirtualTCPSocket& socket,
+                  const Receiver& receiver, std::uint32_t sequence);
     void NoteTuning(const std::vector<std::string>& commands);
 
     VirtualDesktop& desktop;

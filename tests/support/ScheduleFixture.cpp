@@ -108,8 +108,10 @@ void ScheduleFixture::SetClock(const std::string& utc) {
 
 void ScheduleFixture::Sleep(double seconds) {
     constexpr double Piece = 600;
-    for (double left = seconds; left > 0; left -= Piece) {
+    double left = seconds;
+    while (left > 0) {
         desktop.Advance(std::min(left, Piece));
+        left -= Piece;
         desktop.sound.TakeCalls(); // of a whole night they would fill the memory
     }
 }
