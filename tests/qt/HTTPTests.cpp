@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -73,7 +74,7 @@ TEST_F(HTTP, APageComesWholeWhateverItsStatus) {
 
 TEST_F(HTTP, WhatIsNoWholeAnswerIsAnError) {
     replies["/short"] = "HTTP/1.1 200 OK\r\nContent-Length: 100\r\n\r\nhalf a page";
-    replies["/huge"] = "HTTP/1.1 200 OK\r\n\r\n" + std::string(9 * 1024 * 1024, 'x');
+    replies["/huge"] = "HTTP/1.1 200 OK\r\n\r\n" + std::string(std::size_t{9} * 1024 * 1024, 'x');
     replies["/round"] = "HTTP/1.1 302 Found\r\nLocation: /round\r\nContent-Length: 0\r\n\r\n";
     EXPECT_EQ(EventOf(Url("/short")), "error 102");
     EXPECT_EQ(EventOf(Url("/silent")), "error 102");
