@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/FileLock.h"
 #include "platform/FolderItem.h"
 #include "platform/HTTPSocket.h"
 #include "platform/Menu.h"
@@ -80,7 +81,10 @@ class Desktop {
     virtual bool ControlKeyDown() const = 0;
 
     // The computer.
-    virtual FolderItem Folder(SpecialFolder kind) = 0;      // made if missing
+    virtual FolderItem Folder(SpecialFolder kind) = 0; // made if missing
+    // Null if somebody else holds the file. Where the file system knows no locks, or there is no
+    // such file, the lock keeps nobody out.
+    virtual std::unique_ptr<FileLock> Lock(const FolderItem& file) = 0;
     virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
     virtual OperatingSystemVersion SystemVersion() const = 0;
     virtual SoundLibrary& Sound() = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
+#include "platform/qt/PosixFileLock.h"
 #include "support/EventQueue.h"
 #include "support/VirtualServices.h"
 #include "support/VirtualSocket.h"
@@ -46,6 +47,7 @@ class VirtualDesktop : public Desktop {
     bool ShiftKeyDown() const override { return shiftKey; }
     bool ControlKeyDown() const override { return controlKey; }
     FolderItem Folder(SpecialFolder kind) override;
+    std::unique_ptr<FileLock> Lock(const FolderItem& file) override { return LockFile(file); }
     std::string RandomBytes(std::size_t count) override { return std::string(count, 'k'); }
     OperatingSystemVersion SystemVersion() const override { return {12, 5}; }
     SoundLibrary& Sound() override { return sound; }

@@ -46,6 +46,7 @@ class QtDesktop : public RunningDesktop {
     bool ControlKeyDown() const override;
 
     FolderItem Folder(SpecialFolder kind) override;
+    std::unique_ptr<FileLock> Lock(const FolderItem& file) override;
     std::string RandomBytes(std::size_t count) override;
     OperatingSystemVersion SystemVersion() const override;
     SoundLibrary& Sound() override { return sound; }

@@ -65,6 +65,8 @@ SignalWatcher::SignalWatcher(std::function<void()> signalled) {
     for (const int number : watchedSignals) {
         Handle(number, WakeEventLoop);
     }
+    // A file that may not grow any further is a failed write, not the end of the program.
+    Handle(SIGXFSZ, SIG_IGN);
 }
 
 SignalWatcher::~SignalWatcher() {

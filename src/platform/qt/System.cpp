@@ -1,3 +1,4 @@
+#include "platform/qt/PosixFileLock.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QClipboard>
@@ -47,6 +48,8 @@ FolderItem QtDesktop::Folder(SpecialFolder kind) {
     }
     return FolderItem(QCoreApplication::applicationDirPath().toStdString());
 }
+
+std::unique_ptr<FileLock> QtDesktop::Lock(const FolderItem& file) { return LockFile(file); }
 
 std::string QtDesktop::RandomBytes(std::size_t count) {
     std::string bytes(count, '\0');

@@ -1,0 +1,51 @@
+#include "platform/qt/PosixFileLock.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace larkspool {
+
+namespace {
+
+class PosixFileLock : public FileLock {
+  public:
+    explicit PosixFileLock(int openFile) : file(openFile) {}
+    ~PosixFileLock() override {
+        if (file >= 0) {
+            close(file);
+        }
+    }
+    PosixFileLock(const PosixFileLock&) = delete;
+    PosixFileLock& operator=(const PosixFileLock&) = delete;
+
+  private:
+    int file; // -1: there was nothing to hold on to
+};
+
+// For writing if that is allowed, because some network file systems lock nothing else.
+int OpenForLocking(const FolderItem& item) {
+    for (const int mode : {O_RDWR, O_RDONLY}) {
+        const int file = open(item.Path().c_str(), mode | O_CLOEXEC | O_NONBLOCK);
+        if (file >= 0) {
+            return file;
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+// Each call opens the file for itself, so two locks exclude each other within one program too.
+std::unique_ptr<FileLock> LockFile(const FolderItem& item) {
+    const int file = OpenForLocking(item);
+    if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        close(file);
+        return nullptr;
+    }
+    return std::make_unique<PosixFileLock>(file);
+}
+
+} // namespace larkspool
