@@ -1,6 +1,5 @@
 #include "audio/RecordingTexts.h"
 #include "audio/SoundFrame.h"
-#include "audio/WavHeader.h"
 #include "console/Window1.h"
 #include "platform/Text.h"
 #include "shell/App.h"
@@ -11,9 +10,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::int64_t RollOverSamples = 1'000'000'000;
-constexpr double LongestDeadSpace = 3600;            // seconds
-constexpr std::size_t SilencePieceBytes = 64 * 1024; // so that an hour of it takes no memory
+constexpr double LongestDeadSpace = 3600; // seconds
 
 } // namespace
 
@@ -21,10 +18,12 @@ void Window1::PushButtonRecord_Action() {
     if (IsRecording()) {
         AudioRecordingStop();
         PushButtonRecord.SetCaption("Start Recording");
-    } else {
-        AudioRecordingStart();
-        PushButtonRecord.SetCaption("Stop Recording");
+        return;
     }
+    AudioRecordingStart();
+    // Also if nothing has started: the next press tries again.
+    PushButtonRecord.SetCaption("Stop Recording");
+    EndFailedRecording();
 }
 
 void Window1::AudioRecordingStart() {
@@ -37,14 +36,7 @@ void Window1::AudioRecordingStart() {
     recording.remotePort = WholePart(Val(TextFieldPort.Text()));
     const std::string name = RecordingName(recording, app.GetCurrentUtcDate());
     recording.recordingFile = desktop.Folder(SpecialFolder::Documents).Child(name);
-    if (!recording.recordingFile) {
-        return;
-    }
-    if (recording.recordingFile->Exists() && !recording.recordingFile->Delete()) {
-        return;
-    }
-    recording.recordingStream = BinaryStream::Create(*recording.recordingFile);
-    if (!recording.recordingStream) {
+    if (!recording.recordingFile || !recording.CreateFile(desktop)) {
         return;
     }
     AudioRecordingWriteHeader();
@@ -52,56 +44,53 @@ void Window1::AudioRecordingStart() {
     LabelRecordingStatus.SetText("");
 }
 
-// Written at the start with sizes for no samples, and again at the stop with the real ones.
 void Window1::AudioRecordingWriteHeader() {
-    if (audioRecording == nullptr || !audioRecording->recordingStream) {
-        return;
+    if (audioRecording != nullptr) {
+        audioRecording->WriteHeader();
     }
-    BinaryStream& stream = *audioRecording->recordingStream;
-    stream.SetPosition(0);
-    stream.WriteString(WavHeader(audioRecording->sampleRate, audioRecording->recordedSamples));
 }
 
 void Window1::AudioRecordingStop() {
     AudioRecordingWriteHeader();
-    audioRecording->recordingStream->Close();
+    const bool complete = audioRecording->Close();
     audioRecording->isRecording = false;
     LabelRecordingStatus.SetText("");
+    if (complete) {
+        return;
+    }
+    resumesRecording = false; // not on that disk
+    if (!isQuitting) {
+        desktop.MsgBox(RecordingFailedText(*audioRecording));
+    }
+}
+
+// A disk that refuses a write ends the recording and nothing else.
+void Window1::EndFailedRecording() {
+    if (IsRecording() && audioRecording->HasFailed()) {
+        PushButtonRecord_Action(); // the button may be disabled at this moment
+    }
 }
 
 // A quiet stretch, however long, leaves one piece of silence in the file, at its beginning.
 void Window1::RecordSamples(const MemoryBlock& block, std::size_t sampleCount) {
     const bool quiet = SliderSquelch.Value() > 0 && QuietSoundData(block, sampleCount);
-    if (quiet) {
-        if (!isSquelched) {
-            AudioRecordingWriteSquelchDeadTime();
-        }
-        isSquelched = true;
-        return;
+    if (!quiet) {
+        audioRecording->WriteBlock(block.Bytes());
+    } else if (!isSquelched) {
+        AudioRecordingWriteSquelchDeadTime();
     }
-    audioRecording->recordingStream->WriteBytes(block.Bytes());
-    audioRecording->recordedSamples += static_cast<std::int64_t>(block.Size() / 2);
-    isSquelched = false;
+    isSquelched = quiet;
+    EndFailedRecording();
 }
 
 void Window1::AudioRecordingWriteSquelchDeadTime() {
     const double seconds = std::clamp(app.prefs.prefsSquelchedDeadSpace, 0.0, LongestDeadSpace);
     const auto rate = static_cast<double>(audioRecording->sampleRate);
     const std::int64_t deadSamples = IsPossibleRate(rate) ? WholePart(seconds * rate) : 0;
-    const auto deadBytes = static_cast<std::size_t>(deadSamples) * 2;
-    const std::string silence(std::min(deadBytes, SilencePieceBytes), '\0');
-    for (std::size_t left = deadBytes; left > 0;) {
-        const std::size_t piece = std::min(left, silence.size());
-        if (!audioRecording->recordingStream->WriteString(
-                std::string_view(silence).substr(0, piece))) {
-            break;
-        }
-        left -= piece;
-    }
-    audioRecording->recordedSamples += deadSamples;
+    audioRecording->WriteSilence(deadSamples);
     TextArea1.AppendText("AudioRecordingWriteSquelchDeadTime " +
                          Str(app.prefs.prefsSquelchedDeadSpace) + " " + Str(deadSamples) + " " +
-                         Str(deadBytes) + "\n");
+                         Str(deadSamples * 2) + "\n");
 }
 
 void Window1::TextFieldSquelchedDeadSpace_TextChange() {
@@ -118,8 +107,11 @@ void Window1::ShowRecordingTime() {
     }
     LabelRecordingStatus.SetText(
         SecondsToTimeString(audioRecording->recordedSamples / audioRecording->sampleRate));
-    if (audioRecording->recordedSamples >= RollOverSamples) {
-        PushButtonRecord.Push(); // ends this file
+    if (audioRecording->recordedSamples < rollOverSamples) {
+        return;
+    }
+    PushButtonRecord.Push(); // ends this file
+    if (!audioRecording->HasFailed()) {
         PushButtonRecord.Push(); // and goes on in the next
     }
 }

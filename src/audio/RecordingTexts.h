@@ -5,11 +5,16 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace larkspool {
 
 // "KiwiRecording-2021-03-04T05_06_07Z10000.000usb_example_8073.WAV"
 std::string RecordingName(const AudioRecordingClass& recording, const Date& start);
+bool IsRecordingName(std::string_view name); // one of ours, of whatever time
+
+// The one message of a recording that the disk has refused to take any further.
+std::string RecordingFailedText(const AudioRecordingClass& recording);
 
 // "hh:mm:ss", a time of day: it starts over after 24 hours.
 std::string SecondsToTimeString(std::int64_t seconds);

@@ -3,13 +3,20 @@
 #include "platform/BinaryStream.h"
 #include "platform/ByteOrder.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace larkspool {
 
 std::string WavHeader(std::int64_t sampleRate, std::int64_t samples) {
     constexpr std::uint32_t BytesPerSample = 2;
-    constexpr std::uint32_t SizeBehindFirstFields = 36;
+    constexpr std::uint32_t SizeBehindFirstFields = WavHeaderSize - 8;
+    constexpr std::int64_t MostSamples =
+        (std::numeric_limits<std::uint32_t>::max() - SizeBehindFirstFields) / BytesPerSample;
     const auto rate = static_cast<std::uint32_t>(sampleRate);
-    const auto dataBytes = static_cast<std::uint32_t>(samples) * BytesPerSample;
+    const auto dataBytes =
+        static_cast<std::uint32_t>(std::clamp<std::int64_t>(samples, 0, MostSamples)) *
+        BytesPerSample;
     BinaryStream header;
     header.SetByteOrder(ByteOrder::LittleEndian);
     header.WriteString("RIFF");

@@ -84,7 +84,8 @@ void Window1::init(int mode) {
     okToSave = true;
 }
 
-bool Window1::Event_CancelClose([[maybe_unused]] bool appQuitting) {
+bool Window1::Event_CancelClose(bool appQuitting) {
+    isQuitting = appQuitting;
     // Whoever closes the console wants no reconnect, neither a new one nor one that waits.
     pendingConnect = 0;
     didManuallyDisconnect = true;

@@ -56,6 +56,11 @@ class Window1 : public Window, public ReceiverControls {
     void SetMute(bool mute);             // by the receiver
     void SetOutputVolume(double volume); // 0 to 1
 
+    // The recording (audio)
+    std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
+    std::int64_t rollOverSamples =
+        AudioRecordingClass::RollOverSamples; // where the next file begins
+
   private:
     // What waits for its DoConnect. A reconnect gives way to the user's and the scheduler's wish.
     enum class ConnectKind { Wanted, Reconnect };
@@ -132,6 +137,7 @@ class Window1 : public Window, public ReceiverControls {
     void AudioRecordingStop();
     void AudioRecordingWriteHeader();
     void AudioRecordingWriteSquelchDeadTime();
+    void EndFailedRecording();
     void RecordSamples(const MemoryBlock& block, std::size_t sampleCount);
     void TextFieldSquelchedDeadSpace_TextChange();
     void ShowRecordingTime();
@@ -159,6 +165,7 @@ class Window1 : public Window, public ReceiverControls {
     std::unique_ptr<WebsocketsClass> waterfallWebsocket;
     std::unique_ptr<Timer> Timer1; // statistics
     std::unique_ptr<Timer> Timer3; // display
+    bool isQuitting = false;       // the program is on its way out: nobody would read a box
     std::string theHost;
     std::int64_t thePort = 0;
     bool didManuallyDisconnect = false; // the user's own Disconnect is in progress
@@ -182,10 +189,9 @@ class Window1 : public Window, public ReceiverControls {
     std::int64_t lastKiwiAudioSequence = -1; // -1: none seen on this connection
     std::int64_t numSoundBytes = 0;          // since the last statistics tick
     std::vector<SoundDeviceClass> soundDevices;
-    std::vector<std::size_t> soundInputDeviceIDs;        // indexes into soundDevices
-    std::vector<std::size_t> soundOutputDeviceIDs;       // row i of the popup shows device [i]
-    MemoryBlock kiwiSoundSamplesMB;                      // silence, for priming
-    std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
+    std::vector<std::size_t> soundInputDeviceIDs;  // indexes into soundDevices
+    std::vector<std::size_t> soundOutputDeviceIDs; // row i of the popup shows device [i]
+    MemoryBlock kiwiSoundSamplesMB;                // silence, for priming
     bool startRecordingWhenConnected = false;
     bool resumesRecording =
         false;                // a lost link has cut a recording short: it goes on in a new file

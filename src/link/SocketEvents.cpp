@@ -108,10 +108,11 @@ void Window1::TCPSocketAudio_Error() {
     if (lost && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
         Listbox1.AddRow("Will auto reconnect");
         if (IsRecording()) {
-            // Nobody asked for the recording to end: it goes on in a new file.
+            // Nobody asked for the recording to end: it goes on in a new file, if the disk takes
+            // one.
+            resumesRecording = true;
             PushButtonRecord.SetEnabled(true);
             PushButtonRecord.Push();
-            resumesRecording = true;
         }
         ConnectLater(ReconnectDelay, ConnectKind::Reconnect);
     }

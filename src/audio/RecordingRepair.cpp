@@ -1,0 +1,71 @@
+#include "audio/RecordingRepair.h"
+
+#include "audio/RecordingTexts.h"
+#include "audio/WavFile.h"
+
+#include <system_error>
+
+namespace larkspool {
+
+namespace {
+
+constexpr int StartDelay = 5000; // ms, so that the program stands before the disk is asked
+constexpr int StepPeriod = 10;   // ms
+constexpr int EntriesPerStep = 16;
+
+bool IsUnfinished(const WavFileShape& shape) {
+    return shape.toldSamples == 0 && shape.wholeSamples > 0;
+}
+
+} // namespace
+
+RecordingRepair::RecordingRepair(Desktop& host) : desktop(host), timer(host.MakeTimer()) {
+    timer->action = [this] { Step(); };
+}
+
+void RecordingRepair::Start() {
+    timer->SetPeriod(StartDelay);
+    timer->SetMode(Timer::Mode::Single);
+}
+
+// A folder may hold more than can be looked through between two frames of sound.
+void RecordingRepair::Step() {
+    std::error_code failure;
+    if (!hasBegun) {
+        hasBegun = true;
+        const FolderItem folder = desktop.Folder(SpecialFolder::Documents);
+        next = std::filesystem::directory_iterator(folder.Path(), failure);
+        timer->SetPeriod(StepPeriod);
+        timer->SetMode(Timer::Mode::Multiple);
+    }
+    for (int i = 0; i < EntriesPerStep && next != std::filesystem::directory_iterator(); ++i) {
+        LookAt(*next);
+        next.increment(failure); // a failure ends it
+    }
+    if (next == std::filesystem::directory_iterator()) {
+        timer->SetMode(Timer::Mode::Off);
+    }
+}
+
+void RecordingRepair::LookAt(const std::filesystem::directory_entry& entry) {
+    const FolderItem file(entry.path());
+    if (!IsRecordingName(file.Name())) {
+        return;
+    }
+    // Looked at without the lock first: a file that is only just being made must not find us
+    // holding it.
+    const auto before = LookAtWavFile(file);
+    if (!before || !IsUnfinished(*before)) {
+        return;
+    }
+    const auto lock = desktop.Lock(file);
+    if (lock == nullptr) {
+        return; // it is still running
+    }
+    const auto shape = LookAtWavFile(file); // it may have been finished meanwhile
+    if (shape && IsUnfinished(*shape)) {
+        PatchWavSizes(file, *shape);
+    }
+}
+
+} // namespace larkspool

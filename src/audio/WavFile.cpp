@@ -1,0 +1,35 @@
+#include "audio/WavFile.h"
+
+#include "audio/WavHeader.h"
+#include "platform/BinaryStream.h"
+
+namespace larkspool {
+
+std::optional<WavFileShape> LookAtWavFile(const FolderItem& file) {
+    constexpr std::uint64_t RateField = 24;
+    constexpr std::uint64_t DataSizeField = 40;
+    auto stream = BinaryStream::Open(file);
+    if (!stream || stream->Length() < WavHeaderSize) {
+        return std::nullopt;
+    }
+    stream->SetByteOrder(ByteOrder::LittleEndian);
+    const std::string header = stream->ReadString(WavHeaderSize);
+    WavFileShape shape;
+    stream->SetPosition(RateField);
+    shape.sampleRate = stream->ReadUInt32();
+    stream->SetPosition(DataSizeField);
+    shape.toldSamples = stream->ReadUInt32() / 2;
+    shape.wholeSamples = static_cast<std::int64_t>((stream->Length() - WavHeaderSize) / 2);
+    if (header != WavHeader(shape.sampleRate, shape.toldSamples)) {
+        return std::nullopt;
+    }
+    return shape;
+}
+
+bool PatchWavSizes(const FolderItem& file, const WavFileShape& shape) {
+    auto stream = BinaryStream::OpenForUpdate(file);
+    return stream && stream->WriteString(WavHeader(shape.sampleRate, shape.wholeSamples)) &&
+           stream->Close();
+}
+
+} // namespace larkspool
