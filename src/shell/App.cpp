@@ -8,7 +8,8 @@
 
 namespace larkspool {
 
-App::App(Desktop& host, Deployment values) : deployment(std::move(values)), desktop(host) {
+App::App(Desktop& host, Deployment values)
+    : deployment(std::move(values)), desktop(host), recordingRepair(host) {
     desktop.menuBar = MakeMainMenuBar();
     desktop.quitRequested = [this](QuitCause cause) { Quit(cause); };
     AddMenuHandlers();
@@ -29,6 +30,7 @@ void App::Event_Open() {
     window1->init(lastMode);
     isOpen = true;
     window1->Show();
+    recordingRepair.Start();
 }
 
 void App::OpenWindow(std::unique_ptr<Window> window) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "audio/RecordingRepair.h"
 #include "console/Window1.h"
 #include "platform/Date.h"
 #include "platform/Desktop.h"
@@ -62,6 +63,7 @@ class App {
     Desktop& desktop;
     std::unique_ptr<Window1> window1;
     std::vector<std::unique_ptr<Window>> furtherWindows;
+    RecordingRepair recordingRepair;
     bool isOpen = false; // the console is filled: from here on there is something to store
     bool isQuitting = false;
 };
