@@ -1,0 +1,72 @@
+#include "audio/RecordingTexts.h"
+#include "audio/WavHeader.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspool {
+namespace {
+
+std::uint32_t NumberAt(const std::string& header, std::size_t at) {
+    std::uint32_t value = 0;
+    for (std::size_t i = 4; i-- > 0;) {
+        value = value << 8U | static_cast<std::uint8_t>(header.at(at + i));
+    }
+    return value;
+}
+
+TEST(RecordingFiles, TheHeaderIsTheOneThatEveryPlayerKnows) {
+    using namespace std::string_view_literals;
+    EXPECT_EQ(WavHeader(12000, 0), "RIFF\x24\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0"
+                                   "\xe0\x2e\0\0\xc0\x5d\0\0\2\0\x10\0data\0\0\0\0"sv);
+    EXPECT_EQ(WavHeader(12000, 18000).substr(40), "\xa0\x8c\0\0"sv);
+}
+
+TEST(RecordingFiles, SizesNeverWrap) {
+    struct Size {
+        std::int64_t samples;
+        std::uint32_t dataBytes;
+    };
+    for (const auto& [samples, dataBytes] : {Size{1'000'000'000, 2'000'000'000},
+                                             {1'073'741'824, 2'147'483'648},
+                                             {2'147'483'629, 4'294'967'258},
+                                             {2'147'483'630, 4'294'967'258},
+                                             {5'000'000'000, 4'294'967'258},
+                                             {-1, 0}}) {
+        const std::string header = WavHeader(250'000, samples);
+        EXPECT_EQ(NumberAt(header, 40), dataBytes) << samples;
+        EXPECT_EQ(NumberAt(header, 4), 36 + dataBytes) << samples;
+    }
+}
+
+TEST(RecordingFiles, TheNameTellsWhenAndWhat) {
+    struct Case {
+        double frequency;
+        std::string mode;
+        std::string address;
+        std::string name;
+    };
+    for (const auto& [frequency, mode, address, name] :
+         {Case{10000, "usb", "example", "10000.000usb_example_8073.WAV"},
+          Case{7.0125, "am", "10.0.0.7", "7.013am_10.0.0.7_8073.WAV"},
+          Case{0, "lsb", "", ".000lsb__8073.WAV"},
+          Case{123456.5, "iq", "x", "123456.500iq_x_8073.WAV"}}) {
+        AudioRecordingClass recording;
+        recording.frequency = frequency;
+        recording.mode = mode;
+        recording.remoteAddress = address;
+        recording.remotePort = 8073;
+        const std::string whole = RecordingName(recording, Date::FromUnixSeconds(1614834367));
+        EXPECT_EQ(whole, "KiwiRecording-2021-03-04T05_06_07Z" + name);
+        EXPECT_TRUE(IsRecordingName(whole));
+    }
+}
+
+TEST(RecordingFiles, TheTimeStartsOverAfterADay) {
+    EXPECT_EQ(SecondsToTimeString(0), "00:00:00");
+    EXPECT_EQ(SecondsToTimeString(3661), "01:01:01");
+    EXPECT_EQ(SecondsToTimeString(86399), "23:59:59");
+    EXPECT_EQ(SecondsToTimeString(86400), "00:00:00");
+}
+
+} // namespace
+} // namespace larkspool

@@ -1,0 +1,141 @@
+#include "session/RecordingFixture.h"
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace larkspool {
+namespace {
+
+// While it lives, no file of this process can be written beyond so many bytes.
+class SmallDisk {
+  public:
+    explicit SmallDisk(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small = {bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() {
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, SIG_DFL);
+    }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+  private:
+    rlimit before = {};
+};
+
+// A disk that fills up costs the rest of the recording and nothing else.
+class FailingDisk : public RecordingFixture {
+  protected:
+    FailingDisk() {
+        Start();
+        ConnectAndStream();
+    }
+
+    void ExpectAnOrderlyEnd(std::size_t boxes) {
+        EXPECT_EQ(Caption(), "Start Recording");
+        EXPECT_EQ(Console().LabelRecordingStatus.Text(), "");
+        EXPECT_EQ(desktop.boxes.size(), boxes);
+        EXPECT_TRUE(Audio().socket.IsConnected());
+        const std::size_t heard = desktop.sound.played.size();
+        SendFrames(2);
+        desktop.Advance(0.1);
+        EXPECT_EQ(desktop.sound.played.size(), heard + 2 * FrameSamples) << "the sound has stopped";
+        EXPECT_TRUE(Console().PushButtonRecord.Enabled());
+        EXPECT_EQ(desktop.boxes.size(), boxes) << "one message is enough";
+    }
+};
+
+TEST_F(FailingDisk, KeepsWhatItTookWhereverItFails) {
+    std::size_t boxes = 0;
+    for (rlim_t room = 0; room < 44 + 2 * 2 * FrameSamples + 3; ++room) {
+        SCOPED_TRACE(room);
+        std::string sent;
+        {
+            const SmallDisk disk(room);
+            PressRecord();
+            sent = SendFrames(2);
+            sent += SendFrame();
+        }
+        ExpectAnOrderlyEnd(++boxes);
+        if (room < 44) {
+            EXPECT_TRUE(Recordings().empty()) << "nothing can play less than a header";
+        } else {
+            EXPECT_EQ(OnlySound(), sent.substr(0, (room - 44) / 2 * 2));
+            Recordings().front().Delete();
+        }
+        desktop.Advance(1);
+    }
+    PressRecord();
+    const std::string sent = SendFrames(2);
+    Console().PushButtonRecord.Push();
+    EXPECT_EQ(OnlySound(), sent) << "and with room again, the next press records";
+}
+
+TEST_F(FailingDisk, MayFailInTheSilenceToo) {
+    Console().SliderSquelch.SetValue(7);
+    Console().TextFieldSquelchedDeadSpace.SetText("60");
+    std::string sent;
+    {
+        const SmallDisk disk(200'000);
+        PressRecord();
+        sent = SendFrame();
+        SendQuiet();
+        SendQuiet();
+    }
+    ExpectAnOrderlyEnd(1);
+    EXPECT_EQ(OnlySound(), sent + std::string(200'000 - 44 - sent.size(), '\0'));
+}
+
+TEST_F(FailingDisk, IsNotTriedAgainByRollOverOrReconnect) {
+    Console().CheckBoxReconnect.SetValue(true);
+    Console().rollOverSamples = 10;
+    PressRecord();
+    SendFrame();
+    {
+        const SmallDisk disk(0); // not even the sizes can be written
+        desktop.Advance(0.1);
+    }
+    ExpectAnOrderlyEnd(1);
+    EXPECT_EQ(Recordings().size(), 1U);
+
+    Console().rollOverSamples = AudioRecordingClass::RollOverSamples;
+    desktop.Advance(1);
+    PressRecord();
+    {
+        const SmallDisk disk(0);
+        Audio().socket.Fail();
+        desktop.Advance(0);
+    }
+    EXPECT_EQ(desktop.boxes.size(), 2U);
+    desktop.Advance(60);
+    AcceptLinks();
+    Upgrade();
+    Stream();
+    EXPECT_EQ(Caption(), "Start Recording");
+}
+
+TEST_F(FailingDisk, ShowsNoBoxWhileTheProgramEnds) {
+    PressRecord();
+    SendFrame();
+    {
+        const SmallDisk disk(0);
+        Quit(QuitCause::Signal);
+    }
+    EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(FailingDisk, IsNamedInTheMessage) {
+    {
+        const SmallDisk disk(60);
+        PressRecord();
+        SendFrame();
+    }
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_NE(desktop.boxes[0].find(Recordings().front().Name()), std::string::npos);
+}
+
+} // namespace
+} // namespace larkspool
