@@ -4,7 +4,7 @@
 
 namespace larkspool {
 
-// One audio frame: to the meter, to the ear, to the file.
+// One audio frame: to the meter, to the ear, to the network, to the file.
 void Window1::ParseSoundData(const std::string& data) {
     const auto header = ReadSoundHeader(data);
     if (!header) {
@@ -17,6 +17,9 @@ void Window1::ParseSoundData(const std::string& data) {
     const MemoryBlock block = SoundSamples(data);
     const std::size_t sampleCount = block.Size() / 2;
     PlaySound(static_cast<std::int64_t>(sampleCount), block.Data());
+    if (audioStream.isStreaming) {
+        StreamSoundBlock(sampleCount, block);
+    }
     if (IsRecording()) {
         RecordSamples(block, sampleCount);
     }

@@ -10,6 +10,7 @@ void Window1::BindEvents() {
     BindGainEvents();
     BindSoundEvents();
     BindWaterfallEvents();
+    BindNetworkEvents();
     PushButtonClearListbox.action = [this] { Listbox1.DeleteAllRows(); };
 }
 
@@ -66,6 +67,12 @@ void Window1::BindSoundEvents() {
     OutputVolumeSlider.mouseExit = [this] { desktop.HideToolTip(); };
     PushButtonRecord.action = [this] { PushButtonRecord_Action(); };
     TextFieldSquelchedDeadSpace.textChange = [this] { TextFieldSquelchedDeadSpace_TextChange(); };
+}
+
+void Window1::BindNetworkEvents() {
+    CheckBoxNetwork.action = [this] { CheckBoxNetwork_Action(CheckBoxNetwork); };
+    RxUDPSocket->dataAvailable = [this] { RxUDPSocket_DataAvailable(*RxUDPSocket); };
+    Timer4->action = [this] { Timer4_Action(); };
 }
 
 void Window1::BindWaterfallEvents() {

@@ -8,6 +8,9 @@ void Window1::TextFieldFreq_TextChange() {
     SendSetModulation();
     SaveSettingsForMode();
     app.prefs.prefsLastFreq = Val(TextFieldFreq.Text());
+    if (CheckBoxNetwork.Value()) {
+        SendFrequency(app.prefs.prefsLastFreq * 1000.0);
+    }
 }
 
 void Window1::TextFieldFreq_MouseWheel(int deltaY) {

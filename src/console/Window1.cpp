@@ -12,14 +12,15 @@ constexpr int DesignHeight = 968;
 constexpr int StartHeight = 370; // just down to the waterfall
 constexpr int StatisticsPeriod = 1000;
 constexpr int DisplayPeriod = 100;
+constexpr int StreamPeriod = 20;
 constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 samples a second
-constexpr Color Grey = {150, 150, 150};
 
 } // namespace
 
 Window1::Window1(Desktop& host, App& application)
     : Window(host), app(application), TCPSocketAudio(host.MakeTCPSocket()),
-      TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()) {
+      TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()),
+      RxUDPSocket(host.MakeUDPSocket()), Timer4(host.MakeTimer()) {
     SetTitle("Larkspool");
     SetDesignSize(DesignWidth, DesignHeight);
     minimumWidth = 1000;
@@ -33,6 +34,7 @@ Window1::Window1(Desktop& host, App& application)
     BindEvents();
     Timer1->SetPeriod(StatisticsPeriod);
     Timer3->SetPeriod(DisplayPeriod);
+    Timer4->SetPeriod(StreamPeriod);
     PopupMenuMode_Open();
 }
 
@@ -44,7 +46,11 @@ void Window1::Event_Open() {
     TextArea2.SetVisible(false);
     Listbox1.SetVisible(false);
     PushButtonClearListbox.SetVisible(false);
-    LabelStreaming.SetTextColor(Grey);
+    ShowStreaming();
+    if (app.prefs.prefsUseNetworking) {
+        InitNetworking();
+        CheckBoxNetwork.SetValue(true);
+    }
     FillFromPreferences();
     kiwiSoundSamplesMB = MemoryBlock(SilenceBytes);
     InitSoundStuff();

@@ -7,6 +7,8 @@
 #include "link/WebsocketsClass.h"
 #include "platform/Desktop.h"
 #include "platform/MemoryBlock.h"
+#include "remote/AudioStream.h"
+#include "remote/RemoteCommand.h"
 
 #include <cstdint>
 #include <memory>
@@ -72,6 +74,7 @@ class Window1 : public Window, public ReceiverControls {
     void BindGainEvents();
     void BindSoundEvents();
     void BindWaterfallEvents();
+    void BindNetworkEvents();
     void FillFromPreferences();
 
     void TextFieldFreq_TextChange();
@@ -146,6 +149,21 @@ class Window1 : public Window, public ReceiverControls {
     // Scheduled recordings (schedule)
     void SetPassbandTexts(const std::string& filter);
 
+    // Remote control and audio stream (remote)
+    void InitNetworking();
+    void CheckBoxNetwork_Action(const CheckBox& checkBox);
+    void RxUDPSocket_DataAvailable(UDPSocket& socket);
+    void Obey(const RemoteCommand& command);
+    void SendFrequency(double hertz); // to the peer, not to the receiver
+    void SendToPeer(std::string text);
+    void ReplyStreamRate();
+    void StartStreaming();
+    void EndStreaming();
+    void ShowStreaming();
+    void StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples);
+    void Timer4_Action();
+    void WriteDatagram(const Datagram& d);
+
     // Waterfall
     void SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws);
     void RecentreWaterfall(); // on the tuned frequency
@@ -196,6 +214,12 @@ class Window1 : public Window, public ReceiverControls {
     bool resumesRecording =
         false;                // a lost link has cut a recording short: it goes on in a new file
     bool isSquelched = false; // the recording is inside a quiet stretch
+
+    // Remote control state
+    std::unique_ptr<UDPSocket> RxUDPSocket; // bound when networking is first used, to the end
+    std::unique_ptr<Timer> Timer4;          // sends the stream
+    AudioStream audioStream;
+    Datagram streamDatagram; // of the block that is sent, kept for its memory
 
     // Waterfall state
     double waterfallStartFreq = 0; // kHz, the left edge

@@ -1,0 +1,52 @@
+#include "console/Window1.h"
+
+namespace larkspool {
+
+namespace {
+
+constexpr int StreamPort = 58286; // where a peer listens for sound
+constexpr Color Grey = {150, 150, 150};
+constexpr Color Red = {255, 0, 0};
+
+} // namespace
+
+void Window1::StartStreaming() {
+    ReplyStreamRate();
+    Listbox1.AddRow("start streaming");
+    streamDatagram.address = RxUDPSocket->BroadcastAddress();
+    streamDatagram.port = StreamPort;
+    audioStream.isStreaming = true;
+}
+
+// What is in the block being filled stays there and goes out ahead of the next stream's sound.
+void Window1::EndStreaming() {
+    Listbox1.AddRow("end streaming");
+    audioStream.isStreaming = false;
+}
+
+void Window1::ShowStreaming() { LabelStreaming.SetTextColor(audioStream.isStreaming ? Red : Grey); }
+
+void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
+    audioStream.StreamSoundBlock(sampleCount, samples);
+}
+
+// Sends all that has come in since the last tick, in order.
+void Window1::Timer4_Action() {
+    ShowStreaming();
+    while (const MemoryBlock* block = audioStream.FirstReadyToSend()) {
+        streamDatagram.data.assign(block->View(0, block->Size()));
+        WriteDatagram(streamDatagram);
+        audioStream.FirstIsSent();
+    }
+}
+
+// The library finds the way to the broadcast address by itself. A datagram that it can't send is
+// lost; the peer sees the gap.
+void Window1::WriteDatagram(const Datagram& d) {
+    desktop.Raise([&] {
+        desktop.Sound().SendUdpCommand(d.data.data(), static_cast<std::int64_t>(d.data.size()),
+                                       d.port);
+    });
+}
+
+} // namespace larkspool

@@ -1,0 +1,232 @@
+#include "support/ConsoleFixture.h"
+
+#include <numeric>
+
+namespace larkspool {
+namespace {
+
+// Another program at the controls.
+class RemoteControl : public ConsoleFixture {
+  protected:
+    using Sent = std::vector<std::pair<std::int64_t, std::string>>;
+
+    static constexpr std::int64_t TextPort = 58283;
+    static constexpr std::int64_t SoundPort = 58286;
+
+    VirtualUDPSocket& Socket() { return *desktop.udpSockets.at(0); }
+    void Say(std::string datagram) {
+        Socket().Deliver(std::move(datagram));
+        desktop.Advance(0);
+    }
+    Sent Take() { return std::exchange(desktop.sound.datagrams, {}); }
+    static std::string Ended(const std::string& text) { return text + '\0'; }
+
+    void StartWithNetwork() {
+        Start();
+        Console().CheckBoxNetwork.SetValue(true);
+    }
+    void Hear(std::size_t count) { // one frame of so many samples, and the tick after it
+        std::vector<std::int16_t> samples(count);
+        std::iota(samples.begin(), samples.end(), std::int16_t{-7});
+        Audio().Sound(frame++, samples);
+        desktop.Advance(0.02);
+    }
+    static std::vector<unsigned> Numbers(const Sent& sent) {
+        std::vector<unsigned> numbers;
+        for (const auto& [port, bytes] : sent) {
+            if (port == SoundPort) {
+                EXPECT_EQ(bytes.size(), 1028U);
+                numbers.push_back(static_cast<std::uint8_t>(bytes.at(1024)) +
+                                  256U * static_cast<std::uint8_t>(bytes.at(1025)));
+            }
+        }
+        return numbers;
+    }
+
+    static constexpr Color Red = {255, 0, 0};
+    static constexpr Color Grey = {150, 150, 150};
+    std::uint32_t frame = 0;
+};
+
+TEST_F(RemoteControl, APeerTakesTheConsoleThroughAWholeSession) {
+    StartWithNetwork();
+    Say("address:sdr.example.net\r\n");
+    Say("01ofreq:7055000\n");
+    Say("mode:4");
+    Say("lowcut:-2700");
+    Say("highcut:-100");
+    Say("connect");
+    EXPECT_EQ(Audio().socket.connects, 0) << "the receiver must see the old session go first";
+    desktop.Advance(1);
+    EXPECT_EQ(Audio().socket.address, "sdr.example.net");
+    AcceptLinks();
+    Upgrade();
+    Stream();
+    Audio().TakeRequest();
+    Say("ofreq:14074000");
+    EXPECT_EQ(Audio().TakeCommands().back(), "SET mod=lsb low_cut=-2700 high_cut=-100 freq=14074");
+    desktop.Advance(0.1);
+    Say("togglerecord");
+    EXPECT_EQ(Recordings().size(), 1U);
+    Say("togglerecord");
+    Say("disconnect");
+    EXPECT_FALSE(Audio().socket.IsConnected());
+    EXPECT_TRUE(LogHas("ofreq:7055000")) << "without what is not part of the command";
+}
+
+TEST_F(RemoteControl, EveryNewFrequencyIsToldWhileTheBoxIsTicked) {
+    StartWithNetwork();
+    Say("ofreq:7074000");
+    Say("ofreq:7074000"); // nothing new
+    Console().TextFieldFreq.SetText("9999.5");
+    EXPECT_EQ(Take(),
+              (Sent{{TextPort, Ended("freq:007074000")}, {TextPort, Ended("freq:009999500")}}));
+    Console().CheckBoxNetwork.SetValue(false);
+    Say("ofreq:5000000");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "5000") << "the socket still obeys";
+    EXPECT_TRUE(Take().empty());
+}
+
+TEST_F(RemoteControl, TheRateIsGuessedUntilTheReceiverTellsIt) {
+    StartWithNetwork();
+    Say("vrxct:");
+    const Sent guess = {{TextPort, Ended("vrxcount:1")}, {TextPort, Ended("streamrate:12001")}};
+    EXPECT_EQ(Take(), guess);
+    Say("staud:1");
+    EXPECT_EQ(Take(), (Sent{{TextPort, Ended("streamrate:12001")}}));
+    ConnectAndStream();
+    Hear(1);
+    EXPECT_EQ(desktop.sound.TakeCalls().back(), "OutputSoundBlock 1 12000");
+    Stream("12000.9");
+    Say("vrxct:");
+    EXPECT_EQ(Take().back().second, Ended("streamrate:12000.9"));
+    Console().PushButtonDisconnect.Push();
+    Say("staud:1");
+    EXPECT_EQ(Take().back().second, Ended("streamrate:12000.9"));
+}
+
+TEST_F(RemoteControl, TheBoxIsRememberedAndBindsTheSocketOnce) {
+    Start();
+    EXPECT_FALSE(Socket().bound);
+    Console().CheckBoxNetwork.SetValue(true);
+    Console().CheckBoxNetwork.SetValue(false);
+    Console().CheckBoxNetwork.SetValue(true);
+    const auto bindings = [this] {
+        const auto log = Log();
+        return std::count(log.begin(), log.end(), "last error 0");
+    };
+    EXPECT_EQ(bindings(), 1);
+    Restart();
+    EXPECT_TRUE(Console().CheckBoxNetwork.Value());
+    EXPECT_TRUE(Socket().bound);
+    EXPECT_EQ(Socket().port, 58284);
+    EXPECT_EQ(bindings(), 1);
+    EXPECT_EQ(Log().front(), "last error 0");
+    Console().CheckBoxNetwork.SetValue(false);
+    Restart();
+    EXPECT_FALSE(Socket().bound);
+}
+
+TEST_F(RemoteControl, ATakenPortLeavesARowAndAWorkingConsole) {
+    Start();
+    Socket().lastError = 98;
+    Console().CheckBoxNetwork.SetValue(true);
+    EXPECT_TRUE(LogHas("last error 98"));
+    Console().TextFieldFreq.SetText("5000");
+    EXPECT_EQ(Take(), (Sent{{TextPort, Ended("freq:005000000")}}));
+}
+
+TEST_F(RemoteControl, WhatTheUserCannotPressAPeerCannotEither) {
+    StartWithNetwork();
+    Say("togglerecord");
+    desktop.Advance(1);
+    EXPECT_TRUE(Recordings().empty());
+    Say("connect"); // to nowhere
+    EXPECT_EQ(desktop.boxes.size(), 1U);
+    desktop.Advance(2);
+    EXPECT_EQ(Audio().socket.connects, 0);
+    Say("mode:8");
+    Say("nonsense");
+    EXPECT_TRUE(LogHas("nonsense"));
+    EXPECT_EQ(Console().PopupMenuMode.Text(), "am");
+}
+
+TEST_F(RemoteControl, AMissingSendFunctionCostsOneBoxAndNothingElse) {
+    desktop.sound.missing = {"SendUdpCommand"};
+    StartWithNetwork();
+    Say("staud:1");
+    ConnectAndStream();
+    for (int i = 0; i < 3; ++i) {
+        Hear(512);
+    }
+    Say("ofreq:5000000");
+    EXPECT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_EQ(Console().LabelStreaming.TextColor(), Red);
+    desktop.sound.missing.clear();
+    Hear(512);
+    EXPECT_EQ(Numbers(Take()), (std::vector<unsigned>{3})) << "what could not be sent is lost";
+}
+
+TEST_F(RemoteControl, TheStreamCarriesTheSoundThatIsHeard) {
+    StartWithNetwork();
+    ConnectAndStream();
+    Hear(512);
+    EXPECT_TRUE(Take().empty()) << "nobody has asked yet";
+    desktop.sound.played.clear();
+    Say("staud:1");
+    desktop.Advance(0.02);
+    EXPECT_EQ(Console().LabelStreaming.TextColor(), Red);
+    Take();
+    Hear(512);
+    Hear(700);
+    const Sent sent = Take();
+    ASSERT_EQ(Numbers(sent), (std::vector<unsigned>{0, 1}));
+    const MemoryBlock second(std::string_view(sent[1].second));
+    const auto& heard = desktop.sound.played;
+    ASSERT_EQ(heard.size(), 1212U);
+    for (std::size_t i = 0; i < 512; ++i) {
+        ASSERT_EQ(second.Int16(i * 2, NativeByteOrder), heard[512 + i]) << i;
+    }
+}
+
+TEST_F(RemoteControl, APauseOfTheStreamLosesNeitherItsPlaceNorItsRest) {
+    StartWithNetwork();
+    ConnectAndStream();
+    Say("staud:1");
+    Hear(700); // 188 samples wait in a block
+    Say("staud:0");
+    desktop.Advance(0.02);
+    EXPECT_EQ(Console().LabelStreaming.TextColor(), Grey);
+    Hear(5000);
+    Say("staud:1");
+    ConnectAndStream(); // a new session goes on with it
+    Take();
+    Hear(323);
+    EXPECT_TRUE(Numbers(Take()).empty());
+    Hear(1);
+    EXPECT_EQ(Numbers(Take()), (std::vector<unsigned>{1}));
+}
+
+TEST_F(RemoteControl, WithTheBoxUntickedTheNewestMinuteWaits) {
+    StartWithNetwork();
+    ConnectAndStream();
+    Say("staud:1");
+    desktop.Advance(0.02);
+    Console().CheckBoxNetwork.SetValue(false);
+    Say("staud:0");
+    Say("staud:1");
+    Take();
+    for (int i = 0; i < 1600; ++i) {
+        Hear(512);
+    }
+    EXPECT_TRUE(Take().empty());
+    EXPECT_EQ(Console().LabelStreaming.TextColor(), Red) << "not refreshed";
+    Console().CheckBoxNetwork.SetValue(true);
+    desktop.Advance(0.02);
+    std::vector<unsigned> expected(1500);
+    std::iota(expected.begin(), expected.end(), 100U);
+    EXPECT_EQ(Numbers(Take()), expected);
+}
+
+} // namespace
+} // namespace larkspool
