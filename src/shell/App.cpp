@@ -31,6 +31,24 @@ void App::Event_Open() {
     isOpen = true;
     window1->Show();
     recordingRepair.Start();
+    PlanUpdateCheck();
+}
+
+// Some seconds after the start, when the console has shown itself and found its sound.
+void App::PlanUpdateCheck() {
+    constexpr int Delay = 5000; // ms
+    if (deployment.versionHost.empty() || prefs.noUpdateCheck) {
+        return;
+    }
+    updateTimer = desktop.MakeTimer();
+    updateTimer->action = [this] { CheckForTheLatestVersion(); };
+    updateTimer->SetPeriod(Delay);
+    updateTimer->SetMode(Timer::Mode::Single);
+}
+
+void App::CheckForTheLatestVersion() {
+    versionCheck = std::make_unique<VersionCheck>(desktop, prefs, deployment.versionHost);
+    versionCheck->CheckForLatestVersion(deployment.programNumber, deployment.downloadPage);
 }
 
 void App::OpenWindow(std::unique_ptr<Window> window) {
@@ -78,6 +96,8 @@ void App::Quit(QuitCause cause) {
         return;
     }
     isQuitting = true;
+    updateTimer.reset();
+    versionCheck.reset();
     if (!isOpen) {
         desktop.EndEventLoop();
         return;

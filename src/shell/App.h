@@ -8,6 +8,7 @@
 #include "platform/Random.h"
 #include "shell/Deployment.h"
 #include "shell/Preferences.h"
+#include "shell/VersionCheck.h"
 
 #include <memory>
 #include <string>
@@ -36,6 +37,9 @@ class App {
     void MyShowToolTip(const std::string& text);
     Date GetCurrentUtcDate() const;
 
+    // Asks the version server; offers a newer release if there is one.
+    void CheckForTheLatestVersion();
+
     const Deployment deployment;
     Preferences prefs;
     Random myRandom;
@@ -54,6 +58,8 @@ class App {
     void ReadPrefs();
     bool WritePrefs() const; // false: they could not be written
 
+    void PlanUpdateCheck();
+
     std::vector<Window*> AllWindows() const;
     void WindowClosed();
     void Quit(QuitCause cause);
@@ -64,6 +70,8 @@ class App {
     std::unique_ptr<Window1> window1;
     std::vector<std::unique_ptr<Window>> furtherWindows;
     RecordingRepair recordingRepair;
+    std::unique_ptr<Timer> updateTimer;
+    std::unique_ptr<VersionCheck> versionCheck;
     bool isOpen = false; // the console is filled: from here on there is something to store
     bool isQuitting = false;
 };
