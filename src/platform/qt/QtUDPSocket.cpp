@@ -10,8 +10,8 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <algorithm>
 #include <cerrno>
+#include <utility>
 
 namespace larkspool {
 
@@ -52,44 +52,51 @@ void QtUDPSocket::DeliverLater() {
     }
 }
 
-// One event a datagram, in portions, so that a flood leaves the loop time for the user.
+// One event a datagram, in portions, so that a flood leaves the loop time for the user. Ends with a
+// read that finds nothing: without it QUdpSocket may believe that it has announced what comes next.
 void QtUDPSocket::Deliver() {
     deliveryPlanned = false;
     const QPointer<QObject> alive(&events);
     QElapsedTimer clock;
     clock.start();
-    while (socket && socket->hasPendingDatagrams()) {
+    while (!next) {
         if (clock.elapsed() >= turn) {
             DeliverLater();
             return;
         }
-        wasRead = false;
+        next = Receive();
+        if (!next) {
+            return;
+        }
         const auto handler = dataAvailable;
         desktop.Raise(handler);
-        if (!alive || !wasRead) {
+        if (!alive) {
             return;
         }
     }
 }
 
-Datagram QtUDPSocket::Read() {
-    Datagram datagram;
-    if (!socket || !socket->hasPendingDatagrams()) {
-        return datagram;
+std::optional<Datagram> QtUDPSocket::Receive() {
+    if (!socket) {
+        return std::nullopt;
     }
-    wasRead = true;
     QHostAddress sender;
     quint16 senderPort = 0;
-    datagram.data.resize(
-        static_cast<std::size_t>(std::max<qint64>(socket->pendingDatagramSize(), 0)));
-    const qint64 size = socket->readDatagram(
-        datagram.data.data(), static_cast<qint64>(datagram.data.size()), &sender, &senderPort);
-    datagram.data.resize(static_cast<std::size_t>(std::max<qint64>(size, 0)));
-    datagram.address = sender.toString().toStdString();
-    datagram.port = senderPort;
-    if (socket->hasPendingDatagrams()) {
-        DeliverLater();
+    const qint64 size = socket->readDatagram(buffer.data(), static_cast<qint64>(buffer.size()),
+                                             &sender, &senderPort);
+    if (size < 0) {
+        return std::nullopt;
     }
+    return Datagram{sender.toString().toStdString(), senderPort,
+                    buffer.substr(0, static_cast<std::size_t>(size))};
+}
+
+Datagram QtUDPSocket::Read() {
+    if (!next) {
+        next = Receive();
+    }
+    Datagram datagram = std::exchange(next, std::nullopt).value_or(Datagram());
+    DeliverLater();
     return datagram;
 }
 

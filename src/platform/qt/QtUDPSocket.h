@@ -6,6 +6,9 @@
 #include <QObject>
 #include <QUdpSocket>
 
+#include <optional>
+#include <string>
+
 namespace larkspool {
 
 class Desktop;
@@ -23,11 +26,13 @@ class QtUDPSocket : public UDPSocket {
   private:
     void Deliver();
     void DeliverLater();
+    std::optional<Datagram> Receive(); // nothing: none waits
 
     Desktop& desktop;
     OwnedByLoop<QUdpSocket> socket;
     bool deliveryPlanned = false;
-    bool wasRead = false; // since the event
+    std::optional<Datagram> next;                     // announced, not yet read
+    std::string buffer = std::string(65536, char{0}); // for the longest datagram there is
     int lastErrorCode = 0;
     QObject events; // what is deferred dies with it; last, so that it goes first
 };
