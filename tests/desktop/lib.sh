@@ -10,6 +10,7 @@ build_dir=${1:?the build folder}
 work=$(mktemp -d "${TMPDIR:-/tmp}/larkspool-desktop-test.XXXXXX")
 receivers=""
 console=""
+peer="" # a process that a test starts beside them
 receiver_port=""
 http_port=""
 
@@ -18,6 +19,7 @@ clean_up() {
     local code=$?
     [ "$code" -ne 0 ] && [ "$code" -ne 77 ] && show_what_happened
     stop_console >/dev/null 2>&1
+    [ -n "$peer" ] && kill "$peer" 2>/dev/null && wait "$peer" 2>/dev/null
     [ -n "$receivers" ] && kill "$receivers" 2>/dev/null && wait "$receivers" 2>/dev/null
     desktop_stop
     sound_server_stop

@@ -1,0 +1,90 @@
+#!/usr/bin/env bash
+# Another program at the controls: connects, tunes, changes the mode, takes the sound, records. In a
+# network of its own where that may be made, else in this computer's if the ports are free there.
+here=$(dirname "$0")
+. "$here/../../scripts/lib/network.sh"
+if [ -z "${LARKSPOOL_OWN_NETWORK:-}" ]; then
+    trap network_stop EXIT
+    if network_start; then
+        LARKSPOOL_OWN_NETWORK=yes network_run "$0" "$@"
+        exit
+    fi
+    echo "$network_obstacle: taking this computer's"
+fi
+. "$here/../../scripts/lib/remote.sh"
+. "$here/lib.sh"
+
+# heard LINE [SECONDS]: waits until the peer has heard it
+heard() {
+    local tries
+    for tries in $(seq $((${2:-5} * 20))); do
+        grep -qx "$1" "$work/peer.log" && return 0
+        sleep 0.05
+    done
+    fail "the peer has not heard '$1'"
+}
+
+sounds() { grep -c '^sound' "$work/peer.log"; }
+
+# Datagrams stream in, numbered from the one on without gap or repetition.
+check_numbers() {
+    sed -n 's/^sound //p' "$work/peer.log" |
+        awk -v next_number="$1" '$1 != next_number { bad = 1; print "block", $1, "in place of", next_number }
+            { next_number = ($1 + 1) % 65536 } END { exit bad }' || fail "the stream has a gap"
+}
+
+! remote_port_taken || skip "something listens on port $remote_port already"
+python3 "$here/peer.py" >"$work/peer.log" 2>&1 &
+peer=$!
+until grep -q '^ready' "$work/peer.log"; do
+    kill -0 "$peer" 2>/dev/null || skip "the ports of the peer: $(cat "$work/peer.log")"
+    sleep 0.05
+done
+
+start_receivers
+remote_prepare "$build_dir/bin" "$work/home/config" 127.0.0.1 "$receiver_port" || fail "no settings"
+start_console
+remote_port_taken || fail "the console does not listen"
+
+remote_say "vrxct:"
+heard "text vrxcount:1"
+heard "text streamrate:12001"
+remote_say connect
+ui read '^[1-9][0-9.]* samples/sec' 20 || fail "no samples came"
+
+remote_say "07ofreq:10020000"
+heard "text freq:010020000"
+ui read '^-(6[5-9]|7[0-5])[0-9.]* dBm' || fail "that is not the carrier at 10020 kHz"
+remote_say "mode:3"
+remote_say "lowcut:300"
+remote_say "highcut:2700"
+ui read '^-1[0-9][0-9][0-9.]* dBm' || fail "the passband still holds the carrier: no upper sideband"
+
+remote_say "staud:1"
+heard "text streamrate:12000"
+heard "sound 60" 20
+remote_say "staud:0"
+sleep 0.5
+first=$(sounds)
+sleep 0.5
+[ "$(sounds)" -eq "$first" ] || fail "the stream did not stop"
+remote_say "staud:1"
+heard "sound $((first + 20))" 20
+check_numbers 0
+
+remote_say togglerecord
+sleep 2
+remote_say togglerecord
+sleep 0.5
+recording=$(find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k)
+[ -n "$recording" ] || fail "nothing was recorded"
+echo "recorded: $(basename "$recording"), $(stat -c %s "$recording") bytes"
+
+remote_say disconnect
+sleep 0.5
+last=$(sounds)
+sleep 1
+[ "$(sounds)" -eq "$last" ] || fail "the session goes on"
+check_numbers 0
+echo "streamed: $last blocks"
+stop_console || fail "the console ended with code $?"
