@@ -1,0 +1,55 @@
+#include "directory/FavoritesFile.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace larkspool {
+
+namespace {
+
+// A line end in a cell, pasted there, would break the row in two.
+std::string OnOneLine(std::string cell) {
+    std::replace_if(
+        cell.begin(), cell.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
+    return cell;
+}
+
+} // namespace
+
+ReceiverList DecodeFavorites(TextInputStream& text) {
+    ReceiverList list;
+    while (!text.EndOfFile()) {
+        const std::string line = text.ReadLine();
+        const auto parts = SplitB(line, ";");
+        if (parts.size() == 3) {
+            list.Append(std::string(parts[2]), std::string(parts[0]), WholePart(Val(parts[1])));
+        }
+    }
+    return list;
+}
+
+std::string EncodeFavorites(const std::vector<FavoriteCells>& rows) {
+    std::string text;
+    for (const auto& [host, port, name] : rows) {
+        text += OnOneLine(host) + ";" + OnOneLine(port) + ";" + OnOneLine(name) + "\n";
+    }
+    return text;
+}
+
+std::optional<ReceiverList> ReadFavorites(const FolderItem& file) {
+    if (!file.Exists()) {
+        return ReceiverList();
+    }
+    auto text = TextInputStream::Open(file);
+    if (!text) {
+        return std::nullopt;
+    }
+    ReceiverList list = DecodeFavorites(*text);
+    if (text->Failed()) {
+        return std::nullopt;
+    }
+    return list;
+}
+
+} // namespace larkspool

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace larkspool {
+
+// The receiver in a web address such as "http://192.0.2.10:8073/": what belongs in the two fields.
+// Nothing where the text is no such address or names no port.
+struct PastedUrl {
+    std::string host;
+    std::string port; // in decimal, "0" for what is no number
+};
+std::optional<PastedUrl> ParsePastedUrl(std::string_view text);
+
+} // namespace larkspool

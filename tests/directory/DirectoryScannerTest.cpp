@@ -1,0 +1,152 @@
+#include "directory/DirectoryScanner.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace larkspool {
+namespace {
+
+ReceiverList Scan(std::string_view page) {
+    ReceiverList list;
+    DirectoryScanner(list).ScanPage(page);
+    return list;
+}
+
+std::string NameLine(const std::string& name) {
+    return "<span class='cl-name'>" + name + "</span>\n";
+}
+
+std::string AddressLine(const std::string& address) {
+    return "<a href='http://" + address + "' target='_blank'>open</a>\n";
+}
+
+std::string Entry(const std::string& name, const std::string& address) {
+    return NameLine(name) + AddressLine(address);
+}
+
+// "name|host|port", one an entry.
+std::vector<std::string> Rows(const ReceiverList& list) {
+    std::vector<std::string> rows;
+    for (std::size_t i = 0; i < list.Count(); ++i) {
+        rows.push_back(list.names[i] + "|" + list.urls[i] + "|" + std::to_string(list.ports[i]));
+    }
+    return rows;
+}
+
+TEST(DirectoryScanner, APageGivesItsReceiversInItsOrder) {
+    const std::string page = "<html>\n" + Entry("Harbour light", "192.0.2.10:8073/") + "<hr>\n\n" +
+                             Entry("Grüße vom Bodensee", "lark.example:8074") +
+                             Entry("Harbour light", "192.0.2.10:8073/?f=9750am") + "</html>";
+    EXPECT_EQ(Rows(Scan(page)), (std::vector<std::string>{"Harbour light|192.0.2.10|8073",
+                                                          "Grüße vom Bodensee|lark.example|8074",
+                                                          "Harbour light|192.0.2.10|8073"}));
+}
+
+TEST(DirectoryScanner, OnlyWhatIsToldInItsWayIsTaken) {
+    const struct {
+        const char* what;
+        std::string page;
+        std::vector<std::string> rows;
+    } cases[] = {
+        {"a blank line between", NameLine("a") + "\n" + AddressLine("h:1"), {}},
+        {"two names in a row", NameLine("a") + NameLine("b") + AddressLine("h:1"), {}},
+        {"three names in a row", NameLine("a") + NameLine("b") + Entry("c", "h:1"), {"c|h|1"}},
+        {"an address in the name's line",
+         "'cl-name'>a</span><a href='http://x:1'>\n" + AddressLine("h:2"),
+         {"a|h|2"}},
+        {"the end of the name in front of it", "</span>'cl-name'>a\n" + AddressLine("h:1"), {}},
+        {"a name without end, then a good one", "'cl-name'>a\n" + Entry("b", "h:1"), {"b|h|1"}},
+        {"the first end of two", Entry("a</span>b", "h:1"), {"a|h|1"}},
+        {"an empty name", Entry("", "h:1"), {"|h|1"}},
+        {"any one character behind the marker",
+         "'cl-name'\xC3</span>\n" + AddressLine("h:1"),
+         {"|h|1"}},
+        {"nothing behind the marker", "'cl-name'\n</span>\n" + AddressLine("h:1"), {}},
+        {"no port", Entry("a", "192.0.2.1/"), {}},
+        {"more than one colon", Entry("a", "[2001:db8::1]:8073/") + Entry("b", "u:p@h:1"), {}},
+        {"an address without end", NameLine("a") + "<a href='http://h:1\n", {}},
+        {"another scheme", NameLine("a") + "<a href='https://h:1'>\n", {}},
+        {"other quotes", NameLine("a") + "<a href=\"http://h:1\">\n", {}},
+        {"ports that are none",
+         Entry("a", "h:x") + Entry("b", "h:") + Entry("c", "h:80.9"),
+         {"a|h|0", "b|h|0", "c|h|80"}},
+        {"line ends of two characters",
+         "'cl-name'>a</span>\r\n<a href='http://h:1'>\r\n",
+         {"a|h|1"}},
+        {"no line end at all", "'cl-name'>a</span>\n<a href='http://h:1'", {"a|h|1"}},
+        {"a name at the very end", NameLine("a"), {}},
+    };
+    for (const auto& [what, page, rows] : cases) {
+        EXPECT_EQ(Rows(Scan(page)), rows) << what;
+    }
+}
+
+TEST(DirectoryScanner, NamesKeepTheirBytes) {
+    for (const std::string name :
+         {"北の受信所", "\xFF\xFE broken \xC3", "it's <b>&amp;</b>", "tab\tbell\a"}) {
+        EXPECT_EQ(Scan(Entry(name, "h:1")).names, std::vector<std::string>{name});
+    }
+    const std::string withNul("a\0b", 3);
+    EXPECT_EQ(Scan(Entry(withNul, "h:1")).names, std::vector<std::string>{withNul});
+}
+
+// Whatever the skipping does, it finds what reading line after line finds.
+TEST(DirectoryScanner, SkippingLinesLosesNone) {
+    const std::vector<std::string> pieces = {"'cl-name'",
+                                             ">",
+                                             "</span>",
+                                             "\n",
+                                             "\n",
+                                             "<a href='http://",
+                                             "h:1",
+                                             "'",
+                                             "'cl-nam",
+                                             "x",
+                                             ":",
+                                             "\xF0\x9F",
+                                             "'cl-name'>n</span>\n<a href='http://h:7'"};
+    std::mt19937 engine(5);
+    std::size_t found = 0;
+    for (int round = 0; round < 3000; ++round) {
+        std::string page;
+        for (int i = 0; i < 40; ++i) {
+            page += pieces[engine() % pieces.size()];
+        }
+        ReceiverList lineByLine;
+        DirectoryScanner scanner(lineByLine);
+        for (std::size_t at = 0; at <= page.size();) {
+            const std::size_t end = std::min(page.find('\n', at), page.size());
+            scanner.ProcessLine(std::string_view(page).substr(at, end - at));
+            at = end + 1;
+        }
+        ASSERT_EQ(Scan(page), lineByLine) << page;
+        found += lineByLine.Count();
+    }
+    EXPECT_GT(found, 1000U);
+}
+
+TEST(DirectoryScanner, TheLargestPagesOfNonsenseAreReadInTheirTime) {
+    constexpr std::size_t Size = 8 * 1024 * 1024;
+    for (const std::string piece :
+         {"'cl-name'", "'cl-name'\n", "'cl-name'></span>\n", "'", "\n", ":",
+          "'cl-name'></span>\n<a href='http://", "'cl-name'></span>\n<a href='http://:::::\n"}) {
+        std::string page;
+        while (page.size() < Size) {
+            page += piece;
+        }
+        EXPECT_EQ(Scan(page).Count(), 0U) << piece;
+    }
+    EXPECT_EQ(
+        Scan("'cl-name'>" + std::string(Size, 'n') + "</span>\n" + AddressLine("h:1")).Count(), 1U);
+    EXPECT_EQ(Scan(NameLine("a") + AddressLine(std::string(Size, ':'))).Count(), 0U);
+    EXPECT_EQ(Scan(NameLine("a") + AddressLine("h:" + std::string(Size, '9'))).ports.front(),
+              std::numeric_limits<std::int64_t>::max());
+}
+
+} // namespace
+} // namespace larkspool
