@@ -20,6 +20,8 @@ void Window1::BindConnectionEvents() {
     CheckBoxReconnect.action = [this] { CheckBoxReconnect_Action(); };
     TextFieldAddress.textChange = [this] { TextFieldAddress_TextChange(); };
     TextFieldPort.textChange = [this] { TextFieldPort_TextChange(); };
+    PopupMenuKiwiList.mouseDown = [this] { PopupMenuKiwiList_MouseDown(); };
+    PopupMenuKiwiList.change = [this] { PopupMenuKiwiList_Change(); };
     TextFieldIdentity.textChange = [this] { TextFieldIdentity_TextChange(); };
     TextFieldGeoLocation.textChange = [this] { TextFieldGeoLocation_TextChange(); };
     TCPSocketAudio->connected = [this] { TCPSocketAudio_Connected(); };

@@ -33,10 +33,4 @@ void Window1::TextFieldGeoLocation_TextChange() {
     app.prefs.prefsUserQTH = TextFieldGeoLocation.Text();
 }
 
-void Window1::TextFieldPort_TextChange() {
-    app.prefs.prefsLastPort = WholePart<std::int32_t>(Val(TextFieldPort.Text()));
-}
-
-void Window1::TextFieldAddress_TextChange() { app.prefs.prefsLastURL = TextFieldAddress.Text(); }
-
 } // namespace larkspool

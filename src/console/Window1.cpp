@@ -52,6 +52,7 @@ void Window1::Event_Open() {
         CheckBoxNetwork.SetValue(true);
     }
     FillFromPreferences();
+    GetKiwiList();
     kiwiSoundSamplesMB = MemoryBlock(SilenceBytes);
     InitSoundStuff();
     CheckBoxUpdateWaterfall.SetValue(app.prefs.prefsUpdateWaterfall);

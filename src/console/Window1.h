@@ -63,6 +63,9 @@ class Window1 : public Window, public ReceiverControls {
     std::int64_t rollOverSamples =
         AudioRecordingClass::RollOverSamples; // where the next file begins
 
+    // Fetches the list of receivers and fills the popup when it comes (directory)
+    void GetKiwiList();
+
   private:
     // What waits for its DoConnect. A reconnect gives way to the user's and the scheduler's wish.
     enum class ConnectKind { Wanted, Reconnect };
@@ -83,8 +86,6 @@ class Window1 : public Window, public ReceiverControls {
     void PassbandMouseWheel(TextField& edge, int deltaY);
     void TextFieldIdentity_TextChange();
     void TextFieldGeoLocation_TextChange();
-    void TextFieldAddress_TextChange();
-    void TextFieldPort_TextChange();
     void AgcChanged(); // both check boxes and all four sliders
     void SliderSquelch_ValueChanged();
     void PopupMenuSquelchTime_Change();
@@ -174,6 +175,15 @@ class Window1 : public Window, public ReceiverControls {
     bool WaterfallCanvas_MouseDown(int x);
     void WriteWaterfallLabels();
 
+    // Receiver directory
+    void KiwiListReceived();
+    void AddFavoriteKiwis();
+    void AddMyKiwis();
+    void PopupMenuKiwiList_MouseDown();
+    void PopupMenuKiwiList_Change();
+    void TextFieldAddress_TextChange();
+    void TextFieldPort_TextChange();
+
     App& app;
 
     // Session state
@@ -225,6 +235,9 @@ class Window1 : public Window, public ReceiverControls {
     double waterfallStartFreq = 0; // kHz, the left edge
     int waterfallOffsetDb = 0;     // 0 to 63
     double waterfallGain = 0;      // 0.00 to 5.00
+
+    // Receiver directory state
+    bool gotKiwiPopupMouseDown = false; // the popup's next change is the user's pick
 };
 
 } // namespace larkspool

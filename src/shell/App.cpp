@@ -1,5 +1,6 @@
 #include "shell/App.h"
 
+#include "directory/KiwiListClass.h"
 #include "platform/Text.h"
 #include "shell/MainMenuBar.h"
 
@@ -88,6 +89,13 @@ void App::WindowClosed() {
     }
 }
 
+bool App::EndsWith(const Window& closing) const {
+    const auto windows = AllWindows();
+    return std::none_of(windows.begin(), windows.end(), [&closing](const Window* window) {
+        return window != &closing && window->Visible();
+    });
+}
+
 void App::Quit(QuitCause cause) {
     if (isQuitting) {
         if (cause != QuitCause::User) {
@@ -105,12 +113,15 @@ void App::Quit(QuitCause cause) {
     for (const Window* window : AllWindows()) {
         window->CommitEdits();
     }
-    const bool written = WritePrefs();
+    if (!WritePrefs()) {
+        TellLoss("The settings could not be saved in " + PreferencesFile().Path().string() +
+                 ". Larkspool will start with the earlier ones next time.");
+    }
     CloseEverything();
-    if (written || cause != QuitCause::User) {
+    if (losses.empty() || cause != QuitCause::User) {
         desktop.EndEventLoop();
     } else {
-        TellThatPrefsAreLost();
+        TellLosses();
     }
 }
 
@@ -119,12 +130,20 @@ void App::CloseEverything() {
         window->Event_CancelClose(true);
         window->Hide();
     }
+    theKiwiList.reset(); // no page and no error any more
 }
 
-void App::TellThatPrefsAreLost() {
+void App::TellLoss(const std::string& text) {
+    if (isQuitting) {
+        losses += losses.empty() ? text : "\n\n" + text;
+    } else {
+        desktop.MsgBox(text);
+    }
+}
+
+void App::TellLosses() {
     MessageDialog dialog;
-    dialog.message = "The settings could not be saved in " + PreferencesFile().Path().string() +
-                     ". Larkspool will start with the earlier ones next time.";
+    dialog.message = losses;
     desktop.ShowDialog(dialog, [this](MessageDialog::Answer) { desktop.EndEventLoop(); });
 }
 

@@ -16,6 +16,8 @@
 
 namespace larkspool {
 
+class KiwiListClass;
+
 // The application: owns what is stored and the windows, answers the menu, ends the program. Made in
 // main, before the event loop runs; lives to the end of the process.
 class App {
@@ -33,6 +35,12 @@ class App {
     // Takes a further window and shows it. It lives until it is closed.
     void OpenWindow(std::unique_ptr<Window> window);
 
+    // Whether closing this window ends the program: no other one shows.
+    bool EndsWith(const Window& closing) const;
+
+    // Something of the user's could not be kept. At quit it is told before the program ends.
+    void TellLoss(const std::string& text);
+
     // Shows a tooltip under the pointer, unless the user wants none.
     void MyShowToolTip(const std::string& text);
     Date GetCurrentUtcDate() const;
@@ -43,12 +51,14 @@ class App {
     const Deployment deployment;
     Preferences prefs;
     Random myRandom;
+    std::unique_ptr<KiwiListClass> theKiwiList;  // null before the first fetch and after quitting
     bool prefsHideTooltips = false;              // not stored
     bool prefsInvertScrollWheelPolarity = false; // not stored
 
   private:
     void AddMenuHandlers();
     bool EditAboutLarkspool_Action();
+    bool FileFavorites_Action();
     bool FileVisitWebsiteForInstructions_Action();
     bool FileNewScheduleWindow_Action();
     bool FileOpenSchedule_Action();
@@ -64,7 +74,7 @@ class App {
     void WindowClosed();
     void Quit(QuitCause cause);
     void CloseEverything();
-    void TellThatPrefsAreLost();
+    void TellLosses();
 
     Desktop& desktop;
     std::unique_ptr<Window1> window1;
@@ -74,6 +84,7 @@ class App {
     std::unique_ptr<VersionCheck> versionCheck;
     bool isOpen = false; // the console is filled: from here on there is something to store
     bool isQuitting = false;
+    std::string losses; // to be told before the program ends
 };
 
 } // namespace larkspool

@@ -1,7 +1,9 @@
+#include "directory/WindowFavoriteKiwis.h"
 #include "schedule/SkedWindow.h"
 #include "shell/App.h"
 #include "shell/Version.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -13,6 +15,7 @@ namespace larkspool {
 void App::AddMenuHandlers() {
     MenuHandlers& handlers = desktop.applicationHandlers;
     handlers.Add("EditAboutLarkspool", [this] { return EditAboutLarkspool_Action(); });
+    handlers.Add("FileFavorites", [this] { return FileFavorites_Action(); });
     if (!deployment.productPage.empty()) {
         handlers.Add("FileVisitWebsiteForInstructions",
                      [this] { return FileVisitWebsiteForInstructions_Action(); });
@@ -32,6 +35,22 @@ bool App::EditAboutLarkspool_Action() {
             VisitProductPage();
         }
     });
+    return true;
+}
+
+bool App::FileFavorites_Action() {
+    // One that has just been closed may still be there, hidden.
+    const auto open =
+        std::find_if(furtherWindows.begin(), furtherWindows.end(), [](const auto& window) {
+            return window->Visible() && dynamic_cast<WindowFavoriteKiwis*>(window.get()) != nullptr;
+        });
+    if (open != furtherWindows.end()) {
+        (*open)->Show();
+        return true;
+    }
+    auto window = std::make_unique<WindowFavoriteKiwis>(desktop, *this);
+    window->Event_Open();
+    OpenWindow(std::move(window));
     return true;
 }
 

@@ -16,7 +16,12 @@ class VirtualWindowView : public WindowView {
     VirtualWindowView(const VirtualWindowView&) = delete;
     VirtualWindowView& operator=(const VirtualWindowView&) = delete;
 
-    void Changed(WindowAspect) override {}
+    void Changed(WindowAspect aspect) override {
+        if (aspect == WindowAspect::ToFront) {
+            std::erase(windows, &window);
+            windows.push_back(&window);
+        }
+    }
 
   private:
     Window& window;

@@ -56,7 +56,7 @@ class VirtualDesktop : public Desktop {
     // What the test sees and sets.
     EventQueue queue;
     RecordingSoundLibrary sound;
-    std::vector<Window*> windows;              // that have been shown and are alive
+    std::vector<Window*> windows;              // that have been shown, the one in front last
     std::vector<VirtualTCPSocket*> tcpSockets; // in the order in which they were made
     std::vector<VirtualUDPSocket*> udpSockets;
     std::shared_ptr<std::vector<VirtualHTTPSocket*>> httpSockets; // those that are alive

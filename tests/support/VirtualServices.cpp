@@ -61,6 +61,17 @@ VirtualHTTPSocket::VirtualHTTPSocket(std::shared_ptr<std::vector<VirtualHTTPSock
 
 VirtualHTTPSocket::~VirtualHTTPSocket() { std::erase(*all, this); }
 
+void VirtualHTTPSocket::Deliver(const std::string& content, int status) const {
+    // Both live on while they are in use, whatever the handler does with the socket.
+    const auto handler = pageReceived;
+    handler(std::string(url), status, content);
+}
+
+void VirtualHTTPSocket::Fail(int code) const {
+    const auto handler = error;
+    handler(code);
+}
+
 void RecordingSoundLibrary::Note(const std::string& function, const std::string& arguments) {
     if (missing.count(function) > 0) {
         throw FunctionNotFound(function, "libtonebridge.so");

@@ -64,6 +64,10 @@ class VirtualHTTPSocket : public HTTPSocket {
 
     void Get(const std::string& wanted) override { url = wanted; }
 
+    // The other end's answer.
+    void Deliver(const std::string& content, int status = 200) const;
+    void Fail(int code) const;
+
     std::string url; // empty: nothing was asked for yet
 
   private:

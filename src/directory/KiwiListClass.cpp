@@ -1,0 +1,33 @@
+#include "directory/KiwiListClass.h"
+
+#include "directory/DirectoryScanner.h"
+#include "platform/Text.h"
+
+namespace larkspool {
+
+KiwiListClass::KiwiListClass(Desktop& host) : desktop(host), socket(host.MakeHTTPSocket()) {
+    // Whatever page comes is read, whatever its status.
+    socket->pageReceived = [this](const std::string&, int, const std::string& content) {
+        Event_PageReceived(content);
+    };
+    socket->error = [this](int code) { Event_Error(code); };
+}
+
+void KiwiListClass::Init(const std::string& directoryHost) {
+    if (directoryHost.empty()) {
+        received();
+    } else {
+        socket->Get("http://" + directoryHost + "/public/");
+    }
+}
+
+void KiwiListClass::Event_PageReceived(const std::string& content) {
+    DirectoryScanner(*this).ScanPage(content);
+    received();
+}
+
+void KiwiListClass::Event_Error(int code) {
+    desktop.MsgBox("Could not download KiwiSDR list, error " + Str(code));
+}
+
+} // namespace larkspool

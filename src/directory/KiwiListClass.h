@@ -1,0 +1,32 @@
+#pragma once
+
+#include "directory/ReceiverList.h"
+#include "platform/Desktop.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace larkspool {
+
+// The receiver directory of the whole program, index i of which is row i of the console's popup.
+// Fetches the public list; a page or an error comes on the event loop. Owned by App, and made anew
+// for each fetch, which ends the fetch of the one before.
+class KiwiListClass : public ReceiverList {
+  public:
+    explicit KiwiListClass(Desktop& host);
+
+    // Asks the host for its list. Without a host the public list is empty, and is there at once.
+    void Init(const std::string& directoryHost);
+
+    std::function<void()> received; // the public list is complete
+
+  private:
+    void Event_PageReceived(const std::string& content);
+    void Event_Error(int code);
+
+    Desktop& desktop;
+    std::unique_ptr<HTTPSocket> socket;
+};
+
+} // namespace larkspool

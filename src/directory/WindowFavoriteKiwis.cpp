@@ -1,0 +1,112 @@
+#include "directory/WindowFavoriteKiwis.h"
+
+#include "directory/FavoritesFile.h"
+#include "platform/ReplaceFile.h"
+#include "platform/Text.h"
+#include "shell/App.h"
+
+namespace larkspool {
+
+namespace {
+
+constexpr Rect DesignBounds = {0, 0, 600, 400};
+constexpr int AddEntry = 1;
+constexpr int DeleteEntry = 2;
+
+enum Column { Host, Port, Name };
+
+} // namespace
+
+WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& host, App& application)
+    : Window(host), app(application) {
+    SetTitle("Favorite Kiwis");
+    SetDesignSize(DesignBounds.width, DesignBounds.height);
+    Listbox1.Place("Listbox1", DesignBounds, {true, true, true, true});
+    Listbox1.spokenName = "Favorites";
+    Listbox1.hasHeader = true;
+    Listbox1.constructContextualMenu = [this](std::vector<MenuItem>& items) {
+        return Listbox1_ConstructContextualMenu(items);
+    };
+    Listbox1.contextualMenuAction = [this](const MenuItem& item) {
+        return Listbox1_ContextualMenuAction(item);
+    };
+    AddControl(Listbox1);
+}
+
+void WindowFavoriteKiwis::Event_Open() {
+    Listbox1.columns = {{"URL", 0, 2, true}, {"Port", 60, 0, true}, {"Name", 0, 3, true}};
+    LoadEntries();
+}
+
+bool WindowFavoriteKiwis::Event_CancelClose(bool appQuitting) {
+    CommitEdits();
+    if (!appQuitting && app.EndsWith(*this)) {
+        return false; // the quit that follows asks again
+    }
+    SaveEntries();
+    if (!appQuitting) {
+        app.Console().GetKiwiList();
+    }
+    return false;
+}
+
+FolderItem WindowFavoriteKiwis::File() const {
+    return *desktop.Folder(SpecialFolder::ApplicationData).Child(FavoritesFileName);
+}
+
+void WindowFavoriteKiwis::LoadEntries() {
+    Listbox1.DeleteAllRows();
+    const auto favorites = ReadFavorites(File());
+    isUnread = !favorites;
+    if (isUnread) {
+        desktop.MsgBox("The favorites in " + File().Path().string() +
+                       " could not be read. That file stays as it is: entries made now will not "
+                       "be kept.");
+        return;
+    }
+    for (std::size_t i = 0; i < favorites->Count(); ++i) {
+        Listbox1.AddRow(favorites->urls[i]);
+        Listbox1.SetCell(Listbox1.LastIndex(), Port, Str(favorites->ports[i]));
+        Listbox1.SetCell(Listbox1.LastIndex(), Name, favorites->names[i]);
+    }
+}
+
+void WindowFavoriteKiwis::SaveEntries() {
+    if (isUnread) {
+        return;
+    }
+    std::vector<FavoriteCells> rows;
+    for (int row = 0; row < Listbox1.ListCount(); ++row) {
+        rows.push_back(
+            {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});
+    }
+    if (!ReplaceFile(File(), EncodeFavorites(rows))) {
+        app.TellLoss("The favorites could not be saved in " + File().Path().string() +
+                     ". What was there before is still there.");
+    }
+}
+
+bool WindowFavoriteKiwis::Listbox1_ConstructContextualMenu(std::vector<MenuItem>& items) const {
+    items.push_back({.name = "", .caption = "Add entry", .shortcut = "", .index = AddEntry});
+    if (Listbox1.ListIndex() > -1) {
+        items.push_back({.name = "",
+                         .caption = "Delete entry",
+                         .shortcut = "",
+                         .index = DeleteEntry,
+                         .tag = Listbox1.ListIndex()});
+    }
+    return true;
+}
+
+bool WindowFavoriteKiwis::Listbox1_ContextualMenuAction(const MenuItem& item) {
+    if (item.index == AddEntry) {
+        Listbox1.AddRow("Kiwi URL");
+        Listbox1.SetCell(Listbox1.LastIndex(), Port, "8073");
+        Listbox1.SetCell(Listbox1.LastIndex(), Name, "Kiwi Name");
+    } else if (item.index == DeleteEntry && item.tag) {
+        Listbox1.DeleteRow(*item.tag);
+    }
+    return true;
+}
+
+} // namespace larkspool

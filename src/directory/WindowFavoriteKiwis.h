@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Desktop.h"
+#include "platform/Listbox.h"
+
+#include <vector>
+
+namespace larkspool {
+
+class App;
+
+// Where the user edits the favourites, in place; every close saves them. Owned by App, one at a
+// time, from its opening to its closing.
+class WindowFavoriteKiwis : public Window {
+  public:
+    WindowFavoriteKiwis(Desktop& host, App& application);
+
+    void Event_Open();
+    bool Event_CancelClose(bool appQuitting) override;
+
+    Listbox Listbox1; // host, port, name
+
+  private:
+    void LoadEntries();
+    void SaveEntries();
+    bool Listbox1_ConstructContextualMenu(std::vector<MenuItem>& items) const;
+    bool Listbox1_ContextualMenuAction(const MenuItem& item);
+    FolderItem File() const;
+
+    App& app;
+    bool isUnread = false; // there is a file, but it can't be read: nothing may replace it
+};
+
+} // namespace larkspool

@@ -1,0 +1,215 @@
+#include "session/DirectoryFixture.h"
+
+namespace larkspool {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+// Stands in for a cell that the user is typing in.
+class OpenEdit : public ControlView {
+  public:
+    OpenEdit(Listbox& edited, std::string typed) : ControlView(edited), text(std::move(typed)) {}
+    void Changed(Aspect aspect) override {
+        if (aspect == Aspect::CommitEdit) {
+            static_cast<Listbox*>(Model())->SetCell(0, 2, text);
+        }
+    }
+
+  private:
+    std::string text;
+};
+
+// The window of favourites.
+class Favorites : public DirectoryFixture {
+  protected:
+    // Picks the menu item; the window that is in front then.
+    WindowFavoriteKiwis& Open() {
+        EXPECT_TRUE(desktop.applicationHandlers.Perform("FileFavorites"));
+        return dynamic_cast<WindowFavoriteKiwis&>(*desktop.windows.back());
+    }
+
+    static Strings Cells(const WindowFavoriteKiwis& window) {
+        const Listbox& list = window.Listbox1;
+        Strings rows;
+        for (int i = 0; i < list.ListCount(); ++i) {
+            rows.push_back(list.Cell(i, 0) + ";" + list.Cell(i, 1) + ";" + list.Cell(i, 2));
+        }
+        return rows;
+    }
+
+    static std::vector<MenuItem> MenuOf(const WindowFavoriteKiwis& window) {
+        std::vector<MenuItem> items;
+        EXPECT_TRUE(window.Listbox1.constructContextualMenu(items));
+        return items;
+    }
+
+    void Close(Window& window) {
+        window.Close();
+        desktop.Advance(0);
+    }
+
+    // A folder in the place of the file that is written first.
+    void SpoilWriting() {
+        std::filesystem::create_directories(FavoritesFile().Path().string() + ".new/full");
+    }
+};
+
+TEST_F(Favorites, WhatIsEditedIsStoredAndListedAfterTheNextFetch) {
+    PutFavorites("one.example;8073;Mine 1\nlost;line\ntwo.example;abc;Mine 2\n");
+    Start();
+    Fetch().Deliver("");
+    EXPECT_EQ(Rows(), SiteAnd({"Mine 2", "Mine 1"}));
+    auto& window = Open();
+    EXPECT_TRUE(window.Visible());
+    EXPECT_EQ(Cells(window), (Strings{"one.example;8073;Mine 1", "two.example;0;Mine 2"}));
+    window.Listbox1.SetCell(1, 1, "8074");
+    window.Listbox1.SetCell(0, 2, "Shed; antenna");
+    Close(window);
+    EXPECT_EQ(StoredFavorites(), "one.example;8073;Shed; antenna\ntwo.example;8074;Mine 2\n");
+    EXPECT_EQ(Rows(), SiteAnd({"Mine 2", "Mine 1"})) << "until the page comes";
+    Fetch().Deliver(Entry("World", "h:1"));
+    EXPECT_EQ(Rows(), SiteAnd({"Mine 2", "World"})) << "a line of four parts is none";
+    EXPECT_EQ(Cells(Open()), (Strings{"two.example;8074;Mine 2"}));
+}
+
+TEST_F(Favorites, TheContextMenuAddsAndDeletes) {
+    Start();
+    auto& window = Open();
+    auto items = MenuOf(window);
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].caption, "Add entry");
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_TRUE(window.Listbox1.contextualMenuAction(items[0]));
+    }
+    window.Listbox1.SetCell(1, 2, "Middle");
+    window.Listbox1.SetListIndex(1);
+    items = MenuOf(window);
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[1].caption, "Delete entry");
+    window.Listbox1.SetListIndex(0); // the menu still means the row that it was opened for
+    EXPECT_TRUE(window.Listbox1.contextualMenuAction(items[1]));
+    EXPECT_EQ(Cells(window), Strings(2, "Kiwi URL;8073;Kiwi Name"));
+    items[1].tag = 2;
+    EXPECT_TRUE(window.Listbox1.contextualMenuAction(items[1]));
+    items[1].tag = -1;
+    EXPECT_TRUE(window.Listbox1.contextualMenuAction(items[1]));
+    EXPECT_EQ(window.Listbox1.ListCount(), 2);
+    Close(window);
+    EXPECT_EQ(StoredFavorites(), "Kiwi URL;8073;Kiwi Name\nKiwi URL;8073;Kiwi Name\n");
+}
+
+TEST_F(Favorites, ThereIsOneWindowAtATime) {
+    Start();
+    auto& window = Open();
+    window.Listbox1.AddRow("typed");
+    Console().Show();
+    EXPECT_EQ(&Open(), &window) << "in front again, with what was typed";
+    EXPECT_EQ(desktop.windows.size(), 2U);
+    window.Close();
+    EXPECT_NE(&Open(), &window) << "the one just closed doesn't come back";
+    desktop.Advance(0);
+    EXPECT_EQ(desktop.windows.size(), 2U);
+}
+
+TEST_F(Favorites, TheWindowIsEditedInPlace) {
+    Start();
+    auto& window = Open();
+    EXPECT_EQ(window.Title(), "Favorite Kiwis");
+    EXPECT_TRUE(window.Listbox1.hasHeader);
+    Strings headings;
+    for (const auto& column : window.Listbox1.columns) {
+        EXPECT_TRUE(column.editable);
+        headings.push_back(column.heading);
+    }
+    EXPECT_EQ(headings, (Strings{"URL", "Port", "Name"}));
+    window.Resize(800, 500);
+    EXPECT_EQ(window.Listbox1.Bounds(), (Rect{0, 0, 800, 500}));
+}
+
+TEST_F(Favorites, AnEditThatIsOpenIsKeptByTheCloseButtonAndAtQuit) {
+    PutFavorites("h;1;old\n");
+    Start();
+    {
+        auto& window = Open();
+        const OpenEdit edit(window.Listbox1, "closed");
+        window.Close();
+    }
+    desktop.Advance(0);
+    EXPECT_EQ(StoredFavorites(), "h;1;closed\n");
+    Fetch().Deliver("");
+    {
+        auto& window = Open();
+        const OpenEdit edit(window.Listbox1, "quit");
+        desktop.quitRequested(QuitCause::Signal);
+    }
+    EXPECT_EQ(StoredFavorites(), "h;1;quit\n");
+    EXPECT_FALSE(IsFetching()) << "a program that ends fetches nothing";
+}
+
+TEST_F(Favorites, TheLastWindowSavesAndFetchesNothing) {
+    Start();
+    auto& window = Open();
+    window.Listbox1.AddRow("h");
+    Console().Close();
+    EXPECT_FALSE(desktop.hasEnded);
+    window.Close();
+    EXPECT_TRUE(desktop.hasEnded);
+    EXPECT_EQ(StoredFavorites(), "h;;\n");
+    EXPECT_TRUE(desktop.httpSockets->empty());
+}
+
+TEST_F(Favorites, TheFileBesideTheProgramIsNeverEdited) {
+    PutFavorites("beside.example;1;Beside\n", SpecialFolder::Program);
+    Start();
+    auto& window = Open();
+    EXPECT_TRUE(Cells(window).empty());
+    window.Listbox1.AddRow("mine.example");
+    Close(window);
+    EXPECT_EQ(StoredFavorites(), "mine.example;;\n");
+    Fetch().Deliver("");
+    EXPECT_EQ(Rows(), SiteAnd({"Beside"}));
+}
+
+TEST_F(Favorites, AFailedSaveLeavesTheOldFileAndSaysSo) {
+    PutFavorites("h;1;old\n");
+    Start();
+    auto& window = Open();
+    window.Listbox1.SetCell(0, 2, "new");
+    SpoilWriting();
+    Close(window);
+    EXPECT_EQ(StoredFavorites(), "h;1;old\n");
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_NE(desktop.boxes[0].find(FavoritesFile().Path().string()), std::string::npos);
+    EXPECT_TRUE(IsFetching());
+}
+
+TEST_F(Favorites, AFailedSaveAtQuitIsToldBeforeTheEndButNeverHoldsUpASignal) {
+    for (const QuitCause cause : {QuitCause::User, QuitCause::Signal}) {
+        PutFavorites("h;1;old\n");
+        SpoilWriting();
+        Start();
+        Open();
+        desktop.quitRequested(cause);
+        EXPECT_EQ(desktop.hasEnded, cause == QuitCause::Signal);
+        EXPECT_EQ(desktop.dialogs.size(), 1U);
+        EXPECT_TRUE(desktop.boxes.empty());
+        EXPECT_EQ(StoredFavorites(), "h;1;old\n");
+        app.reset();
+    }
+}
+
+TEST_F(Favorites, AFileThatCantBeReadIsNeverReplaced) {
+    std::filesystem::create_directory(FavoritesFile().Path());
+    Start();
+    auto& window = Open();
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    window.Listbox1.AddRow("h");
+    Close(window);
+    EXPECT_TRUE(FavoritesFile().IsFolder());
+    EXPECT_EQ(desktop.boxes.size(), 1U) << "told once is enough";
+    Fetch().Deliver("");
+    EXPECT_EQ(Rows(), site);
+}
+
+} // namespace
+} // namespace larkspool
