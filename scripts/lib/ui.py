@@ -4,6 +4,7 @@
     ui.py press NAME               pushes a button or ticks a box
     ui.py type NAME TEXT           replaces the text of a field
     ui.py pick NAME ROW            chooses the row of that text in a popup
+    ui.py rows NAME                prints the rows of a popup
     ui.py read PATTERN [SECONDS]   waits for a label that matches and prints it
     ui.py place NAME               prints left, top, width and height on the screen
     ui.py value NAME               prints the text of a field
@@ -12,10 +13,12 @@
     ui.py focused                  prints the name of the control that has the keyboard
     ui.py cell TEXT [SECONDS]      waits for a table's cell with that text
     ui.py names                    lists every control: role, name, text, description
-NAME is the accessible name. Fails with a message on stderr.
+NAME is the accessible name; a popup is named by the row that shows, and described by its own name,
+which is NAME too. Fails with a message on stderr.
 """
 
 import re
+import subprocess
 import sys
 import time
 import warnings
@@ -70,7 +73,9 @@ def until(seconds, look):
 def named(name, seconds=10.0):
     def look():
         for control in controls():
-            if control.get_name() == name and control.get_role_name() != "label":
+            if control.get_role_name() == "label":
+                continue
+            if control.get_name() == name or control.get_description() == name:
                 return control
         return None
 
@@ -87,19 +92,25 @@ def act(control):
 
 
 def pick(name, row):
+    """With the keys, as this toolkit offers assistive technology no other way."""
     popup = named(name)
-
-    def look():
-        for control in [popup, *children(popup)]:
-            if control.get_name() == row and control is not popup:
-                return control
-        return None
-
-    found = until(5, look)
-    if not found:
+    texts = until(5, lambda: row in rows(popup) and rows(popup))
+    if not texts:
         sys.exit(f"{name!r} has no row {row!r}")
-    parent = found.get_parent()
-    parent.select_child(found.get_index_in_parent())
+    act(popup)
+    open_list = until(5, lambda: [c for c in children(popup) if is_showing(c)])
+    if not open_list:
+        sys.exit(f"{name!r} doesn't open")
+    steps = ["Home"] + ["Down"] * texts.index(row) + ["Return"]
+    subprocess.run(["xdotool", "key", "--delay", "5", *steps], check=True)
+
+
+def is_showing(control):
+    return control.get_state_set().contains(Atspi.StateType.SHOWING)
+
+
+def rows(popup):
+    return [c.get_name() for c in children(popup) if c.get_role_name() == "list item"]
 
 
 def children(control):
@@ -148,6 +159,8 @@ def main(arguments):
         Atspi.EditableText.set_text_contents(named(rest[0]), rest[1])
     elif verb == "pick":
         pick(rest[0], rest[1])
+    elif verb == "rows":
+        print(*rows(named(rest[0])), sep="\n")
     elif verb == "read":
         read(rest[0], float(rest[1]) if len(rest) > 1 else 10.0)
     elif verb == "place":
