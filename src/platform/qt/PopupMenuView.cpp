@@ -1,5 +1,6 @@
 #include "platform/qt/PopupMenuView.h"
 
+#include "platform/Text.h"
 #include "platform/qt/MakeChild.h"
 
 #include <QListView>
@@ -21,6 +22,7 @@ namespace {
 constexpr int mostRowsAtOnce = 20;
 constexpr int rowMargins = 16;
 constexpr int rowSpacing = 5;
+constexpr std::size_t longestRow = 500; // bytes; laying out a longer one takes its time
 
 // Rows that the pointer finds more easily than Qt's own.
 class RoomyRows : public QStyledItemDelegate {
@@ -77,7 +79,9 @@ void ComboBox::initStyleOption(QStyleOptionComboBox* option) const {
 
 PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
     : ViewOf(popup, host, MakeChild<ComboBox>(content)), rows([this](int row) {
-          return Held() == nullptr ? QString() : QString::fromStdString(Held()->RowText(row));
+          return Held() == nullptr
+                     ? QString()
+                     : QString::fromStdString(CutUtf8(Held()->RowText(row), longestRow));
       }) {
     shape.setModel(&rows);
     shape.setMaxVisibleItems(mostRowsAtOnce);
