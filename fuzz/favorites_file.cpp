@@ -1,0 +1,28 @@
+// Any bytes as the favourites file: what has been read and written once stays the same for good.
+#include "directory/FavoritesFile.h"
+#include "platform/Text.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+
+larkspool::ReceiverList Decode(std::string text) {
+    auto stream = larkspool::TextInputStream::FromText(std::move(text));
+    return larkspool::DecodeFavorites(stream);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto list = Decode(std::string(reinterpret_cast<const char*>(data), size));
+    std::vector<larkspool::FavoriteCells> rows;
+    for (std::size_t i = 0; i < list.Count(); ++i) {
+        rows.push_back({list.urls[i], larkspool::Str(list.ports[i]), list.names[i]});
+    }
+    const std::string text = larkspool::EncodeFavorites(rows);
+    if (!text.starts_with("\xEF\xBB\xBF") && Decode(text) != list) {
+        std::abort();
+    }
+    return 0;
+}
