@@ -89,6 +89,8 @@ for tool in available; do
     missing=$("desktop_$tool") || skip "$missing"
     missing=$("sound_server_$tool") || skip "$missing"
 done
+# Leaks of libraries that we only use.
+export LSAN_OPTIONS=suppressions=$here/leaks.supp:print_suppressions=0
 trap clean_up EXIT
 sound_server_start "$work/sound" speakers=Speakers headphones=Headphones || fail "no sound server"
 desktop_start "$work/desktop" || fail "no desktop"
