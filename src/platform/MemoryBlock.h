@@ -82,9 +82,10 @@ class MemoryBlock {
 
     template <std::unsigned_integral T>
     void Store(std::size_t offset, T value, ByteOrder order) {
-        if (Holds(offset, sizeof(T)))
+        if (Holds(offset, sizeof(T))) {
             StoreNumber<T>(std::span<std::uint8_t, sizeof(T)>(&bytes[offset], sizeof(T)), value,
                            order);
+        }
     }
 
     std::vector<std::uint8_t> bytes;
