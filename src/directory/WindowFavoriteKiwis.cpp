@@ -76,6 +76,7 @@ void WindowFavoriteKiwis::SaveEntries() {
         return;
     }
     std::vector<FavoriteCells> rows;
+    rows.reserve(static_cast<std::size_t>(Listbox1.ListCount()));
     for (int row = 0; row < Listbox1.ListCount(); ++row) {
         rows.push_back(
             {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});

@@ -131,7 +131,7 @@ TEST(DirectoryScanner, SkippingLinesLosesNone) {
 }
 
 TEST(DirectoryScanner, TheLargestPagesOfNonsenseAreReadInTheirTime) {
-    constexpr std::size_t Size = 8 * 1024 * 1024;
+    constexpr std::size_t Size = std::size_t{8} * 1024 * 1024;
     for (const std::string piece :
          {"'cl-name'", "'cl-name'\n", "'cl-name'></span>\n", "'", "\n", ":",
           "'cl-name'></span>\n<a href='http://", "'cl-name'></span>\n<a href='http://:::::\n"}) {

@@ -29,6 +29,7 @@ class DirectoryFixture : public ConsoleFixture {
 
     std::vector<std::string> Rows() {
         std::vector<std::string> rows;
+        rows.reserve(static_cast<std::size_t>(Popup().ListCount()));
         for (int i = 0; i < Popup().ListCount(); ++i) {
             rows.push_back(Popup().RowText(i));
         }
