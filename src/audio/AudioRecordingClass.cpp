@@ -48,7 +48,7 @@ void AudioRecordingClass::WriteBlock(std::span<const std::uint8_t> block) {
 
 // In pieces, so that an hour of it takes no memory.
 void AudioRecordingClass::WriteSilence(std::int64_t samples) {
-    constexpr std::size_t PieceBytes = 64 * 1024;
+    constexpr std::size_t PieceBytes = std::size_t{64} * 1024;
     const auto bytes = static_cast<std::size_t>(samples) * 2;
     const std::string silence(std::min(bytes, PieceBytes), '\0');
     for (std::size_t left = bytes; left > 0 && !HasFailed();) {

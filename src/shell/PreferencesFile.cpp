@@ -10,7 +10,7 @@ namespace {
 
 constexpr char FileName[] = "Larkspool Prefs";
 // Far more than any settings take; a larger file isn't ours.
-constexpr std::uint64_t LargestFile = 64 * 1024;
+constexpr std::uint64_t LargestFile = std::uint64_t{64} * 1024;
 
 } // namespace
 
