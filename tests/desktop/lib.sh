@@ -46,8 +46,16 @@ fail() {
     exit 1
 }
 
+# Where this build looks for the list of receivers was decided when it was configured. If something
+# else sits there, the list can't be had, and the console says so in a box.
+directory_port=$(sed -n 's/^LARKSPOOL_DIRECTORY_HOST:[A-Z]*=127\.0\.0\.1://p' \
+    "$build_dir/CMakeCache.txt")
+port_is_free() { ! (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null; }
+
 start_receivers() {
-    "$build_dir/bin/larkspool-demo" --ports 0 --http-port 0 "$@" >"$work/receivers.log" 2>&1 &
+    local http=0
+    [ -n "$directory_port" ] && port_is_free "$directory_port" && http=$directory_port
+    "$build_dir/bin/larkspool-demo" --ports 0 --http-port "$http" "$@" >"$work/receivers.log" 2>&1 &
     receivers=$!
     local tries
     for tries in $(seq 200); do
@@ -66,6 +74,7 @@ start_console() {
         "$build_dir/bin/larkspool" >"$work/console.log" 2>&1 &
     console=$!
     ui wait "Receiver address" 30 || fail "the console did not come up"
+    [ "$http_port" = "$directory_port" ] || ui press OK
 }
 
 # Ends the console as a logout or a service manager would; its exit code is the result.
