@@ -1,0 +1,47 @@
+// Any bytes as the schedule file: what has been read and written once stays the same for good, and
+// no row's texts upset the comparison with the clock. The same bytes as a station list's line.
+#include "platform/Text.h"
+#include "schedule/ClockComparison.h"
+#include "schedule/ScheduleFile.h"
+#include "schedule/ScheduleTexts.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+std::vector<larkspool::ScheduleRow> Read(std::string text) {
+    auto file = larkspool::TextInputStream::FromText(std::move(text));
+    return larkspool::ReadSchedule(file);
+}
+
+void Compare(const larkspool::ScheduleRow& row) {
+    constexpr double Evening = 3'882'985'200; // 2027-01-16 23:00:00
+    if (const auto span = larkspool::SplitTimeCell(row[2])) {
+        for (const bool forEnding : {false, true}) {
+            const int result =
+                larkspool::DateTimeCompare(Evening, row[1], span->start, span->end, forEnding);
+            if (result < -1 || result > 1) {
+                std::abort();
+            }
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    const auto rows = Read(text);
+    if (Read(larkspool::ScheduleText(rows)) != rows) {
+        std::abort();
+    }
+    for (const auto& row : rows) {
+        Compare(row);
+    }
+    larkspool::ParseStationLine(text, larkspool::Date());
+    return 0;
+}
