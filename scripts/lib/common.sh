@@ -3,6 +3,9 @@ set -u
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
+# A clone elsewhere finds what another has compiled.
+export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
 # Debian packages, by what they are for.
 packages_build="g++ cmake ninja-build ccache qt6-base-dev libcubeb-dev libsamplerate0-dev"
 packages_run="fonts-dejavu-core"
