@@ -31,7 +31,7 @@ sleep 2
 floor=$(percent "$console")
 floor_memory=$(awk '/VmRSS/ { print $2 / 1024 }' "/proc/$console/status")
 stop_console
+[ -n "$memory" ] && [ -n "$floor_memory" ] || fail "one of the two did not run"
 printf 'console in a session   %6s %% of a core  %6.1f MB\n' "$session" "$memory"
 printf 'repainting alone       %6s %% of a core  %6.1f MB\n' "$floor" "$floor_memory"
 awk -v a="$session" -v b="$floor" 'BEGIN { if (b > 0) printf "ratio                  %6.2f\n", a / b }'
-exit 0

@@ -59,9 +59,7 @@ void Window1::AudioRecordingStop() {
         return;
     }
     resumesRecording = false; // not on that disk
-    if (!isQuitting) {
-        desktop.MsgBox(RecordingFailedText(*audioRecording));
-    }
+    app.TellLoss(RecordingFailedText(*audioRecording));
 }
 
 // A disk that refuses a write ends the recording and nothing else.

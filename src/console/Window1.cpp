@@ -92,7 +92,9 @@ void Window1::init(int mode) {
 }
 
 bool Window1::Event_CancelClose(bool appQuitting) {
-    isQuitting = appQuitting;
+    if (!appQuitting && app.EndsWith(*this)) {
+        return false; // the quit that follows asks again
+    }
     // Whoever closes the console wants no reconnect, neither a new one nor one that waits.
     pendingConnect = 0;
     didManuallyDisconnect = true;

@@ -193,7 +193,6 @@ class Window1 : public Window, public ReceiverControls {
     std::unique_ptr<WebsocketsClass> waterfallWebsocket;
     std::unique_ptr<Timer> Timer1; // statistics
     std::unique_ptr<Timer> Timer3; // display
-    bool isQuitting = false;       // the program is on its way out: nobody would read a box
     std::string theHost;
     std::int64_t thePort = 0;
     bool didManuallyDisconnect = false; // the user's own Disconnect is in progress

@@ -127,6 +127,18 @@ TEST_F(FailingDisk, ShowsNoBoxWhileTheProgramEnds) {
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(FailingDisk, IsToldAtTheUsersOwnQuit) {
+    PressRecord();
+    SendFrame();
+    desktop.answers = {MessageDialog::Answer::Action};
+    {
+        const SmallDisk disk(0);
+        Quit(QuitCause::User);
+    }
+    ASSERT_EQ(desktop.dialogs.size(), 1U);
+    EXPECT_NE(desktop.dialogs[0].message.find("KiwiRecording-"), std::string::npos);
+}
+
 TEST_F(FailingDisk, IsNamedInTheMessage) {
     {
         const SmallDisk disk(60);

@@ -124,6 +124,27 @@ TEST(PreferencesStore, AFileCutAnywhereStillLoads) {
     EXPECT_EQ(empty.prefsModeSettings.hiCut[3], 0) << "a file supplies all modes, even empty ones";
 }
 
+TEST(PreferencesStore, OneWrongByteAnywhereStillLoads) {
+    std::mt19937 dice(7);
+    const std::string whole = EncodePreferences(RandomPreferences(dice));
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        for (const int flip : {0x01, 0x80, 0xff}) {
+            std::string bytes = whole;
+            bytes[at] = static_cast<char>(bytes[at] ^ flip);
+            const Preferences p = DecodePreferences(bytes);
+            ASSERT_GT(p.prefsLastPort, 0) << at;
+            ASSERT_GT(p.prefsLastFreq, 0) << at;
+            ASSERT_GT(p.prefsWaterfallGain, 0) << at;
+            ASSERT_GT(p.prefsWaterfallOffset, 0) << at;
+            const bool behindTheModes = at >= 1000;
+            ASSERT_TRUE(!behindTheModes ||
+                        p.prefsModeSettings.lowCut[19] ==
+                            DecodePreferences(whole).prefsModeSettings.lowCut[19])
+                << at;
+        }
+    }
+}
+
 TEST(PreferencesStore, WhatCouldNotWorkIsReplaced) {
     Preferences p = DefaultPreferences();
     p.prefsLastPort = -1;
