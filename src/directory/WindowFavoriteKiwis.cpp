@@ -100,6 +100,7 @@ bool WindowFavoriteKiwis::Listbox1_ConstructContextualMenu(std::vector<MenuItem>
 }
 
 bool WindowFavoriteKiwis::Listbox1_ContextualMenuAction(const MenuItem& item) {
+    CommitEdits(); // an edit that is open would be lost with its row
     if (item.index == AddEntry) {
         Listbox1.AddRow("Kiwi URL");
         Listbox1.SetCell(Listbox1.LastIndex(), Port, "8073");

@@ -28,12 +28,12 @@ void Free(void* memory) {
 
 } // namespace
 
-void* operator new(std::size_t size) { return Make(size); }
+[[gnu::noinline]] void* operator new(std::size_t size) { return Make(size); }
 void* operator new[](std::size_t size) { return Make(size); }
-void operator delete(void* memory) noexcept { Free(memory); }
-void operator delete[](void* memory) noexcept { Free(memory); }
-void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
-void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
+[[gnu::noinline]] void operator delete(void* memory) noexcept { Free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory) noexcept { Free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
+[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
 
 namespace larkspool {
 namespace {

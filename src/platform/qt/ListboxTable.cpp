@@ -66,6 +66,9 @@ bool ListboxCells::setData(const QModelIndex& index, const QVariant& value, int 
     if (role != Qt::EditRole || !index.isValid()) {
         return false;
     }
+    if (value == data(index, Qt::EditRole)) {
+        return true; // unchanged: bytes that can't be shown stay as they are
+    }
     write(index.row(), index.column(), value.toString().toStdString());
     return true;
 }
