@@ -37,6 +37,8 @@ larkspool_deployment(LARKSPOOL_DOWNLOAD_PAGE "" ""
   "Address of the page that the update check offers to open")
 larkspool_deployment(LARKSPOOL_PROGRAM_NUMBER "1" "1"
   "The product's number at the version server")
+larkspool_deployment(LARKSPOOL_MAINTAINER "Larkspool <root@localhost>" "Larkspool <root@localhost>"
+  "Who makes the package and answers for it: name and mail address")
 
 if(LARKSPOOL_VERSION_HOST AND NOT LARKSPOOL_DOWNLOAD_PAGE)
   message(WARNING "LARKSPOOL_VERSION_HOST is set without LARKSPOOL_DOWNLOAD_PAGE: "

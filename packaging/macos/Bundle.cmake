@@ -1,0 +1,28 @@
+# Larkspool.app. The executable lies in Contents/MacOS and looks for the sound library under
+# ../lib/larkspool, as everywhere.
+if(NOT TARGET larkspool OR NOT TARGET tonebridge)
+  return()
+endif()
+
+set(icon_set ${CMAKE_CURRENT_BINARY_DIR}/larkspool.iconset)
+set(icon ${CMAKE_CURRENT_BINARY_DIR}/larkspool.icns)
+add_custom_command(OUTPUT ${icon}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${icon_set}
+  COMMAND ${CMAKE_COMMAND} -E copy ${CMAKE_CURRENT_SOURCE_DIR}/icons/larkspool-128.png ${icon_set}/icon_128x128.png
+  COMMAND iconutil --convert icns --output ${icon} ${icon_set}
+  DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/icons/larkspool-128.png)
+add_custom_target(larkspool_icon DEPENDS ${icon})
+add_dependencies(larkspool larkspool_icon)
+
+set_target_properties(larkspool PROPERTIES
+  MACOSX_BUNDLE ON
+  OUTPUT_NAME Larkspool
+  MACOSX_BUNDLE_INFO_PLIST ${CMAKE_CURRENT_SOURCE_DIR}/macos/Info.plist.in)
+add_dependencies(larkspool tonebridge)
+add_custom_command(TARGET larkspool POST_BUILD
+  COMMAND ${CMAKE_COMMAND} -E make_directory
+    $<TARGET_BUNDLE_CONTENT_DIR:larkspool>/lib/larkspool $<TARGET_BUNDLE_CONTENT_DIR:larkspool>/Resources
+  COMMAND ${CMAKE_COMMAND} -E copy $<TARGET_FILE:tonebridge>
+    $<TARGET_BUNDLE_CONTENT_DIR:larkspool>/lib/larkspool
+  COMMAND ${CMAKE_COMMAND} -E copy ${icon} $<TARGET_BUNDLE_CONTENT_DIR:larkspool>/Resources)
+set(CPACK_GENERATOR DragNDrop)
