@@ -24,6 +24,7 @@ WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& host, App& application)
     Listbox1.Place("Listbox1", DesignBounds, {true, true, true, true});
     Listbox1.spokenName = "Favorites";
     Listbox1.hasHeader = true;
+    Listbox1.placeholder = "The right mouse button adds a favorite.";
     Listbox1.constructContextualMenu = [this](std::vector<MenuItem>& items) {
         return Listbox1_ConstructContextualMenu(items);
     };

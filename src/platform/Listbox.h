@@ -35,6 +35,7 @@ class Listbox : public Control {
 
     std::vector<Column> columns = std::vector<Column>(1);
     bool hasHeader = false;
+    std::string placeholder;          // shown while there is no row
     std::size_t maximumRows = 0;      // 0: no bound
     std::size_t maximumRowLength = 0; // bytes a cell, cut on a character's boundary; 0: no bound
 

@@ -6,6 +6,7 @@
 #include "platform/qt/ProxyStyle.h"
 
 #include <QEvent>
+#include <QIcon>
 #include <QSessionManager>
 
 #include <memory>
@@ -17,12 +18,13 @@ Application::Application(int& argc, char** argv, const std::string& name)
     setApplicationName(QString::fromStdString(name));
     setDesktopFileName(applicationName());
     setQuitOnLastWindowClosed(false);
-#ifndef Q_OS_MACOS
+#ifndef Q_OS_MACOS // there the bundle has the icon
     setAttribute(Qt::AA_DontUseNativeMenuBar);
+    setWindowIcon(QIcon(QStringLiteral(":/larkspool-48.png")));
 #endif
-    // What Qt has chosen up to here is the desktop's scheme.
-    const bool dark = IsDark(palette());
+    const bool dark = IsDark(palette());                // what Qt has chosen up to here
     setStyle(std::make_unique<ProxyStyle>().release()); // the application owns it
+    desktopIsDark = IsDark(style()->standardPalette());
     setPalette(dark ? DarkPalette() : LightPalette());
     setFont(LargestFont());
     InstallAccessibility();
@@ -31,6 +33,15 @@ Application::Application(int& argc, char** argv, const std::string& name)
             sessionEnded();
         }
     });
+}
+
+void Application::FollowScheme() {
+    // The desktop's palette may be kept from the start; the style makes its own anew.
+    const bool dark = IsDark(style()->standardPalette());
+    if (dark != desktopIsDark) {
+        desktopIsDark = dark;
+        setPalette(dark ? DarkPalette() : LightPalette());
+    }
 }
 
 bool Application::event(QEvent* event) {

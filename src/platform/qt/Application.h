@@ -12,11 +12,17 @@ class Application : public QApplication {
   public:
     Application(int& argc, char** argv, const std::string& name);
 
+    // Takes on the desktop's light or dark scheme where it has changed.
+    void FollowScheme();
+
     std::function<void()> quitAsked;    // the system's own quit command
     std::function<void()> sessionEnded; // the user logs out
 
   protected:
     bool event(QEvent* event) override;
+
+  private:
+    bool desktopIsDark = false;
 };
 
 } // namespace larkspool

@@ -1,7 +1,10 @@
 #include "platform/qt/ListboxTable.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QPainter>
+#include <QToolTip>
 
 #include <algorithm>
 #include <utility>
@@ -107,6 +110,31 @@ void Table::SetColumns(std::vector<Listbox::Column> described) {
 void Table::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
     ShareWidth();
+}
+
+void Table::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (model()->rowCount() == 0 && !placeholder.isEmpty()) {
+        QPainter painter(viewport());
+        painter.setPen(palette().color(QPalette::PlaceholderText));
+        painter.drawText(viewport()->rect(), Qt::AlignCenter | Qt::TextWordWrap, placeholder);
+    }
+}
+
+bool Table::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::ToolTip) {
+        ShowWhatIsCut(static_cast<const QHelpEvent&>(*event));
+        return true;
+    }
+    return QTableView::viewportEvent(event);
+}
+
+void Table::ShowWhatIsCut(const QHelpEvent& event) {
+    const QModelIndex cell = indexAt(event.pos());
+    const bool isCut =
+        cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());
+    QToolTip::showText(event.globalPos(), isCut ? cell.data().toString() : QString(), this,
+                       visualRect(cell));
 }
 
 void Table::ShareWidth() {

@@ -3,9 +3,11 @@
 #include "platform/Listbox.h"
 
 #include <QAbstractTableModel>
+#include <QString>
 #include <QTableView>
 
 #include <functional>
+#include <vector>
 
 namespace larkspool {
 
@@ -36,7 +38,8 @@ class ListboxCells : public QAbstractTableModel {
     int count = 0;
 };
 
-// The table of a listbox: shares its width out among the columns, ends an open edit when asked to.
+// The table of a listbox: shares its width out among the columns, shows in a tooltip what a column
+// is too narrow for, ends an open edit when asked to.
 class Table : public QTableView {
   public:
     explicit Table(QWidget* parent);
@@ -44,11 +47,16 @@ class Table : public QTableView {
     void SetColumns(std::vector<Listbox::Column> described);
     void CommitEdit();
 
+    QString placeholder; // shown while there is no row
+
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    bool viewportEvent(QEvent* event) override;
 
   private:
     void ShareWidth();
+    void ShowWhatIsCut(const QHelpEvent& event);
 
     std::vector<Listbox::Column> columns;
 };

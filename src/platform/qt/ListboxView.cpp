@@ -19,6 +19,7 @@ ListboxView::ListboxView(Listbox& listbox, Desktop& host, QWidget& content)
     shape.setModel(&cells);
     shape.horizontalHeader()->setVisible(listbox.hasHeader);
     shape.SetColumns(listbox.columns);
+    shape.placeholder = QString::fromStdString(listbox.placeholder);
     connect(shape.selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { TakeSelection(); });
     connect(&shape, &QWidget::customContextMenuRequested, this,

@@ -1,6 +1,7 @@
 #include "platform/qt/WindowShell.h"
 
 #include "platform/Desktop.h"
+#include "platform/qt/Application.h"
 #include "platform/qt/Fonts.h"
 #include "platform/qt/LabelView.h"
 #include "platform/qt/MakeChild.h"
@@ -127,6 +128,10 @@ bool WindowShell::event(QEvent* event) {
     // Comes up here from the control that has the focus, before any shortcut is looked at.
     if (event->type() == QEvent::ShortcutOverride) {
         menuBar.RefreshShortcuts();
+    } else if (event->type() == QEvent::ThemeChange) {
+        if (auto* application = dynamic_cast<Application*>(QCoreApplication::instance())) {
+            application->FollowScheme();
+        }
     }
     return QWidget::event(event);
 }
