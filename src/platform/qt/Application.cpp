@@ -20,7 +20,9 @@ Application::Application(int& argc, char** argv, const std::string& name)
     setQuitOnLastWindowClosed(false);
 #ifndef Q_OS_MACOS // there the bundle has the icon
     setAttribute(Qt::AA_DontUseNativeMenuBar);
-    setWindowIcon(QIcon(QStringLiteral(":/larkspool-48.png")));
+    QIcon icon(QStringLiteral(":/larkspool-48.png"));
+    icon.addFile(QStringLiteral(":/larkspool-128.png"));
+    setWindowIcon(icon);
 #endif
     const bool dark = IsDark(palette());                // what Qt has chosen up to here
     setStyle(std::make_unique<ProxyStyle>().release()); // the application owns it

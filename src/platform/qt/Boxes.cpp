@@ -14,6 +14,13 @@ namespace larkspool {
 
 namespace {
 
+constexpr int iconSize = 48; // points
+
+QString BoxTitle() {
+    QString title = QApplication::applicationName();
+    return title.isEmpty() ? title : title.left(1).toUpper() + title.mid(1);
+}
+
 // Over the window in front, which the box doesn't die with.
 void PlaceOverFront(QWidget& box) {
     const QWidget* front = QApplication::activeWindow();
@@ -112,7 +119,9 @@ void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::A
     auto box = std::make_unique<QMessageBox>();
     box->setTextFormat(Qt::PlainText);
     box->setText(text);
-    box->setWindowTitle(QApplication::applicationDisplayName());
+    const double ratio = box->devicePixelRatioF();
+    box->setWindowTitle(BoxTitle());
+    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(iconSize, iconSize), ratio));
     AddButtons(*box, dialog);
     if (answered) {
         QObject::connect(box.get(), &QDialog::finished, box.get(),

@@ -172,6 +172,11 @@ void ProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_IndicatorCheckBox:
         DrawIndicator(*painter, *option);
         return;
+    case PE_PanelMenu: // Fusion's own is lost in the dark
+        painter->fillRect(option->rect, option->palette.color(QPalette::Mid));
+        painter->fillRect(option->rect.adjusted(1, 1, -1, -1),
+                          option->palette.color(QPalette::Button));
+        return;
     case PE_FrameFocusRect:
         // The frames show the focus themselves; only a table's cells have none.
         if (dynamic_cast<const QAbstractItemView*>(widget) != nullptr) {
