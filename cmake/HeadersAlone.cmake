@@ -1,0 +1,28 @@
+# larkspool_headers_alone(TARGET): compiles every header in the current folder (and those below it
+# that belong to TARGET) by itself, so that none leans on what was included before it. Costs a
+# compilation each, so only where LARKSPOOL_CHECK_HEADERS is on.
+option(LARKSPOOL_CHECK_HEADERS "Compile every header by itself" OFF)
+
+function(larkspool_headers_alone target)
+  cmake_parse_arguments(arg "" "" "EXCLUDE" ${ARGN})
+  if(NOT LARKSPOOL_CHECK_HEADERS)
+    return()
+  endif()
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS *.h)
+  if(arg_EXCLUDE)
+    list(FILTER headers EXCLUDE REGEX "${arg_EXCLUDE}")
+  endif()
+  set(sources "")
+  foreach(header IN LISTS headers)
+    file(RELATIVE_PATH name ${PROJECT_SOURCE_DIR} ${header})
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/headers/${name}.cpp)
+    file(CONFIGURE OUTPUT ${source} CONTENT "#include \"${header}\"\n")
+    list(APPEND sources ${source})
+  endforeach()
+  add_library(${target}_headers OBJECT ${sources})
+  target_link_libraries(${target}_headers PRIVATE larkspool_options ${target})
+  get_target_property(folders ${target} INCLUDE_DIRECTORIES)
+  if(folders)
+    target_include_directories(${target}_headers PRIVATE ${folders})
+  endif()
+endfunction()
