@@ -1,5 +1,7 @@
 #include "tonebridge/BroadcastAddress.h"
 
+#include "tonebridge/DatagramSocket.h"
+
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -53,7 +55,7 @@ std::vector<NetworkInterface> ListInterfaces() {
 // Connecting a datagram socket sends nothing, but makes the system choose the
 // route, and with it the own address, towards a host beyond the local network.
 std::string DefaultRouteAddress() {
-    const int handle = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    const int handle = OpenDatagramSocket();
     if (handle < 0) {
         return {};
     }

@@ -1,5 +1,7 @@
 #include "tonebridge/DatagramSender.h"
 
+#include "tonebridge/DatagramSocket.h"
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -50,7 +52,7 @@ bool DatagramSender::TrySend(std::span<const std::byte> data, std::uint16_t port
 
 bool DatagramSender::OpenSocket() {
     if (handle < 0) {
-        handle = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+        handle = OpenDatagramSocket();
         const int on = 1;
         if (handle >= 0) {
             setsockopt(handle, SOL_SOCKET, SO_BROADCAST, &on, sizeof on);

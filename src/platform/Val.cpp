@@ -1,6 +1,9 @@
 #include "platform/Text.h"
 
 #include <charconv>
+#include <locale>
+#include <sstream>
+#include <string>
 #include <system_error>
 
 namespace larkspool {
@@ -73,6 +76,24 @@ bool IsAboveOne(std::string_view text, const Number& number) {
     return power + ExponentOf(exponent) > 0;
 }
 
+#ifdef __cpp_lib_to_chars
+double ValueOf(std::string_view text, const Number& number) {
+    double value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + number.length, value);
+    const bool fits = result.ec != std::errc::result_out_of_range && !std::isinf(value);
+    return fits ? value : IsAboveOne(text, number) ? std::numeric_limits<double>::max() : 0;
+}
+#else
+// For standard libraries that read only integers that way.
+double ValueOf(std::string_view text, const Number& number) {
+    std::istringstream stream{std::string(text.substr(0, number.length))};
+    stream.imbue(std::locale::classic());
+    double value = 0;
+    const bool fits = static_cast<bool>(stream >> value) && !std::isinf(value);
+    return fits ? value : IsAboveOne(text, number) ? std::numeric_limits<double>::max() : 0;
+}
+#endif
+
 } // namespace
 
 double Val(std::string_view text) {
@@ -89,11 +110,7 @@ double Val(std::string_view text) {
     if (number.length == 0) {
         return 0;
     }
-    double value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + number.length, value);
-    if (result.ec == std::errc::result_out_of_range || std::isinf(value)) {
-        value = IsAboveOne(text, number) ? std::numeric_limits<double>::max() : 0;
-    }
+    const double value = ValueOf(text, number);
     return negative && value > 0 ? -value : value;
 }
 
