@@ -1,10 +1,7 @@
 // Any bytes as the public directory's page: reading it in one go must find what reading it line
 // after line finds.
+#include "Input.h"
 #include "directory/DirectoryScanner.h"
-
-#include <algorithm>
-#include <cstdint>
-#include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view page(reinterpret_cast<const char*>(data), size);
@@ -17,8 +14,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         scanner.ProcessLine(page.substr(at, end - at));
         at = end + 1;
     }
-    if (whole != lineByLine) {
-        std::abort();
-    }
+    larkspool::fuzz::Require(whole == lineByLine, "one go finds what line after line finds");
     return 0;
 }
