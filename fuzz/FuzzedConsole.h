@@ -45,6 +45,7 @@ class FuzzedConsole : public ConsoleFixture {
     void CheckLog();
     static void CheckSent(VirtualTCPSocket& link);
     void CheckDatagrams();
+    bool IsRecording();
     void CheckRecordings(std::string_view expected);
 };
 

@@ -3,14 +3,17 @@
 // go; time that passes; what the user, a peer on the network and the web servers do meanwhile. In
 // the end the user turns to a receiver that behaves, and must be able to hear and record it.
 #include "FuzzedConsole.h"
+#include "schedule/SkedWindow.h"
 #include "support/PictureGraphics.h"
 
+#include <fstream>
 #include <string>
+#include <vector>
 
 namespace larkspool::fuzz {
 namespace {
 
-constexpr double MostTime = 180; // seconds in one run; they cost the runner real ones
+constexpr double MostTime = 130; // seconds in one run; they cost the runner real ones
 
 class Session {
   public:
@@ -31,6 +34,7 @@ class Session {
             program.desktop.Advance(0);
             program.CheckBounds();
         }
+        CloseSchedules();
         program.CheckThatAGoodReceiverIsHeard();
         program.QuitAndCheckFiles();
     }
@@ -113,7 +117,7 @@ class Session {
             Pass(61);
             break;
         case 'j': // somebody sets the clock
-            program.desktop.queue.SetNow(program.desktop.UtcNow() + (input.Byte() - 128) * 3600.0);
+            SetClock(input.Byte() - 128);
             break;
         default:
             break;
@@ -132,6 +136,11 @@ class Session {
             passed += seconds;
             program.desktop.Advance(seconds);
         }
+    }
+
+    // By hours at first, then by more and more, up to two centuries.
+    void SetClock(double step) {
+        program.desktop.queue.SetNow(program.desktop.UtcNow() + step * step * step * 3600.0);
     }
 
     void UserTunes(char act) {
@@ -188,11 +197,38 @@ class Session {
         case 'K':
             Console().PopupMenuKiwiList.Pick(input.Byte());
             break;
+        case 'o':
+            OpenSchedule(input.CountedPiece());
+            break;
         case 'P':
             Paint();
             break;
         default:
             break;
+        }
+    }
+
+    // A schedule from a file, which begins to run at once.
+    void OpenSchedule(std::string_view text) {
+        constexpr std::size_t MostWindows = 4;
+        if (program.desktop.windows.size() > MostWindows) {
+            return;
+        }
+        const FolderItem file = *program.desktop.Folder(SpecialFolder::Program).Child("schedule");
+        std::ofstream(file.Path(), std::ios::binary) << text;
+        program.desktop.chosenFiles.emplace_back(file);
+        program.desktop.applicationHandlers.Perform("FileOpenSchedule");
+        program.desktop.Advance(0);
+        auto& window = dynamic_cast<SkedWindow&>(*program.desktop.windows.back());
+        std::vector<MenuItem> items;
+        window.ListboxSkeds.constructContextualMenu(items);
+        window.ListboxSkeds.contextualMenuAction(items.front()); // "Enable schedules"
+    }
+
+    void CloseSchedules() {
+        while (program.desktop.windows.back() != &Console()) {
+            program.desktop.windows.back()->Close();
+            program.desktop.Advance(0);
         }
     }
 
