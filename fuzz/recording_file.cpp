@@ -20,6 +20,7 @@ std::string ContentOf(const FolderItem& file) {
 
 void CheckRepaired(const FolderItem& file, std::string_view before, std::string_view after) {
     Require(before.size() > WavHeaderSize + 1, "there was sound in the file");
+    Require(before.substr(40, 4) == std::string(4, '\0'), "its header told of none");
     Require(before.substr(WavHeaderSize) == after.substr(WavHeaderSize), "the sound is untouched");
     Require(before.substr(0, 4) == after.substr(0, 4) &&
                 before.substr(8, 32) == after.substr(8, 32),

@@ -8,7 +8,7 @@
 namespace larkspool {
 
 // Paints into a picture, pixel by pixel. Starts out in a colour that nobody paints with.
-class PictureGraphics : public Graphics {
+class PictureGraphics final : public Graphics {
   public:
     static constexpr Color Untouched = {1, 2, 3};
 
