@@ -27,6 +27,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (command->verb == RemoteVerb::SetFrequency) {
         const double kilohertz = Val(command->text);
         fuzz::Require(std::isfinite(kilohertz), "a frequency is a number");
+        fuzz::Require(command->text.find_first_not_of("-.0123456789") == std::string::npos,
+                      "a frequency is plain decimal");
         fuzz::Require(Str(kilohertz) == command->text, "a frequency shows as it is stored");
     }
     return 0;

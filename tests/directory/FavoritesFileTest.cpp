@@ -61,24 +61,6 @@ TEST(FavoritesFile, RowsComeBackAsTheyWere) {
     }
 }
 
-TEST(FavoritesFile, BytesOfAnyKindAreRead) {
-    std::mt19937 engine(13);
-    using namespace std::string_view_literals;
-    constexpr std::string_view alphabet = "1.ab;;;;\n\r\0\xFF\xEF\xBB\xBF"sv;
-    for (int round = 0; round < 500; ++round) {
-        std::string bytes;
-        for (auto length = engine() % 300; length > 0; --length) {
-            bytes += alphabet[engine() % alphabet.size()];
-        }
-        const ReceiverList list = Decode(bytes);
-        ASSERT_EQ(list.names.size(), list.urls.size());
-        ASSERT_EQ(list.names.size(), list.ports.size());
-        for (const std::string& name : list.names) {
-            ASSERT_EQ(name.find_first_of(";\n\r"), std::string::npos);
-        }
-    }
-}
-
 using FavoritesOnDisk = TemporaryFolder;
 
 TEST_F(FavoritesOnDisk, AMissingFileIsEmptyAndAnUnreadableOneIsNothing) {

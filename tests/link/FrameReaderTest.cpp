@@ -124,22 +124,5 @@ TEST_F(FrameReader, TheLargestFrameThatFitsIsDelivered) {
     EXPECT_EQ(Feed(ServerFrame("SND" + body)), (std::vector<Frame>{{"SND", body}}));
 }
 
-TEST_F(FrameReader, RandomBytesDoNoHarm) {
-    std::mt19937 noise(3);
-    for (int round = 0; round < 300; ++round) {
-        std::string bytes(std::uniform_int_distribution<std::size_t>(1, 3'000)(noise), '\0');
-        for (char& byte : bytes) {
-            byte = static_cast<char>(noise());
-        }
-        Feed(bytes);
-        if (!socket.IsConnected()) {
-            socket.Connect();
-            socket.Accept();
-        }
-    }
-    link.Init(socket);
-    EXPECT_EQ(Feed(ServerFrame("MSGhello")), (std::vector<Frame>{{"MSG", "hello"}}));
-}
-
 } // namespace
 } // namespace larkspool

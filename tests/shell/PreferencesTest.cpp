@@ -124,27 +124,6 @@ TEST(PreferencesStore, AFileCutAnywhereStillLoads) {
     EXPECT_EQ(empty.prefsModeSettings.hiCut[3], 0) << "a file supplies all modes, even empty ones";
 }
 
-TEST(PreferencesStore, OneWrongByteAnywhereStillLoads) {
-    std::mt19937 dice(7);
-    const std::string whole = EncodePreferences(RandomPreferences(dice));
-    for (std::size_t at = 0; at < whole.size(); ++at) {
-        for (const int flip : {0x01, 0x80, 0xff}) {
-            std::string bytes = whole;
-            bytes[at] = static_cast<char>(bytes[at] ^ flip);
-            const Preferences p = DecodePreferences(bytes);
-            ASSERT_GT(p.prefsLastPort, 0) << at;
-            ASSERT_GT(p.prefsLastFreq, 0) << at;
-            ASSERT_GT(p.prefsWaterfallGain, 0) << at;
-            ASSERT_GT(p.prefsWaterfallOffset, 0) << at;
-            const bool behindTheModes = at >= 1000;
-            ASSERT_TRUE(!behindTheModes ||
-                        p.prefsModeSettings.lowCut[19] ==
-                            DecodePreferences(whole).prefsModeSettings.lowCut[19])
-                << at;
-        }
-    }
-}
-
 TEST(PreferencesStore, WhatCouldNotWorkIsReplaced) {
     Preferences p = DefaultPreferences();
     p.prefsLastPort = -1;
@@ -164,19 +143,6 @@ TEST(PreferencesStore, LongTextsAreCutBetweenCharacters) {
     const Preferences back = DecodePreferences(EncodePreferences(p));
     EXPECT_EQ(back.prefsUserName, std::string(254, 'n'));
     EXPECT_EQ(back.prefsWaterfallGain, 100) << "what follows is unharmed";
-}
-
-TEST(PreferencesStore, RandomBytesLoadAsSomething) {
-    std::mt19937 dice(23);
-    for (int round = 0; round < 500; ++round) {
-        std::string bytes(dice() % 3000, '\0');
-        for (char& byte : bytes) {
-            byte = static_cast<char>(dice());
-        }
-        const Preferences p = DecodePreferences(bytes);
-        ASSERT_GT(p.prefsLastPort, 0);
-        ASSERT_GT(p.prefsLastFreq, 0);
-    }
 }
 
 } // namespace
