@@ -24,6 +24,18 @@ std::string Bytes(const std::vector<std::int16_t>& samples) {
     return bytes;
 }
 
+// A word, a colon, a number and a zero byte.
+void CheckReply(std::string_view bytes) {
+    Require(bytes.find('\0') == bytes.size() - 1, "a text ends in a zero");
+    const std::size_t colon = bytes.find(':');
+    const std::string_view word = bytes.substr(0, colon);
+    Require(word == "vrxcount" || word == "streamrate" || word == "freq", "peers know the word");
+    const std::string_view number = bytes.substr(colon + 1, bytes.size() - colon - 2);
+    Require(!number.empty() && number.back() != '.' &&
+                number.find_first_not_of("-.0123456789") == std::string::npos,
+            "peers can read the number");
+}
+
 } // namespace
 
 FuzzedConsole::FuzzedConsole() {
@@ -63,7 +75,9 @@ void FuzzedConsole::CheckDatagrams() {
         Require(port == TextPort || port == SoundPort, "datagrams go to the peer's two ports");
         Require(port != SoundPort || bytes.size() == AudioStream::BlockBytes,
                 "blocks of sound have one size");
-        Require(port != TextPort || bytes.find('\0') == bytes.size() - 1, "a text ends in a zero");
+        if (port == TextPort) {
+            CheckReply(bytes);
+        }
     }
     desktop.sound.datagrams.clear();
 }
