@@ -69,6 +69,9 @@ class Session {
         case 'W':
             Waterfall().Deliver(input.CountedPiece());
             break;
+        case 'b': // the same bytes over and over
+            Audio().Deliver(LongPiece());
+            break;
         case 'a': // a frame on a link
             Audio().Deliver(ServerFrame(input.CountedPiece()));
             break;
