@@ -41,8 +41,9 @@ TEST(Antennas, HearTheSameStationDifferently) {
 TEST(Antennas, BeveragesHearTheirDirectionAndNoiseFallsWithFrequency) {
     const Antenna& north = Antennas()[3];
     EXPECT_GT(north.GainDb(1.85e6, 0.0), north.GainDb(1.85e6, 180.0) + 15.0);
-    for (const Antenna& antenna : Antennas())
+    for (const Antenna& antenna : Antennas()) {
         EXPECT_GT(antenna.NoiseDbmHz(200.0e3), antenna.NoiseDbmHz(20.0e6) + 10.0) << antenna.name;
+    }
 }
 
 TEST(Band, NoiseHasTheAntennasDensity) {
@@ -50,12 +51,14 @@ TEST(Band, NoiseHasTheAntennasDensity) {
     // A stretch without lightning.
     Moment from = someTime;
     while (SharedBand().CrashFactor(Antennas()[0], from, 1.0e6) > 1.0 ||
-           SharedBand().CrashFactor(Antennas()[0], from.After(0.9), 1.0e6) > 1.0)
+           SharedBand().CrashFactor(Antennas()[0], from.After(0.9), 1.0e6) > 1.0) {
         from = from.After(1.0);
+    }
     SharedBand().AddNoise(Antennas()[0], from, 10.1e6, 24000.0, air);
     double power = 0.0;
-    for (const Sample& sample : air)
+    for (const Sample& sample : air) {
         power += std::norm(sample);
+    }
     const double dbm = 10.0 * std::log10(power / static_cast<double>(air.size()));
     EXPECT_NEAR(dbm, Antennas()[0].NoiseDbmHz(10.1e6) + 10.0 * std::log10(24000.0), 0.3);
 }
@@ -82,9 +85,10 @@ TEST(Band, LightningOpensNoSquelchOf10DbInTheQuietStretch) {
         double loudest = 0.0;
         for (int frame = 0; frame < 20'000; ++frame) {
             double sum = 0.0;
-            for (int look = 0; look < looks; ++look)
+            for (int look = 0; look < looks; ++look) {
                 sum += SharedBand().CrashFactor(
                     antenna, someTime.After(0.0427 * frame + 0.0047 * look), 10.105e6);
+            }
             loudest = std::max(loudest, sum / looks);
         }
         EXPECT_LT(10.0 * std::log10(loudest), 9.5) << antenna.name;
@@ -97,9 +101,10 @@ TEST(Programme, LoopIsAsLoudAsItMayBeAndCloses) {
         const Programme programme(kind, 3);
         float loudest = 0.0F;
         const auto count = std::lround(programme.Length() * Programme::rate);
-        for (long i = 0; i < count; ++i)
+        for (long i = 0; i < count; ++i) {
             loudest =
                 std::max(loudest, std::abs(programme.At(static_cast<double>(i) / Programme::rate)));
+        }
         EXPECT_NEAR(loudest, 1.0F, 0.02F);
         EXPECT_NEAR(std::abs(programme.At(programme.Length() - 1.0e-9) - programme.At(0.0)), 0.0F,
                     0.05F);

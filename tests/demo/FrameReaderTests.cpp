@@ -11,17 +11,20 @@ using Bytes = std::vector<std::uint8_t>;
 Bytes Masked(std::uint8_t first, const std::string& payload, std::size_t lengthBytes = 0) {
     const Bytes key{0x37, 0xFA, 0x21, 0x3D};
     Bytes frame{first};
-    if (lengthBytes == 0 && payload.size() > 125)
+    if (lengthBytes == 0 && payload.size() > 125) {
         lengthBytes = 2;
+    }
     const std::uint8_t small[] = {static_cast<std::uint8_t>(payload.size()), 126, 127};
     frame.push_back(static_cast<std::uint8_t>(
         0x80 | (lengthBytes == 0 ? small[0] : small[lengthBytes == 2 ? 1 : 2])));
-    for (std::size_t i = lengthBytes; i-- > 0;)
+    for (std::size_t i = lengthBytes; i-- > 0;) {
         frame.push_back(static_cast<std::uint8_t>(payload.size() >> (8 * i) & 0xFF));
+    }
     frame.insert(frame.end(), key.begin(), key.end());
-    for (std::size_t i = 0; i < payload.size(); ++i)
+    for (std::size_t i = 0; i < payload.size(); ++i) {
         frame.push_back(
             static_cast<std::uint8_t>(static_cast<std::uint8_t>(payload[i]) ^ key[i % 4]));
+    }
     return frame;
 }
 
@@ -30,8 +33,9 @@ std::vector<std::string> ReadInPieces(const Bytes& stream, std::size_t pieceSize
     std::vector<std::string> payloads;
     for (std::size_t at = 0; at < stream.size(); at += pieceSize) {
         reader.Add(std::span(stream).subspan(at, std::min(pieceSize, stream.size() - at)));
-        while (const auto message = reader.Next())
+        while (const auto message = reader.Next()) {
             payloads.push_back(message->payload);
+        }
     }
     return payloads;
 }
@@ -40,11 +44,13 @@ TEST(FrameReader, FramesInPiecesOfAnySizeAreDeliveredOnce) {
     const std::string longText(300, 'x');
     Bytes stream;
     for (const Bytes& frame : {Masked(0x82, "SET keepalive"), Masked(0x81, longText),
-                               Masked(0x82, "far", 8), Masked(0x82, "")})
+                               Masked(0x82, "far", 8), Masked(0x82, "")}) {
         stream.insert(stream.end(), frame.begin(), frame.end());
+    }
     const std::vector<std::string> wanted{"SET keepalive", longText, "far", ""};
-    for (const std::size_t pieceSize : {1U, 2U, 3U, 7U, 50U, 1000U})
+    for (const std::size_t pieceSize : {1U, 2U, 3U, 7U, 50U, 1000U}) {
         EXPECT_EQ(ReadInPieces(stream, pieceSize), wanted) << pieceSize;
+    }
 }
 
 TEST(FrameReader, FragmentsBecomeOneMessageWithAPingBetweenThem) {

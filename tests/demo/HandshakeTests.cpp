@@ -36,15 +36,17 @@ TEST(Handshake, LinksAreToldApartAndOthersRefused) {
 
 TEST(Handshake, HeadIsKnownWholeOnlyWithItsEmptyLine) {
     const std::string head = RequestFor("/", "");
-    for (std::size_t size = 0; size < head.size(); ++size)
+    for (std::size_t size = 0; size < head.size(); ++size) {
         EXPECT_FALSE(HeadSize(std::string_view(head).substr(0, size)));
+    }
     EXPECT_EQ(HeadSize(head + "behind"), head.size());
 }
 
 TEST(Handshake, NonsenseIsNoRequest) {
     for (const char* text : {"", "\r\n\r\n", "GET\r\n\r\n", "GET /\r\n\r\n", "\x82\x85\r\n\r\n",
-                             "GET / FTP/1.1\r\n\r\n"})
+                             "GET / FTP/1.1\r\n\r\n"}) {
         EXPECT_FALSE(ParseRequest(text)) << text;
+    }
 }
 
 } // namespace

@@ -25,12 +25,14 @@ std::vector<std::string> Addresses(const std::string& page) {
         const bool named = line.find("'cl-name'>") != std::string::npos &&
                            line.find("</span>") != std::string::npos;
         const std::string marker = "<a href='http://";
-        if (!named || !std::getline(lines, line) || line.find(marker) == std::string::npos)
+        if (!named || !std::getline(lines, line) || line.find(marker) == std::string::npos) {
             continue;
+        }
         const std::string rest = line.substr(line.find(marker) + marker.size());
         const std::string address = rest.substr(0, rest.find('\''));
-        if (std::count(address.begin(), address.end(), ':') == 1)
+        if (std::count(address.begin(), address.end(), ':') == 1) {
             found.push_back(address);
+        }
     }
     return found;
 }
@@ -39,8 +41,9 @@ TEST(HttpPages, DirectoryListsTheSevenFirstAndHasWhatAClientMustDrop) {
     const std::string page = Body(Fetch("/public/"));
     const auto addresses = Addresses(page);
     ASSERT_EQ(addresses.size(), 12U);
-    for (std::size_t i = 0; i < 7; ++i)
+    for (std::size_t i = 0; i < 7; ++i) {
         EXPECT_EQ(addresses[i], "127.0.0.1:" + std::to_string(8073 + i));
+    }
     EXPECT_NE(page.find("Grüße"), std::string::npos);
     EXPECT_NE(page.find("http://192.0.2.60/"), std::string::npos);
 }

@@ -22,8 +22,9 @@ class LinkTest : public ::testing::Test {
     void Send(const std::string& text, std::uint8_t first = 0x82) {
         std::vector<std::uint8_t> frame{
             first, static_cast<std::uint8_t>(0x80 + text.size()), '2', '2', '2', '2'};
-        for (const char character : text)
+        for (const char character : text) {
             frame.push_back(static_cast<std::uint8_t>(character ^ '2'));
+        }
         link->Receive(frame, now, utc);
     }
 
@@ -181,8 +182,9 @@ TEST_F(LinkTest, JitterDelaysButKeepsTheOrder) {
         Pass(0.01);
         const auto messages = Take();
         largestBunch = std::max(largestBunch, messages.size());
-        for (const std::string& message : messages)
+        for (const std::string& message : messages) {
             EXPECT_EQ(static_cast<unsigned char>(message[4]), wanted++);
+        }
     }
     EXPECT_GT(wanted, 60);
     EXPECT_GE(largestBunch, 3U);

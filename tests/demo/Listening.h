@@ -41,8 +41,9 @@ inline std::vector<double> Listen(SoundStream& stream, const Moment& from, doubl
     const auto frames = std::lround(std::ceil(seconds / frameSeconds));
     for (long number = 0; number < frames; ++number) {
         const auto frame = stream.Frame(from.After(static_cast<double>(number) * frameSeconds));
-        for (std::size_t i = 0; i < SoundStream::samplesPerFrame; ++i)
+        for (std::size_t i = 0; i < SoundStream::samplesPerFrame; ++i) {
             samples.push_back(SampleAt(frame, i));
+        }
     }
     return samples;
 }

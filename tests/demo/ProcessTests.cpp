@@ -24,8 +24,9 @@ class Program {
   public:
     explicit Program(const std::vector<std::string>& arguments) {
         int ends[2] = {-1, -1};
-        if (::pipe(ends) != 0)
+        if (::pipe(ends) != 0) {
             return;
+        }
         output = Descriptor(ends[0]);
         const Descriptor writeEnd(ends[1]);
         const char* path = std::getenv("LARKSPOOL_DEMO");
@@ -33,8 +34,9 @@ class Program {
         words.insert(words.end(), arguments.begin(), arguments.end());
         std::vector<char*> argv;
         argv.reserve(words.size() + 1);
-        for (std::string& word : words)
+        for (std::string& word : words) {
             argv.push_back(word.data());
+        }
         argv.push_back(nullptr);
         process = ::fork();
         if (process == 0) {
@@ -57,8 +59,9 @@ class Program {
 
     std::string ReadLine() {
         std::string line;
-        for (char byte = 0; ::read(output.Get(), &byte, 1) == 1 && byte != '\n';)
+        for (char byte = 0; ::read(output.Get(), &byte, 1) == 1 && byte != '\n';) {
             line += byte;
+        }
         return line;
     }
 
@@ -107,8 +110,9 @@ class Client {
     void Command(const std::string& text) const {
         std::string frame{
             static_cast<char>(0x82), static_cast<char>(0x80 + text.size()), '2', '2', '2', '2'};
-        for (const char character : text)
+        for (const char character : text) {
             frame += static_cast<char>(character ^ '2');
+        }
         Send(frame);
     }
 
@@ -117,8 +121,9 @@ class Client {
         std::size_t got = 0;
         while (got < count) {
             const ssize_t size = ::recv(socket.Get(), bytes.data() + got, count - got, 0);
-            if (size <= 0)
+            if (size <= 0) {
                 break;
+            }
             got += static_cast<std::size_t>(size);
         }
         bytes.resize(got);
@@ -129,8 +134,9 @@ class Client {
         std::string text;
         while (!text.ends_with(end)) {
             const std::string byte = Read(1);
-            if (byte.empty())
+            if (byte.empty()) {
                 break;
+            }
             text += byte;
         }
         return text;
@@ -138,8 +144,9 @@ class Client {
 
     std::string ReadFrame() const {
         const std::string header = Read(2);
-        if (header.size() < 2)
+        if (header.size() < 2) {
             return {};
+        }
         std::size_t length = static_cast<unsigned char>(header[1]);
         if (length == 126) {
             const std::string extended = Read(2);
@@ -159,8 +166,9 @@ TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
     const std::string firstLine = program.ReadLine();
     EXPECT_TRUE(firstLine.starts_with("receiver 1 on 127.0.0.1:")) << firstLine;
     std::string lastLine;
-    for (int i = 0; i < 7; ++i)
+    for (int i = 0; i < 7; ++i) {
         lastLine = program.ReadLine();
+    }
     EXPECT_TRUE(lastLine.starts_with("http on 127.0.0.1:")) << lastLine;
 
     const Client listener(PortIn(firstLine));

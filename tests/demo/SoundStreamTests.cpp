@@ -73,8 +73,9 @@ TEST_F(SoundStreamTest, MeterReadsTheCarriersLevelOnTheWireToo) {
 
 TEST_F(SoundStreamTest, FrameHasItsFieldsInTheirByteOrders) {
     auto stream = Stream(TunedTo(10020.0, Mode::Am, -5000.0, 5000.0));
-    for (int i = 0; i < 0x102; ++i)
+    for (int i = 0; i < 0x102; ++i) {
         stream.SkipFrame();
+    }
     const auto frame = stream.Frame(someTime);
     ASSERT_EQ(frame.size(), 10U + 1024U);
     EXPECT_EQ(std::string(frame.begin(), frame.begin() + 3), "SND");
@@ -189,33 +190,39 @@ TEST_F(SoundStreamTest, RetuningDoesNotClick) {
     tuning.khz = 10020.0;
     stream.Tune(tuning);
     const auto samples = Listen(stream, someTime.After(0.2), 0.2);
-    for (const double sample : samples)
+    for (const double sample : samples) {
         ASSERT_LT(std::abs(sample), 32767.0 * 0.0316 * 0.05); // a twentieth of the carrier
+    }
 }
 
 // Reads keying back from sound: a dot is 60 ms at 20 words a minute.
 std::string ReadMorse(std::span<const double> samples, double hertz, double unitSeconds) {
     const auto window = static_cast<std::size_t>(unitSeconds / 6.0 * 12000.0);
     std::vector<double> levels;
-    for (std::size_t at = 0; at + window <= samples.size(); at += window)
+    for (std::size_t at = 0; at + window <= samples.size(); at += window) {
         levels.push_back(AmplitudeAt(samples.subspan(at, window), hertz));
+    }
     const double threshold = *std::ranges::max_element(levels) / 2.0;
     std::string text;
     std::string code;
     for (std::size_t at = 0; at < levels.size();) {
         const bool down = levels[at] > threshold;
         std::size_t end = at;
-        while (end < levels.size() && (levels[end] > threshold) == down)
+        while (end < levels.size() && (levels[end] > threshold) == down) {
             ++end;
+        }
         const double units = static_cast<double>(end - at) / 6.0;
         if (down) {
             code += units > 2.0 ? '-' : '.';
         } else if (units > 2.0) {
-            for (char letter = 'A'; letter <= 'Z'; ++letter)
-                if (!code.empty() && MorseCode(letter) == code)
+            for (char letter = 'A'; letter <= 'Z'; ++letter) {
+                if (!code.empty() && MorseCode(letter) == code) {
                     text += letter;
-            if (units > 5.0)
+                }
+            }
+            if (units > 5.0) {
                 text += ' ';
+            }
             code.clear();
         }
         at = end;

@@ -46,11 +46,12 @@ double PeakNear(const std::vector<std::uint8_t>& bins, double place) {
     const auto highest = *std::max_element(&bins[from], &bins[from + 20]);
     double sum = 0.0;
     double count = 0.0;
-    for (std::size_t i = from; i < from + 20; ++i)
+    for (std::size_t i = from; i < from + 20; ++i) {
         if (bins[i] == highest) {
             sum += static_cast<double>(i);
             count += 1.0;
         }
+    }
     return sum / count;
 }
 
@@ -101,8 +102,9 @@ TEST(WaterfallRow, WholeBandFallsIntoTheRowAndItsEdgesStayInRange) {
     EXPECT_GT(Median({whole.begin(), whole.begin() + 1024}), 255 - 135);
     const auto below = Bins(View(11, -5.0));
     const auto above = Bins(View(11, 29995.0));
-    for (const auto& bins : {below, above})
+    for (const auto& bins : {below, above}) {
         EXPECT_TRUE(std::ranges::all_of(bins, [](std::uint8_t level) { return level >= 55; }));
+    }
 }
 
 TEST(WaterfallRow, LowerSidebandVoiceLiesBelowItsFrequency) {
