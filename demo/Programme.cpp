@@ -32,13 +32,13 @@ constexpr std::array<Note, 30> hymn{
      {2, 1}, {4, 1}, {4, 1.5}, {2, .5}, {2, 2}, {4, 1}, {4, 1}, {5, 1},   {7, 1},  {7, 1},
      {5, 1}, {4, 1}, {2, 1},   {0, 1},  {0, 1}, {2, 1}, {4, 1}, {2, 1.5}, {0, .5}, {0, 2}}};
 
-constexpr std::size_t samplesPerBeat = 4096; // two beats a second
+constexpr double beatSeconds = 0.5;
 
 std::vector<Sample> RenderTune(std::span<const Note> notes, double middleC) {
     std::vector<Sample> out;
     for (const Note& note : notes) {
         const double hertz = middleC * std::exp2(note.semitone / 12.0);
-        const auto count = static_cast<std::size_t>(note.beats * samplesPerBeat);
+        const auto count = static_cast<std::size_t>(note.beats * beatSeconds * Programme::rate);
         for (std::size_t i = 0; i < count; ++i) {
             const double t = static_cast<double>(i) / Programme::rate;
             const double left = static_cast<double>(count - i) / Programme::rate;
@@ -95,7 +95,7 @@ void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmon
 // The voiced part of a syllable, gliding from one vowel to the next, as a sum of
 // harmonics that all turn the same way.
 void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to) {
-    constexpr std::size_t step = 64; // samples between two looks at the vowel
+    constexpr std::size_t step = 256; // samples between two looks at the vowel
     double phase = 0.0;
     std::vector<Sample> harmonics;
     for (std::size_t i = 0; i < out.size(); ++i) {
@@ -114,23 +114,33 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
     }
 }
 
-// A hiss in front of the voice, as of an s.
+// A hiss in front of the voice, as of an s. Two resonances in a row leave nothing of it far
+// above and below.
 void AddHiss(std::span<Sample> out, std::uint64_t seed) {
+    constexpr double centreHertz = 2700.0;
+    constexpr double decaySeconds = 0.0005;
+    constexpr auto narrowness = static_cast<float>(1.0 - 1.0 / (decaySeconds * Programme::rate));
+    constexpr float loudness = 0.08F * (1.0F - narrowness);
     Noise noise(seed);
-    const Sample turning = std::polar(0.8F, static_cast<float>(turn * 2700.0 / Programme::rate));
-    Sample hiss{};
+    const Sample turning =
+        std::polar(narrowness, static_cast<float>(turn * centreHertz / Programme::rate));
+    Sample first{};
+    Sample second{};
     for (Sample& sample : out) {
-        hiss = Times(hiss, turning) + Sample{noise.Next(), 0.0F};
-        sample += 0.25F * hiss;
+        first = Times(first, turning) + Sample{noise.Next(), 0.0F};
+        second = Times(second, turning) + first;
+        sample += loudness * second;
     }
 }
 
 // Rises and falls softly, and brings each syllable to the same peak.
 void Shape(std::span<Sample> syllable) {
+    constexpr double edge = 0.25; // share of the length at either end
     float loudest = 1.0e-9F;
     for (std::size_t i = 0; i < syllable.size(); ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(syllable.size());
-        syllable[i] *= static_cast<float>(std::pow(std::sin(std::numbers::pi * share), 0.6));
+        const double rise = std::min(1.0, std::min(share, 1.0 - share) / edge);
+        syllable[i] *= static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * rise));
         loudest = std::max(loudest, std::abs(syllable[i]));
     }
     for (Sample& sample : syllable) {
@@ -138,17 +148,23 @@ void Shape(std::span<Sample> syllable) {
     }
 }
 
+std::size_t Samples(double seconds) { return static_cast<std::size_t>(seconds * Programme::rate); }
+
+// Phrases of a few syllables each, whose pitch sinks towards the end.
 std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
-    constexpr std::size_t length = 65536; // eight seconds
-    std::vector<Sample> out(length);
+    constexpr double length = 16.0; // seconds
+    constexpr std::size_t longestPhrase = 9;
+    std::vector<Sample> out(Samples(length));
     std::size_t at = 0;
+    std::size_t left = 5; // syllables until the phrase ends
     for (std::uint64_t number = 0;; ++number) {
         const std::uint64_t bits = Scramble(seed, number);
-        const auto count = static_cast<std::size_t>(1000.0 + 1200.0 * Fraction(bits));
-        if (at + count > length) {
+        const std::size_t count = Samples(0.12 + 0.15 * Fraction(bits));
+        if (at + count > out.size()) {
             return out;
         }
-        const double lift = 1.0 + 0.25 * (Fraction(Scramble(bits, 1)) - 0.5);
+        const double sinking = 0.92 + 0.02 * static_cast<double>(left);
+        const double lift = sinking + 0.2 * (Fraction(Scramble(bits, 1)) - 0.5);
         const auto sounding = std::span(out).subspan(at, count);
         AddVoice(sounding, pitch * lift, vowels[bits % vowels.size()],
                  vowels[(bits >> 8) % vowels.size()]);
@@ -156,7 +172,13 @@ std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
             AddHiss(sounding.first(count / 3), Scramble(bits, 2));
         }
         Shape(sounding);
-        at += count + (number % 7 == 6 ? 3000 : 150);
+        at += count;
+        if (--left > 0) {
+            at += Samples(0.02);
+        } else {
+            left = 3 + (bits >> 16) % (longestPhrase - 2);
+            at += Samples(0.25 + 0.9 * Fraction(Scramble(bits, 3)));
+        }
     }
 }
 

@@ -12,7 +12,8 @@ namespace larkspool::demo {
 // free of negative frequencies, which is what a single sideband needs.
 class Programme {
   public:
-    static constexpr double rate = 8192.0; // samples a second
+    // Samples a second; so many that what lies between two of them is nearly a straight line.
+    static constexpr double rate = 32768.0;
 
     enum class Kind { FirstTune, SecondTune, DeepVoice, HighVoice };
 

@@ -107,6 +107,25 @@ TEST(WaterfallRow, WholeBandFallsIntoTheRowAndItsEdgesStayInRange) {
     }
 }
 
+TEST(WaterfallRow, BroadcastEndsWhereItsSoundEnds) {
+    WaterfallRow row(SharedBand(), Antennas()[0]);
+    for (const double khz : {15245.0, 13690.0}) { // a voice and a tune, without neighbours
+        const Tuning view = View(11, khz - 7.328);
+        int inside = 0;
+        int outside = 0;
+        for (int i = 0; i < 50; ++i) {
+            const auto message = row.Row(view, someTime.After(i * 0.1));
+            for (std::size_t bin = 0; bin < WaterfallRow::bins; ++bin) {
+                const double away = std::abs(static_cast<double>(bin) - 512.0) * 14.648 / 1024.0;
+                int& highest = away > 4.3 ? outside : inside;
+                highest = std::max<int>(highest, away > 0.3 ? message[16 + bin] : 0);
+            }
+        }
+        EXPECT_GT(inside, 255 - 95) << khz;
+        EXPECT_LT(outside, 255 - 124) << khz << ", noise reaches 255 - 127";
+    }
+}
+
 TEST(WaterfallRow, LowerSidebandVoiceLiesBelowItsFrequency) {
     double below = 0.0;
     double above = 0.0;
