@@ -33,15 +33,26 @@ void AddTurning(std::span<const Sample> envelope, double startTurns, double turn
     }
 }
 
+// The share of its fading by which a station is up or down now: two swings that
+// don't fit each other, so that no fade is like the one before.
+double Swing(std::uint64_t bits, const Moment& at) {
+    const double slow = 9.0 + static_cast<double>(bits % 17);
+    const double quick = 0.31 * slow;
+    return 0.6 * std::sin(turn * (at.Within(slow) / slow + Fraction(bits))) +
+           0.4 * std::sin(turn * at.Within(quick) / quick);
+}
+
 // Tells antennas apart, so that no two hear the same noise.
 std::uint64_t AntennaNumber(const Antenna& antenna) {
     return static_cast<std::uint64_t>(antenna.bestKhz + 7.0 * antenna.bearing.value_or(100.0));
 }
 
-Transmitter Prepare(const Station& station, std::size_t index) {
+// Where in its programme a station is follows from its frequency, so that a new
+// station in the table leaves the others as they were.
+Transmitter Prepare(const Station& station) {
     Transmitter ready;
     ready.station = station;
-    ready.offset = 1.7 * static_cast<double>(index % 9);
+    ready.offset = std::fmod(0.37 * station.khz, 16.0);
     if (station.kind == Kind::Morse) {
         ready.keying = MorseKeying(station.text);
     } else if (station.kind == Kind::Teleprinter) {
@@ -57,14 +68,13 @@ Band::Band(std::uint64_t bandSeed) : seed(bandSeed) {
     for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice}) {
         programmes.emplace_back(kind, seed);
     }
-    const auto stations = Stations();
-    for (std::size_t i = 0; i < stations.size(); ++i) {
-        transmitters.push_back(Prepare(stations[i], i));
-        transmitters.back().programme = ProgrammeFor(stations[i], i);
+    for (const Station& station : Stations()) {
+        transmitters.push_back(Prepare(station));
+        transmitters.back().programme = ProgrammeFor(station);
     }
 }
 
-const Programme* Band::ProgrammeFor(const Station& station, std::size_t index) const {
+const Programme* Band::ProgrammeFor(const Station& station) const {
     switch (station.kind) {
     case Kind::FirstTune:
     case Kind::Frequency:
@@ -77,7 +87,7 @@ const Programme* Band::ProgrammeFor(const Station& station, std::size_t index) c
         return &programmes[3];
     case Kind::LowerSideband:
     case Kind::UpperSideband:
-        return &programmes[2 + index % 2];
+        return &programmes[2 + static_cast<std::size_t>(station.khz) % 2];
     default:
         return nullptr;
     }
@@ -89,8 +99,7 @@ float Band::Amplitude(const Transmitter& transmitter, const Antenna& antenna,
     double dbm = station.dbm + antenna.GainDb(station.khz * 1000.0, station.bearing);
     if (station.fadingDb > 0.0) {
         const std::uint64_t bits = Scramble(seed, static_cast<std::uint64_t>(station.khz * 1000.0));
-        const double period = 9.0 + static_cast<double>(bits % 17);
-        dbm += station.fadingDb * std::sin(turn * (at.Within(period) / period + Fraction(bits)));
+        dbm += station.fadingDb * Swing(bits, at);
     }
     return static_cast<float>(std::pow(10.0, dbm / 20.0));
 }

@@ -34,7 +34,7 @@ class Band {
 
   private:
     float Amplitude(const Transmitter& transmitter, const Antenna& antenna, const Moment& at) const;
-    const Programme* ProgrammeFor(const Station& station, std::size_t index) const;
+    const Programme* ProgrammeFor(const Station& station) const;
 
     std::uint64_t seed;
     std::vector<Programme> programmes;
