@@ -1,6 +1,5 @@
 // Says what a person would have heard in a WAV file: its strongest tone and that tone's level.
-//   larkspool-heard FILE.wav [SECONDS]     looks at the loudest stretch of so many seconds, 3 if
-//   none
+//   larkspool-heard FILE.wav [SECONDS]     looks at the loudest stretch of so many seconds (3)
 #include "demo/Fft.h"
 
 #include <algorithm>
@@ -93,8 +92,9 @@ std::size_t LoudestStart(const std::vector<float>& samples, std::size_t length) 
 }
 
 std::optional<Tone> StrongestTone(const Sound& sound, double seconds) {
+    const auto most = static_cast<double>(sound.samples.size());
     const auto wanted =
-        std::min(static_cast<std::size_t>(seconds * sound.rate), sound.samples.size());
+        static_cast<std::size_t>(std::min(std::max(0.0, seconds * sound.rate), most));
     const std::size_t length = std::bit_floor(wanted);
     if (length < 1024) {
         return std::nullopt;

@@ -29,6 +29,8 @@ bool CatchSignals() {
     struct sigaction action = {};
     action.sa_handler = StopOnSignal;
     ::sigemptyset(&action.sa_mask);
+    // Whoever reads our lines may go away; the receivers stay on the air.
+    std::signal(SIGPIPE, SIG_IGN);
     return ::sigaction(SIGTERM, &action, nullptr) == 0 &&
            ::sigaction(SIGINT, &action, nullptr) == 0;
 }

@@ -24,7 +24,7 @@ class Program {
   public:
     explicit Program(const std::vector<std::string>& arguments) {
         int ends[2] = {-1, -1};
-        if (::pipe(ends) != 0) {
+        if (::pipe2(ends, O_CLOEXEC) != 0) {
             return;
         }
         output = Descriptor(ends[0]);
@@ -64,6 +64,8 @@ class Program {
         }
         return line;
     }
+
+    void StopReading() { output = Descriptor(); }
 
     void Terminate() const { ::kill(process, SIGTERM); }
 
@@ -161,6 +163,9 @@ class Client {
     bool connected = false;
 };
 
+const std::string linkRequest = "GET /kiwi/1700000000/SND HTTP/1.1\r\nHost: x\r\nUpgrade: webSocket"
+                                "\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
+
 TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
     Program program({"--ports", "0", "--http-port", "0", "--quiet"});
     const std::string firstLine = program.ReadLine();
@@ -173,8 +178,7 @@ TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
 
     const Client listener(PortIn(firstLine));
     ASSERT_TRUE(listener.IsConnected());
-    listener.Send("GET /kiwi/1700000000/SND HTTP/1.1\r\nHost: x\r\nUpgrade: webSocket\r\n"
-                  "Sec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n");
+    listener.Send(linkRequest);
     const std::string reply = listener.ReadUntil("\r\n\r\n");
     EXPECT_TRUE(reply.starts_with("HTTP/1.1 101 Switching Protocols\r\n"));
     EXPECT_NE(reply.find("s3pPLMBiTxaQ9kYGzzhZRbK+xOo="), std::string::npos);
@@ -201,8 +205,9 @@ TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
 }
 
 TEST(DemoProgram, HostileClientsGetAnErrorAndNobodyIsHeldUp) {
-    Program program({"--ports", "0", "--http-port", "0", "--quiet"});
+    Program program({"--ports", "0", "--http-port", "0"});
     const std::uint16_t port = PortIn(program.ReadLine());
+    program.StopReading(); // what it says of each link finds nobody
     const Client silent(port);
     const Client endless(port);
     endless.Send("GET / HTTP/1.1\r\nX: " + std::string(9000, 'x'));
@@ -213,6 +218,11 @@ TEST(DemoProgram, HostileClientsGetAnErrorAndNobodyIsHeldUp) {
     const Client browser(port);
     browser.Send("GET / HTTP/1.1\r\nHost: x\r\n\r\n");
     EXPECT_TRUE(browser.ReadUntil("\r\n").starts_with("HTTP/1.1 404"));
+    for (int i = 0; i < 2; ++i) {
+        const Client listener(port);
+        listener.Send(linkRequest);
+        EXPECT_TRUE(listener.ReadUntil("\r\n").starts_with("HTTP/1.1 101"));
+    }
     program.Terminate();
     EXPECT_EQ(program.ExitCode(), 0);
 }
