@@ -100,12 +100,6 @@ class EngineTest : public ::testing::Test {
     Engine engine{[this] { return static_cast<std::int64_t>(clock * 1e9); }};
 };
 
-TEST_F(EngineTest, TheToneComesOutAsLoudAsItCameIn) {
-    Begin();
-    Play(1.5);
-    EXPECT_NEAR(Peak(Play(0.5)), 0.5, 0.001);
-}
-
 TEST_F(EngineTest, SamplesAtTheirLimitsNeitherWrapNorExceedFullScale) {
     Begin();
     Play(1.5, 32767.0);
@@ -228,19 +222,6 @@ TEST_F(EngineTest, AChangeOfTheDeviceGoesOnWhereTheOldOneStopped) {
     EXPECT_LE(LargestStep(sound), 1.05F * ToneStep(0.5) * 48.0F / 44.1F);
     EXPECT_NEAR(Peak(Play(0.1)), 0.5, 0.001);
     EXPECT_EQ(engine.Underruns(), 0U);
-}
-
-TEST_F(EngineTest, TheEndOfTheStreamFadesIntoSilence) {
-    Begin();
-    Play(1.5);
-    std::vector<float> tail;
-    for (int i = 0; i < 150; ++i) {
-        const std::vector<float> piece = Render();
-        tail.insert(tail.end(), piece.begin(), piece.end());
-    }
-    EXPECT_LE(LargestStep(tail), 1.05F * ToneStep(0.5));
-    EXPECT_EQ(tail.back(), 0.0F);
-    EXPECT_EQ(engine.Underruns(), 1U);
 }
 
 } // namespace
