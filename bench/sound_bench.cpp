@@ -53,7 +53,7 @@ void QueueOneBlock(benchmark::State& state) {
         if (++count == 1024) {
             state.PauseTiming();
             count = 0;
-            engine.Push(tonebridge::Engine::newStream, block.data(), rate);
+            engine.Push(tonebridge::Engine::NewStream, block.data(), rate);
             engine.Render(out);
             engine.Render(out);
             state.ResumeTiming();

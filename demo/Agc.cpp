@@ -6,8 +6,8 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr float steadyLevel = 0.5F;      // share of full scale
-constexpr float referenceLevel = 0.001F; // -60 dBm comes out at the steady level
+constexpr float SteadyLevel = 0.5F;      // share of full scale
+constexpr float ReferenceLevel = 0.001F; // -60 dBm comes out at the steady level
 
 } // namespace
 
@@ -27,7 +27,7 @@ void Agc::Set(const Tuning& tuning, double rate) {
 
 float Agc::GainFor(float heard) const {
     const float strength = std::max(heard, std::max(weakest, 1.0e-9F));
-    return steadyLevel / referenceLevel * std::pow(strength / referenceLevel, exponent);
+    return SteadyLevel / ReferenceLevel * std::pow(strength / ReferenceLevel, exponent);
 }
 
 float Agc::Gain(float amplitude) {

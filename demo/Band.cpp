@@ -10,16 +10,14 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double turn = 2.0 * std::numbers::pi;
-
 // Turns a station's envelope to its place in the baseband and adds it, its
 // amplitude going evenly from one value to the other.
 void AddTurning(std::span<const Sample> envelope, double startTurns, double turnsPerSample,
                 float fromAmplitude, float toAmplitude, std::span<Sample> out) {
-    double real = std::cos(turn * startTurns);
-    double imag = std::sin(turn * startTurns);
-    const double stepReal = std::cos(turn * turnsPerSample);
-    const double stepImag = std::sin(turn * turnsPerSample);
+    double real = std::cos(Turn * startTurns);
+    double imag = std::sin(Turn * startTurns);
+    const double stepReal = std::cos(Turn * turnsPerSample);
+    const double stepImag = std::sin(Turn * turnsPerSample);
     const float step = (toAmplitude - fromAmplitude) / static_cast<float>(out.size());
     float amplitude = fromAmplitude;
     for (std::size_t i = 0; i < out.size(); ++i) {
@@ -38,8 +36,8 @@ void AddTurning(std::span<const Sample> envelope, double startTurns, double turn
 double Swing(std::uint64_t bits, const Moment& at) {
     const double slow = 9.0 + static_cast<double>(bits % 17);
     const double quick = 0.31 * slow;
-    return 0.6 * std::sin(turn * (at.Within(slow) / slow + Fraction(bits))) +
-           0.4 * std::sin(turn * at.Within(quick) / quick);
+    return 0.6 * std::sin(Turn * (at.Within(slow) / slow + Fraction(bits))) +
+           0.4 * std::sin(Turn * at.Within(quick) / quick);
 }
 
 // Tells antennas apart, so that no two hear the same noise.

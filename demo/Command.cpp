@@ -10,9 +10,9 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr std::array<std::string_view, 12> modeNames{"am",   "amn", "lsb", "usb", "cw",  "cwn",
+constexpr std::array<std::string_view, 12> ModeNames{"am",   "amn", "lsb", "usb", "cw",  "cwn",
                                                      "nbfm", "lsn", "usn", "sam", "sal", "sau"};
-constexpr std::size_t longestName = 100;
+constexpr std::size_t LongestName = 100;
 
 std::optional<double> Number(std::string_view text) {
     double value = 0.0;
@@ -42,11 +42,11 @@ void Take(std::string_view text, bool& value) {
 }
 
 void TakeMode(std::string_view text, Tuning& tuning) {
-    const auto found = std::ranges::find(modeNames, text);
-    if (found == modeNames.end()) {
+    const auto found = std::ranges::find(ModeNames, text);
+    if (found == ModeNames.end()) {
         return;
     }
-    tuning.mode = static_cast<Mode>(found - modeNames.begin());
+    tuning.mode = static_cast<Mode>(found - ModeNames.begin());
     tuning.tuned = true;
 }
 
@@ -114,7 +114,7 @@ bool TakeText(std::string_view command, std::string_view key, std::string& value
     if (!command.starts_with(key)) {
         return false;
     }
-    value = command.substr(key.size(), longestName);
+    value = command.substr(key.size(), LongestName);
     return true;
 }
 

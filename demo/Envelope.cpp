@@ -7,12 +7,11 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double turn = 2.0 * std::numbers::pi;
-constexpr double pipSeconds = 0.1;
-constexpr double minutePipSeconds = 0.6;
+constexpr double PipSeconds = 0.1;
+constexpr double MinutePipSeconds = 0.6;
 
 Sample Turned(double turns) {
-    const double angle = turn * (turns - std::floor(turns));
+    const double angle = Turn * (turns - std::floor(turns));
     return {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
 }
 
@@ -29,7 +28,7 @@ void RenderDrift(double swingHertz, const Moment& from, double rate, std::span<S
     constexpr double period = 300.0;
     const double start = from.Within(period);
     Fill(out, rate, [=](double t) {
-        return Turned(-swingHertz * period / turn * std::cos(turn * (start + t) / period));
+        return Turned(-swingHertz * period / Turn * std::cos(Turn * (start + t) / period));
     });
 }
 
@@ -38,14 +37,14 @@ void RenderTime(bool toneBetween, const Moment& from, double rate, std::span<Sam
     Fill(out, rate, [=](double t) {
         const double inMinute = std::fmod(start + t, 60.0);
         const double inSecond = inMinute - std::floor(inMinute);
-        const bool pip = inSecond < (inMinute < 1.0 ? minutePipSeconds : pipSeconds);
+        const bool pip = inSecond < (inMinute < 1.0 ? MinutePipSeconds : PipSeconds);
         double hertz = 1000.0;
         if (toneBetween && pip) {
             hertz = 2000.0;
         } else if (!toneBetween && !pip) {
             hertz = 0.0;
         }
-        return Sample{static_cast<float>(1.0 + 0.5 * std::sin(turn * hertz * inSecond)), 0.0F};
+        return Sample{static_cast<float>(1.0 + 0.5 * std::sin(Turn * hertz * inSecond)), 0.0F};
     });
 }
 

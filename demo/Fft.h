@@ -2,10 +2,13 @@
 
 #include <complex>
 #include <cstddef>
+#include <numbers>
 #include <span>
 #include <vector>
 
 namespace larkspool::demo {
+
+inline constexpr double Turn = 2.0 * std::numbers::pi; // radians
 
 // One complex sample or bin; its squared magnitude is a power in milliwatts.
 using Sample = std::complex<float>;

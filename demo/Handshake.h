@@ -16,7 +16,7 @@ struct Request {
     std::string_view Header(const std::string& name) const;
 };
 
-constexpr std::size_t largestRequest = 8192;
+constexpr std::size_t LargestRequest = 8192;
 
 // The size of the head at the front of `bytes`, its empty line included; none
 // while that line hasn't come.

@@ -8,7 +8,7 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr std::string_view html = "text/html; charset=utf-8";
+constexpr std::string_view Html = "text/html; charset=utf-8";
 
 std::string Response(std::string_view status, std::string_view type, std::string_view body) {
     std::string out = "HTTP/1.1 ";
@@ -133,14 +133,14 @@ std::string HttpResponse(const Request& request, const PageSettings& settings) {
     const std::string_view target = request.target;
     const std::string_view path = target.substr(0, target.find('?'));
     if (path == "/public/" || path == "/public") {
-        return Response("200 OK", html, DirectoryPage(host, settings));
+        return Response("200 OK", Html, DirectoryPage(host, settings));
     }
     if (path == "/version/versionb.html") {
         const bool newer = DigitsOf(settings.newest) > AskedDigits(target);
         return Response("200 OK", "text/plain", newer ? settings.newest : "LATEST");
     }
     if (path == "/" || path == "/index.html") {
-        return Response("200 OK", html, WelcomePage(host, settings));
+        return Response("200 OK", Html, WelcomePage(host, settings));
     }
     return HttpError("404 Not Found");
 }

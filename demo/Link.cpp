@@ -10,11 +10,11 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double silenceSeconds = 60.0; // a client that says nothing for so long is gone
-constexpr double farewellSeconds = 5.0; // for the last output to go out
-constexpr double queueSeconds = 2.0;    // what a slow reader may have waiting
-constexpr double catchUpSeconds = 1.0;  // frames that are later than this aren't made
-constexpr std::array rowsPerSecond{0.0, 1.0, 5.0, 25.0, 25.0};
+constexpr double SilenceSeconds = 60.0; // a client that says nothing for so long is gone
+constexpr double FarewellSeconds = 5.0; // for the last output to go out
+constexpr double QueueSeconds = 2.0;    // what a slow reader may have waiting
+constexpr double CatchUpSeconds = 1.0;  // frames that are later than this aren't made
+constexpr std::array RowsPerSecond{0.0, 1.0, 5.0, 25.0, 25.0};
 
 std::string RateText(double rate) {
     std::array<char, 32> text{};
@@ -34,7 +34,7 @@ Link::Link(LinkKind linkKind, const Band& sharedBand, const Antenna& ownAntenna,
 }
 
 bool Link::IsCut(TimePoint now) const {
-    return now >= cutAt || reader.HasFailed() || now > lastHeard + Seconds(silenceSeconds);
+    return now >= cutAt || reader.HasFailed() || now > lastHeard + Seconds(SilenceSeconds);
 }
 
 void Link::Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc) {
@@ -102,7 +102,7 @@ void Link::Command(std::string_view text, TimePoint now, const Moment& utc) {
 
 void Link::End(TimePoint now) {
     ending = true;
-    cutAt = std::min(cutAt, now + Seconds(farewellSeconds));
+    cutAt = std::min(cutAt, now + Seconds(FarewellSeconds));
 }
 
 void Link::Welcome(TimePoint now) {
@@ -146,7 +146,7 @@ void Link::SendFrame(std::span<const std::uint8_t> message, TimePoint now) {
 }
 
 TimePoint Link::FrameTime(std::uint64_t frame) const {
-    const double samples = static_cast<double>(frame) * SoundStream::samplesPerFrame;
+    const double samples = static_cast<double>(frame) * SoundStream::SamplesPerFrame;
     return soundStart + Seconds(samples / settings.rate);
 }
 
@@ -160,10 +160,10 @@ void Link::Tick(TimePoint now, const Moment& utc) {
 }
 
 void Link::TickSound(TimePoint now, const Moment& utc) {
-    const double frameSeconds = SoundStream::samplesPerFrame / settings.rate;
+    const double frameSeconds = SoundStream::SamplesPerFrame / settings.rate;
     const auto mostWaiting =
-        static_cast<std::size_t>((queueSeconds + settings.jitterSeconds) / frameSeconds);
-    if (now - FrameTime(framesMade) > Seconds(queueSeconds + catchUpSeconds)) {
+        static_cast<std::size_t>((QueueSeconds + settings.jitterSeconds) / frameSeconds);
+    if (now - FrameTime(framesMade) > Seconds(QueueSeconds + CatchUpSeconds)) {
         // The computer has slept: go on with the present instead of the past.
         soundStart = now - Seconds(frameSeconds);
         soundStartUtc = utc.After(-frameSeconds);
@@ -184,8 +184,8 @@ void Link::TickSound(TimePoint now, const Moment& utc) {
 }
 
 void Link::TickWaterfall(TimePoint now, const Moment& utc) {
-    const double pace = rowsPerSecond[static_cast<std::size_t>(tuning.speed)];
-    if (static_cast<double>(output.Pieces()) < pace * (queueSeconds + settings.jitterSeconds) + 1) {
+    const double pace = RowsPerSecond[static_cast<std::size_t>(tuning.speed)];
+    if (static_cast<double>(output.Pieces()) < pace * (QueueSeconds + settings.jitterSeconds) + 1) {
         SendFrame(waterfall.Row(tuning, utc), now);
     }
     nextRow += Seconds(1.0 / pace);
@@ -195,7 +195,7 @@ void Link::TickWaterfall(TimePoint now, const Moment& utc) {
 }
 
 TimePoint Link::NextTime(TimePoint now) const {
-    TimePoint next = std::min({nextRow, cutAt, lastHeard + Seconds(silenceSeconds + 0.1)});
+    TimePoint next = std::min({nextRow, cutAt, lastHeard + Seconds(SilenceSeconds + 0.1)});
     if (sound) {
         next = std::min(next, FrameTime(framesMade + 1));
     }

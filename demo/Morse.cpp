@@ -6,18 +6,18 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr std::array<std::string_view, 26> letters{
+constexpr std::array<std::string_view, 26> Letters{
     ".-",   "-...", "-.-.", "-..",  ".",   "..-.", "--.",  "....", "..",
     ".---", "-.-",  ".-..", "--",   "-.",  "---",  ".--.", "--.-", ".-.",
     "...",  "-",    "..-",  "...-", ".--", "-..-", "-.--", "--.."};
-constexpr std::array<std::string_view, 10> digits{"-----", ".----", "..---", "...--", "....-",
+constexpr std::array<std::string_view, 10> Digits{"-----", ".----", "..---", "...--", "....-",
                                                   ".....", "-....", "--...", "---..", "----."};
 
 // International teleprinter alphabet no. 2, A to Z, first bit sent lowest.
-constexpr std::array<std::uint8_t, 26> teleprinterLetters{
+constexpr std::array<std::uint8_t, 26> TeleprinterLetters{
     0x03, 0x19, 0x0E, 0x09, 0x01, 0x0D, 0x1A, 0x14, 0x06, 0x0B, 0x0F, 0x12, 0x1C,
     0x0C, 0x18, 0x16, 0x17, 0x0A, 0x05, 0x10, 0x07, 0x1E, 0x13, 0x1D, 0x15, 0x11};
-constexpr std::uint8_t teleprinterBlank = 0x04;
+constexpr std::uint8_t TeleprinterBlank = 0x04;
 
 void AddCharacter(std::vector<std::uint8_t>& keying, std::string_view code) {
     for (const char element : code) {
@@ -32,10 +32,10 @@ void AddCharacter(std::vector<std::uint8_t>& keying, std::string_view code) {
 std::string_view MorseCode(char character) {
     const int upper = std::toupper(static_cast<unsigned char>(character));
     if (upper >= 'A' && upper <= 'Z') {
-        return letters[static_cast<std::size_t>(upper - 'A')];
+        return Letters[static_cast<std::size_t>(upper - 'A')];
     }
     if (upper >= '0' && upper <= '9') {
-        return digits[static_cast<std::size_t>(upper - '0')];
+        return Digits[static_cast<std::size_t>(upper - '0')];
     }
     switch (upper) {
     case '/':
@@ -66,9 +66,9 @@ std::vector<std::uint8_t> TeleprinterBits(std::string_view text) {
     std::vector<std::uint8_t> bits;
     for (const char character : text) {
         const int upper = std::toupper(static_cast<unsigned char>(character));
-        std::uint8_t code = teleprinterBlank;
+        std::uint8_t code = TeleprinterBlank;
         if (upper >= 'A' && upper <= 'Z') {
-            code = teleprinterLetters[static_cast<std::size_t>(upper - 'A')];
+            code = TeleprinterLetters[static_cast<std::size_t>(upper - 'A')];
         }
         bits.push_back(0);
         for (int bit = 0; bit < 5; ++bit) {

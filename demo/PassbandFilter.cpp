@@ -7,11 +7,10 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double turn = 2.0 * std::numbers::pi;
-constexpr std::size_t taps = PassbandFilter::inputSize + 1;
+constexpr std::size_t Taps = PassbandFilter::InputSize + 1;
 
 double Blackman(std::size_t i) {
-    const double angle = turn * static_cast<double>(i) / static_cast<double>(taps - 1);
+    const double angle = Turn * static_cast<double>(i) / static_cast<double>(Taps - 1);
     return 0.42 - 0.5 * std::cos(angle) + 0.08 * std::cos(2.0 * angle);
 }
 
@@ -20,7 +19,7 @@ double Sinc(double x) { return std::abs(x) < 1.0e-9 ? 1.0 : std::sin(x) / x; }
 } // namespace
 
 PassbandFilter::PassbandFilter()
-    : response(2 * inputSize), previous(inputSize), spectrum(2 * inputSize), folded(inputSize) {
+    : response(2 * InputSize), previous(InputSize), spectrum(2 * InputSize), folded(InputSize) {
     Set(-5000.0, 5000.0, 24000.0);
 }
 
@@ -35,11 +34,11 @@ void PassbandFilter::Set(double low, double high, double rate) {
     const double half = (high - low) / 2.0 / rate;
     const double centre = (high + low) / 2.0 / rate;
     std::ranges::fill(response, Sample{});
-    for (std::size_t i = 0; i < taps; ++i) {
-        const double at = static_cast<double>(i) - static_cast<double>(taps - 1) / 2.0;
-        const double tap = 2.0 * half * Sinc(turn * half * at) * Blackman(i);
-        response[i] = {static_cast<float>(tap * std::cos(turn * centre * at)),
-                       static_cast<float>(tap * std::sin(turn * centre * at))};
+    for (std::size_t i = 0; i < Taps; ++i) {
+        const double at = static_cast<double>(i) - static_cast<double>(Taps - 1) / 2.0;
+        const double tap = 2.0 * half * Sinc(Turn * half * at) * Blackman(i);
+        response[i] = {static_cast<float>(tap * std::cos(Turn * centre * at)),
+                       static_cast<float>(tap * std::sin(Turn * centre * at))};
     }
     wide.Forward(response);
     float most = 1.0e-9F;
@@ -56,17 +55,17 @@ void PassbandFilter::Set(double low, double high, double rate) {
 
 void PassbandFilter::Process(std::span<const Sample> input, std::span<Sample> output) {
     std::ranges::copy(previous, spectrum.begin());
-    std::ranges::copy(input, spectrum.begin() + inputSize);
+    std::ranges::copy(input, spectrum.begin() + InputSize);
     std::ranges::copy(input, previous.begin());
     wide.Forward(spectrum);
-    constexpr std::size_t half = inputSize / 2;
+    constexpr std::size_t half = InputSize / 2;
     for (std::size_t i = 0; i < half; ++i) {
-        const std::size_t mirrored = 2 * inputSize - half + i;
+        const std::size_t mirrored = 2 * InputSize - half + i;
         folded[i] = Times(spectrum[i], response[i]) * 0.5F;
         folded[half + i] = Times(spectrum[mirrored], response[mirrored]) * 0.5F;
     }
     narrow.Inverse(folded);
-    std::copy_n(folded.begin() + outputSize, outputSize, output.begin());
+    std::copy_n(folded.begin() + OutputSize, OutputSize, output.begin());
 }
 
 } // namespace larkspool::demo

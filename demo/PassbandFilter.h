@@ -12,23 +12,23 @@ namespace larkspool::demo {
 // Cuts a passband out of a complex baseband and halves its rate on the way.
 class PassbandFilter {
   public:
-    static constexpr std::size_t inputSize = 1024; // samples taken at a time
-    static constexpr std::size_t outputSize = 512; // samples given back, at half the rate
+    static constexpr std::size_t InputSize = 1024; // samples taken at a time
+    static constexpr std::size_t OutputSize = 512; // samples given back, at half the rate
 
     PassbandFilter();
 
     // Edges in Hz relative to the centre, in any order; `rate` is that of the input.
     void Set(double low, double high, double rate);
 
-    // `input` has inputSize samples, `output` outputSize. Delays by 512 input samples.
+    // `input` has InputSize samples, `output` OutputSize. Delays by 512 input samples.
     void Process(std::span<const Sample> input, std::span<Sample> output);
 
     // The width in Hz of an ideal filter that lets as much noise through.
     double NoiseBandwidth() const { return noiseBandwidth; }
 
   private:
-    Fft wide{2 * inputSize};
-    Fft narrow{inputSize};
+    Fft wide{2 * InputSize};
+    Fft narrow{InputSize};
     std::vector<Sample> response;
     std::vector<Sample> previous;
     std::vector<Sample> spectrum;

@@ -11,8 +11,6 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double turn = 2.0 * std::numbers::pi;
-
 // A note's height in semitones above middle C, and its length in beats.
 struct Note {
     int semitone;
@@ -20,31 +18,31 @@ struct Note {
 };
 
 // "Are you sleeping", a traditional round.
-constexpr std::array<Note, 32> round{{{0, 1},  {2, 1},  {4, 1},  {0, 1},  {0, 1}, {2, 1}, {4, 1},
+constexpr std::array<Note, 32> Round{{{0, 1},  {2, 1},  {4, 1},  {0, 1},  {0, 1}, {2, 1}, {4, 1},
                                       {0, 1},  {4, 1},  {5, 1},  {7, 2},  {4, 1}, {5, 1}, {7, 2},
                                       {7, .5}, {9, .5}, {7, .5}, {5, .5}, {4, 1}, {0, 1}, {7, .5},
                                       {9, .5}, {7, .5}, {5, .5}, {4, 1},  {0, 1}, {0, 1}, {-5, 1},
                                       {0, 2},  {0, 1},  {-5, 1}, {0, 2}}};
 
 // The hymn to joy, two lines of it.
-constexpr std::array<Note, 30> hymn{
+constexpr std::array<Note, 30> Hymn{
     {{4, 1}, {4, 1}, {5, 1},   {7, 1},  {7, 1}, {5, 1}, {4, 1}, {2, 1},   {0, 1},  {0, 1},
      {2, 1}, {4, 1}, {4, 1.5}, {2, .5}, {2, 2}, {4, 1}, {4, 1}, {5, 1},   {7, 1},  {7, 1},
      {5, 1}, {4, 1}, {2, 1},   {0, 1},  {0, 1}, {2, 1}, {4, 1}, {2, 1.5}, {0, .5}, {0, 2}}};
 
-constexpr double beatSeconds = 0.5;
+constexpr double BeatSeconds = 0.5;
 
 std::vector<Sample> RenderTune(std::span<const Note> notes, double middleC) {
     std::vector<Sample> out;
     for (const Note& note : notes) {
         const double hertz = middleC * std::exp2(note.semitone / 12.0);
-        const auto count = static_cast<std::size_t>(note.beats * beatSeconds * Programme::rate);
+        const auto count = static_cast<std::size_t>(note.beats * BeatSeconds * Programme::Rate);
         for (std::size_t i = 0; i < count; ++i) {
-            const double t = static_cast<double>(i) / Programme::rate;
-            const double left = static_cast<double>(count - i) / Programme::rate;
+            const double t = static_cast<double>(i) / Programme::Rate;
+            const double left = static_cast<double>(count - i) / Programme::Rate;
             const double shape =
                 std::min({1.0, t / 0.01, left / 0.02}) * (0.35 + 0.65 * std::exp(-t / 0.25));
-            const double angle = turn * hertz * t;
+            const double angle = Turn * hertz * t;
             const double sound =
                 std::sin(angle) + 0.4 * std::sin(2.0 * angle) + 0.2 * std::sin(3.0 * angle);
             out.emplace_back(static_cast<float>(shape * sound), 0.0F);
@@ -57,7 +55,7 @@ struct Vowel {
     double first, second, third; // resonances in Hz
 };
 
-constexpr std::array<Vowel, 7> vowels{{{730, 1090, 2440},
+constexpr std::array<Vowel, 7> Vowels{{{730, 1090, 2440},
                                        {530, 1840, 2480},
                                        {270, 2290, 3010},
                                        {570, 840, 2410},
@@ -88,7 +86,7 @@ void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmon
     for (double number = 1.0; number * hertz < highest; number += 1.0) {
         const double phase = std::numbers::pi * number * number * hertz / highest;
         harmonics.emplace_back(
-            std::polar(Loudness(number * hertz, vowel), std::remainder(phase, turn)));
+            std::polar(Loudness(number * hertz, vowel), std::remainder(phase, Turn)));
     }
 }
 
@@ -104,7 +102,7 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
         if (i % step == 0) {
             FindHarmonics(hertz, Between(from, to, share), harmonics);
         }
-        phase = std::fmod(phase + turn * hertz / Programme::rate, turn);
+        phase = std::fmod(phase + Turn * hertz / Programme::Rate, Turn);
         const Sample first = std::polar(1.0F, static_cast<float>(phase));
         Sample power = first;
         for (const Sample& harmonic : harmonics) {
@@ -119,11 +117,11 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
 void AddHiss(std::span<Sample> out, std::uint64_t seed) {
     constexpr double centreHertz = 2700.0;
     constexpr double decaySeconds = 0.0005;
-    constexpr auto narrowness = static_cast<float>(1.0 - 1.0 / (decaySeconds * Programme::rate));
+    constexpr auto narrowness = static_cast<float>(1.0 - 1.0 / (decaySeconds * Programme::Rate));
     constexpr float loudness = 0.08F * (1.0F - narrowness);
     Noise noise(seed);
     const Sample turning =
-        std::polar(narrowness, static_cast<float>(turn * centreHertz / Programme::rate));
+        std::polar(narrowness, static_cast<float>(Turn * centreHertz / Programme::Rate));
     Sample first{};
     Sample second{};
     for (Sample& sample : out) {
@@ -148,7 +146,7 @@ void Shape(std::span<Sample> syllable) {
     }
 }
 
-std::size_t Samples(double seconds) { return static_cast<std::size_t>(seconds * Programme::rate); }
+std::size_t Samples(double seconds) { return static_cast<std::size_t>(seconds * Programme::Rate); }
 
 // Phrases of a few syllables each, whose pitch sinks towards the end.
 std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
@@ -166,8 +164,8 @@ std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
         const double sinking = 0.92 + 0.02 * static_cast<double>(left);
         const double lift = sinking + 0.2 * (Fraction(Scramble(bits, 1)) - 0.5);
         const auto sounding = std::span(out).subspan(at, count);
-        AddVoice(sounding, pitch * lift, vowels[bits % vowels.size()],
-                 vowels[(bits >> 8) % vowels.size()]);
+        AddVoice(sounding, pitch * lift, Vowels[bits % Vowels.size()],
+                 Vowels[(bits >> 8) % Vowels.size()]);
         if (bits % 3 == 0) {
             AddHiss(sounding.first(count / 3), Scramble(bits, 2));
         }
@@ -188,10 +186,10 @@ Programme::Programme(Kind kind, std::uint64_t seed) {
     constexpr double middleC = 261.63;
     switch (kind) {
     case Kind::FirstTune:
-        samples = RenderTune(round, 2.0 * middleC);
+        samples = RenderTune(Round, 2.0 * middleC);
         break;
     case Kind::SecondTune:
-        samples = RenderTune(hymn, 1.5 * middleC);
+        samples = RenderTune(Hymn, 1.5 * middleC);
         break;
     case Kind::DeepVoice:
         samples = RenderVoice(115.0, seed);
@@ -216,12 +214,12 @@ void Programme::FinishLoop() {
     for (Sample& sample : samples) {
         sample = (sample - Sample{static_cast<float>(mean), 0.0F}) / loudest;
         sums.push_back(static_cast<float>(sum));
-        sum += sample.real() / rate;
+        sum += sample.real() / Rate;
     }
 }
 
 Sample Programme::At(double seconds) const {
-    const double place = seconds * rate;
+    const double place = seconds * Rate;
     const auto whole = static_cast<std::size_t>(place);
     const auto share = static_cast<float>(place - static_cast<double>(whole));
     const Sample& from = samples[whole % samples.size()];
@@ -229,7 +227,7 @@ Sample Programme::At(double seconds) const {
 }
 
 float Programme::SumAt(double seconds) const {
-    const double place = seconds * rate;
+    const double place = seconds * Rate;
     const auto whole = static_cast<std::size_t>(place);
     const auto share = static_cast<float>(place - static_cast<double>(whole));
     const float from = sums[whole % sums.size()];

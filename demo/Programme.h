@@ -13,14 +13,14 @@ namespace larkspool::demo {
 class Programme {
   public:
     // Samples a second; so many that what lies between two of them is nearly a straight line.
-    static constexpr double rate = 32768.0;
+    static constexpr double Rate = 32768.0;
 
     enum class Kind { FirstTune, SecondTune, DeepVoice, HighVoice };
 
     Programme(Kind kind, std::uint64_t seed);
 
     // Seconds until it begins again.
-    double Length() const { return static_cast<double>(samples.size()) / rate; }
+    double Length() const { return static_cast<double>(samples.size()) / Rate; }
 
     // The sample at a time from 0 to Length(), between samples interpolated.
     Sample At(double seconds) const;

@@ -12,8 +12,8 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double requestSeconds = 10.0; // for the whole request to come
-constexpr double farewellSeconds = 2.0; // for the client to close after we did
+constexpr double RequestSeconds = 10.0; // for the whole request to come
+constexpr double FarewellSeconds = 2.0; // for the client to close after we did
 
 std::vector<std::uint8_t> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
 
@@ -31,11 +31,11 @@ Server::Server(Options serverOptions) : options(std::move(serverOptions)), band(
 
 bool Server::Open(std::string& error) {
     for (std::size_t i = 0; i < listeners.size(); ++i) {
-        const std::uint16_t port = i == httpListener ? options.httpPort : options.ports[i];
+        const std::uint16_t port = i == HttpListener ? options.httpPort : options.ports[i];
         if (!listeners[i].Open(options.bindAddress, port, error)) {
             return false;
         }
-        if (i != httpListener) {
+        if (i != HttpListener) {
             pages.ports[i] = listeners[i].Port();
         }
     }
@@ -70,7 +70,7 @@ int Server::WaitMilliseconds(TimePoint now) const {
 
 void Server::WaitAndServe(int stopDescriptor, bool& stopped) {
     TimePoint now = Clock::now();
-    const bool accepting = peers.size() < mostPeers && now >= acceptAgainAt;
+    const bool accepting = peers.size() < MostPeers && now >= acceptAgainAt;
     std::vector<pollfd> watched{{stopDescriptor, POLLIN, 0}};
     for (const Listener& listener : listeners) {
         watched.push_back({listener.Get(), static_cast<short>(accepting ? POLLIN : 0), 0});
@@ -107,7 +107,7 @@ void Server::WaitAndServe(int stopDescriptor, bool& stopped) {
 }
 
 void Server::AcceptFrom(std::size_t listener, TimePoint now) {
-    while (peers.size() < mostPeers) {
+    while (peers.size() < MostPeers) {
         Descriptor client = listeners[listener].Accept();
         if (!client.IsOpen()) {
             if (errno == EMFILE || errno == ENFILE) {
@@ -144,7 +144,7 @@ void Server::ReadFrom(Peer& peer, TimePoint now) {
 
 void Server::TakeRequest(Peer& peer, TimePoint now) {
     const auto size = HeadSize(peer.request);
-    if (size && *size <= largestRequest) {
+    if (size && *size <= LargestRequest) {
         const std::string behind = peer.request.substr(*size);
         Answer(peer, peer.request.substr(0, *size), now);
         peer.request.clear();
@@ -152,7 +152,7 @@ void Server::TakeRequest(Peer& peer, TimePoint now) {
             const auto* bytes = reinterpret_cast<const std::uint8_t*>(behind.data());
             peer.link->Receive({bytes, behind.size()}, now, Moment::Now());
         }
-    } else if (size || peer.request.size() > largestRequest) {
+    } else if (size || peer.request.size() > LargestRequest) {
         peer.reply.Push(Bytes(HttpError("431 Request Header Fields Too Large")));
         peer.replied = true;
     }
@@ -161,7 +161,7 @@ void Server::TakeRequest(Peer& peer, TimePoint now) {
 void Server::Answer(Peer& peer, const std::string& head, TimePoint now) {
     const auto request = ParseRequest(head);
     const auto kind = request ? RequestedLink(*request) : std::nullopt;
-    if (request && peer.listener == httpListener) {
+    if (request && peer.listener == HttpListener) {
         peer.reply.Push(Bytes(HttpResponse(*request, pages)));
     } else if (kind) {
         const LinkSettings settings{options.rate, options.jitterSeconds, options.dropAfterSeconds,
@@ -195,13 +195,13 @@ void Server::Advance(Peer& peer, TimePoint now) {
         return;
     }
     if (peer.hungUp) {
-        peer.dead = now > peer.since + Seconds(farewellSeconds);
+        peer.dead = now > peer.since + Seconds(FarewellSeconds);
         return;
     }
     if (peer.link) {
         peer.link->Tick(now, Moment::Now());
         peer.dead = peer.link->IsCut(now);
-    } else if (!peer.replied && now > peer.since + Seconds(requestSeconds)) {
+    } else if (!peer.replied && now > peer.since + Seconds(RequestSeconds)) {
         peer.dead = true;
     }
     if (!peer.dead) {
@@ -212,7 +212,7 @@ void Server::Advance(Peer& peer, TimePoint now) {
         ::shutdown(peer.socket.Get(), SHUT_WR);
         peer.hungUp = true;
         peer.since = now;
-    } else if (peer.replied && now > peer.since + Seconds(requestSeconds + farewellSeconds)) {
+    } else if (peer.replied && now > peer.since + Seconds(RequestSeconds + FarewellSeconds)) {
         peer.dead = true;
     }
 }

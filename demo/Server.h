@@ -37,14 +37,14 @@ class Server {
     bool Open(std::string& error);
 
     std::uint16_t ReceiverPort(std::size_t receiver) const { return listeners[receiver].Port(); }
-    std::uint16_t HttpPort() const { return listeners[httpListener].Port(); }
+    std::uint16_t HttpPort() const { return listeners[HttpListener].Port(); }
 
     // Serves until a byte can be read from `stopDescriptor`, which stays the caller's.
     void Run(int stopDescriptor);
 
   private:
-    static constexpr std::size_t httpListener = 7;
-    static constexpr std::size_t mostPeers = 256;
+    static constexpr std::size_t HttpListener = 7;
+    static constexpr std::size_t MostPeers = 256;
 
     void WaitAndServe(int stopDescriptor, bool& stopped);
     int WaitMilliseconds(TimePoint now) const;

@@ -6,7 +6,7 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr std::size_t samplesOfAir = PassbandFilter::inputSize;
+constexpr std::size_t SamplesOfAir = PassbandFilter::InputSize;
 
 void PutBigEndian16(std::vector<std::uint8_t>& message, unsigned value) {
     message.push_back(static_cast<std::uint8_t>(value >> 8 & 0xFF));
@@ -16,8 +16,8 @@ void PutBigEndian16(std::vector<std::uint8_t>& message, unsigned value) {
 } // namespace
 
 SoundStream::SoundStream(const Band& sharedBand, const Antenna& ownAntenna, double samplesPerSecond)
-    : band(sharedBand), antenna(ownAntenna), rate(samplesPerSecond), air(samplesOfAir),
-      passed(samplesPerFrame), sound(samplesPerFrame) {
+    : band(sharedBand), antenna(ownAntenna), rate(samplesPerSecond), air(SamplesOfAir),
+      passed(SamplesPerFrame), sound(SamplesPerFrame) {
     Tune(tuning);
 }
 
@@ -64,7 +64,7 @@ void SoundStream::FillFilter(const Moment& from) {
     filled = true;
     for (const double framesBack : {2.0, 1.0}) {
         demodulator.Restart();
-        Receive(from.After(-framesBack * samplesPerFrame / rate));
+        Receive(from.After(-framesBack * SamplesPerFrame / rate));
     }
     smoothedPower = -1.0;
 }
@@ -74,11 +74,11 @@ void SoundStream::MeasureAndSquelch() {
     for (const Sample& sample : passed) {
         power += std::norm(sample);
     }
-    power = std::max(power / samplesPerFrame, 1.0e-20);
+    power = std::max(power / SamplesPerFrame, 1.0e-20);
     sMeter = 10.0 * std::log10(power);
     smoothedPower = smoothedPower < 0.0 ? power : smoothedPower + 0.4 * (power - smoothedPower);
     if (10.0 * std::log10(smoothedPower) - NoiseDbm() >= tuning.squelch) {
-        tailFrames = 1 + static_cast<int>(std::ceil(tuning.squelchTail * rate / samplesPerFrame));
+        tailFrames = 1 + static_cast<int>(std::ceil(tuning.squelchTail * rate / SamplesPerFrame));
     } else if (tailFrames > 0) {
         --tailFrames;
     }
@@ -87,7 +87,7 @@ void SoundStream::MeasureAndSquelch() {
 void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
     constexpr unsigned filler = 1; // what a client takes for "squelched"
     const bool squelched = IsSquelched();
-    for (std::size_t i = 0; i < samplesPerFrame; ++i) {
+    for (std::size_t i = 0; i < SamplesPerFrame; ++i) {
         const float gain = agc.Gain(std::sqrt(std::norm(passed[i])));
         const float loud = sound[i] * (demodulator.IsLevelled() ? 1.0F : gain);
         emphasis += emphasisShare * (loud - emphasis);
@@ -104,7 +104,7 @@ std::vector<std::uint8_t> SoundStream::Frame(const Moment& from) {
     Receive(from);
     MeasureAndSquelch();
     std::vector<std::uint8_t> message{'S', 'N', 'D', 0};
-    message.reserve(10 + 2 * samplesPerFrame);
+    message.reserve(10 + 2 * SamplesPerFrame);
     for (unsigned shift = 0; shift < 32; shift += 8) {
         message.push_back(static_cast<std::uint8_t>(sequence >> shift & 0xFF));
     }

@@ -15,7 +15,7 @@ namespace larkspool::demo {
 // Borrows band and antenna.
 class SoundStream {
   public:
-    static constexpr std::size_t samplesPerFrame = PassbandFilter::outputSize;
+    static constexpr std::size_t SamplesPerFrame = PassbandFilter::OutputSize;
 
     SoundStream(const Band& sharedBand, const Antenna& ownAntenna, double samplesPerSecond);
 

@@ -14,7 +14,7 @@ namespace larkspool::demo {
 // Borrows band and antenna.
 class WaterfallRow {
   public:
-    static constexpr std::size_t bins = 1024;
+    static constexpr std::size_t Bins = 1024;
 
     WaterfallRow(const Band& sharedBand, const Antenna& ownAntenna);
 

@@ -5,9 +5,9 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr std::uint8_t finalBit = 0x80;
-constexpr std::uint8_t maskBit = 0x80;
-constexpr std::size_t maskSize = 4;
+constexpr std::uint8_t FinalBit = 0x80;
+constexpr std::uint8_t MaskBit = 0x80;
+constexpr std::size_t MaskSize = 4;
 
 bool IsControl(Opcode opcode) { return static_cast<std::uint8_t>(opcode) >= 8; }
 
@@ -28,7 +28,7 @@ std::optional<FrameReader::Header> FrameReader::ReadHeader() const {
     }
     Header header;
     header.first = bytes[0];
-    header.masked = (bytes[1] & maskBit) != 0;
+    header.masked = (bytes[1] & MaskBit) != 0;
     header.length = bytes[1] & 0x7F;
     std::size_t extra = 0;
     if (header.length == 126) {
@@ -36,7 +36,7 @@ std::optional<FrameReader::Header> FrameReader::ReadHeader() const {
     } else if (header.length == 127) {
         extra = 8;
     }
-    header.size = 2 + extra + (header.masked ? maskSize : 0);
+    header.size = 2 + extra + (header.masked ? MaskSize : 0);
     if (bytes.size() < header.size) {
         return std::nullopt;
     }
@@ -55,7 +55,7 @@ std::string FrameReader::TakePayload(const Header& header) {
     std::string payload(length, '\0');
     for (std::size_t i = 0; i < length; ++i) {
         const std::uint8_t key =
-            header.masked ? bytes[header.size - maskSize + i % maskSize] : std::uint8_t{0};
+            header.masked ? bytes[header.size - MaskSize + i % MaskSize] : std::uint8_t{0};
         payload[i] = static_cast<char>(bytes[header.size + i] ^ key);
     }
     consumed += header.size + length;
@@ -68,7 +68,7 @@ std::optional<Incoming> FrameReader::Assemble(const Header& header, std::string 
         return Incoming{opcode, std::move(payload)};
     }
     const bool continues = opcode == Opcode::Continuation;
-    if (continues != unfinishedOpcode.has_value() || unfinished.size() + payload.size() > largest) {
+    if (continues != unfinishedOpcode.has_value() || unfinished.size() + payload.size() > Largest) {
         failed = true;
         return std::nullopt;
     }
@@ -76,7 +76,7 @@ std::optional<Incoming> FrameReader::Assemble(const Header& header, std::string 
         unfinishedOpcode = opcode;
     }
     unfinished += payload;
-    if ((header.first & finalBit) == 0) {
+    if ((header.first & FinalBit) == 0) {
         return std::nullopt;
     }
     Incoming whole{*unfinishedOpcode, std::exchange(unfinished, {})};
@@ -90,7 +90,7 @@ std::optional<Incoming> FrameReader::Next() {
         if (!header) {
             return std::nullopt;
         }
-        if (header->length > largest) {
+        if (header->length > Largest) {
             failed = true;
             return std::nullopt;
         }
@@ -106,7 +106,7 @@ std::optional<Incoming> FrameReader::Next() {
 
 std::vector<std::uint8_t> EncodeFrame(Opcode opcode, std::span<const std::uint8_t> payload) {
     std::vector<std::uint8_t> frame{
-        static_cast<std::uint8_t>(finalBit | static_cast<std::uint8_t>(opcode))};
+        static_cast<std::uint8_t>(FinalBit | static_cast<std::uint8_t>(opcode))};
     frame.reserve(payload.size() + 10);
     std::size_t extra = 0;
     if (payload.size() < 126) {

@@ -27,7 +27,7 @@ struct Incoming {
 // frame and one unfinished message of 16 KiB.
 class FrameReader {
   public:
-    static constexpr std::size_t largest = 16384;
+    static constexpr std::size_t Largest = 16384;
 
     void Add(std::span<const std::uint8_t> bytes);
 

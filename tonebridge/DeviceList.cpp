@@ -11,7 +11,7 @@ DeviceList::DeviceList(std::vector<DeviceSide> outputs, const std::vector<Device
     std::uint32_t number = 0;
     for (const DeviceSide& output : outputs) {
         if (output.channels > 0) {
-            devices.push_back({output.id, output.name, 0, output.channels, Device::none, number++});
+            devices.push_back({output.id, output.name, 0, output.channels, Device::None, number++});
         }
     }
     number = 0;
@@ -24,10 +24,10 @@ DeviceList::DeviceList(std::vector<DeviceSide> outputs, const std::vector<Device
 
 void DeviceList::AddInput(const DeviceSide& input, std::uint32_t number) {
     const auto sameDevice = std::ranges::find_if(devices, [&](const Device& device) {
-        return device.id == input.id && device.inputNumber == Device::none;
+        return device.id == input.id && device.inputNumber == Device::None;
     });
     if (sameDevice == devices.end()) {
-        devices.push_back({input.id, input.name, input.channels, 0, number, Device::none});
+        devices.push_back({input.id, input.name, input.channels, 0, number, Device::None});
         return;
     }
     sameDevice->inputChannels = input.channels;
@@ -36,7 +36,7 @@ void DeviceList::AddInput(const DeviceSide& input, std::uint32_t number) {
 
 std::optional<Device> DeviceList::Output(std::int64_t number) const {
     const auto found = std::ranges::find_if(devices, [&](const Device& device) {
-        return device.outputNumber != Device::none && device.outputNumber == number;
+        return device.outputNumber != Device::None && device.outputNumber == number;
     });
     return found == devices.end() ? std::nullopt : std::optional(*found);
 }

@@ -14,21 +14,21 @@ namespace tonebridge {
 
 // A sound device with its two sides joined.
 struct Device {
-    static constexpr std::uint32_t none = 0xFFFFFFFF;
+    static constexpr std::uint32_t None = 0xFFFFFFFF;
 
     std::string id;
     std::string name;
     std::uint32_t inputChannels = 0;
     std::uint32_t outputChannels = 0;
-    std::uint32_t inputNumber = none;  // among the devices with inputs
-    std::uint32_t outputNumber = none; // among the devices with outputs
+    std::uint32_t inputNumber = None;  // among the devices with inputs
+    std::uint32_t outputNumber = None; // among the devices with outputs
 };
 
 // The devices of one scan, in the order in which the user sees them: outputs
 // first, the default one ahead of the others.
 class DeviceList {
   public:
-    static constexpr std::size_t recordSize = 1024;
+    static constexpr std::size_t RecordSize = 1024;
 
     DeviceList() = default;
     DeviceList(std::vector<DeviceSide> outputs, const std::vector<DeviceSide>& inputs);

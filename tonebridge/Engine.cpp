@@ -7,30 +7,30 @@ namespace tonebridge {
 
 namespace {
 
-constexpr std::size_t ringCapacity = std::size_t{1} << 20; // 4 s at the highest rate
-constexpr unsigned rateBits = 20;
-constexpr double longestFrame = 0.1;    // s, a longer block is a lump of several
-constexpr double longestPriming = 1.0;  // s
-constexpr double overflowFill = 2.5;    // s, cut back at once
-constexpr double overfilled = 1.35;     // s, cut back after a while
-constexpr double overfilledTime = 10.0; // s
+constexpr std::size_t RingCapacity = std::size_t{1} << 20; // 4 s at the highest rate
+constexpr unsigned RateBits = 20;
+constexpr double LongestFrame = 0.1;    // s, a longer block is a lump of several
+constexpr double LongestPriming = 1.0;  // s
+constexpr double OverflowFill = 2.5;    // s, cut back at once
+constexpr double Overfilled = 1.35;     // s, cut back after a while
+constexpr double OverfilledTime = 10.0; // s
 
-std::uint64_t PositionOf(std::uint64_t stream) { return stream >> rateBits; }
+std::uint64_t PositionOf(std::uint64_t stream) { return stream >> RateBits; }
 
 double RateOf(std::uint64_t stream) {
-    return static_cast<double>(stream & ((std::uint64_t{1} << rateBits) - 1));
+    return static_cast<double>(stream & ((std::uint64_t{1} << RateBits) - 1));
 }
 
 } // namespace
 
 Engine::Engine(std::function<std::int64_t()> nanoseconds)
-    : now(std::move(nanoseconds)), ring(ringCapacity), reader(ring) {}
+    : now(std::move(nanoseconds)), ring(RingCapacity), reader(ring) {}
 
 void Engine::Push(std::int64_t count, const std::int16_t* samples, std::int64_t rate) {
-    if (samples == nullptr || rate < lowestRate || rate > highestRate) {
+    if (samples == nullptr || rate < LowestRate || rate > HighestRate) {
         return;
     }
-    if (count == newStream) {
+    if (count == NewStream) {
         BeginStream(rate);
         return;
     }
@@ -58,13 +58,13 @@ void Engine::SetGain(double gain) {
 
 void Engine::BeginStream(std::int64_t rate) {
     pushedRate = rate;
-    newestStream.store((ring.WritePosition() << rateBits) | static_cast<std::uint64_t>(rate),
+    newestStream.store((ring.WritePosition() << RateBits) | static_cast<std::uint64_t>(rate),
                        std::memory_order_release);
 }
 
 void Engine::Render(std::span<float> out) {
     LookForNewStream();
-    const double fill = MeasureFill(longestFrame);
+    const double fill = MeasureFill(LongestFrame);
     lastFill.store(fill, std::memory_order_relaxed);
     if (state == State::Holding) {
         StartIfFilled();
@@ -134,29 +134,29 @@ double Engine::MeasureFill(double longestBlock) const {
 void Engine::StartIfFilled() {
     // Counting a long block by halves delays the start until the first frame
     // behind the priming silence shows how late frames are.
-    if (streamRate <= 0.0 || MeasureFill(longestPriming) < RateController::target) {
+    if (streamRate <= 0.0 || MeasureFill(LongestPriming) < RateController::Target) {
         return;
     }
-    const double fill = MeasureFill(longestFrame);
-    if (fill > overfilled) {
+    const double fill = MeasureFill(LongestFrame);
+    if (fill > Overfilled) {
         resampler.Clear();
         reader.Skip(std::min(Surplus(fill), reader.Available()));
         trims.fetch_add(1, std::memory_order_relaxed);
     }
-    controller.Settle(RateController::target);
+    controller.Settle(RateController::Target);
     state = State::Playing;
     fade.Aim(1.0F, FadeFrames());
 }
 
 void Engine::Supervise(double fill, std::size_t frames) {
     const double elapsed = static_cast<double>(frames) / deviceRate;
-    overfilledFor = fill < overfilled ? 0.0 : overfilledFor + elapsed;
+    overfilledFor = fill < Overfilled ? 0.0 : overfilledFor + elapsed;
     if (IsRunningDry(frames)) {
         underruns.fetch_add(1, std::memory_order_relaxed);
         FadeOut();
         return;
     }
-    if (fill > overflowFill || overfilledFor >= overfilledTime) {
+    if (fill > OverflowFill || overfilledFor >= OverfilledTime) {
         Trim(fill);
         return;
     }
@@ -177,13 +177,13 @@ void Engine::Trim(double fill) {
         return;
     }
     reader.Leap(surplus, fadeLength);
-    controller.Settle(RateController::target);
+    controller.Settle(RateController::Target);
     trims.fetch_add(1, std::memory_order_relaxed);
     overfilledFor = 0.0;
 }
 
 std::size_t Engine::Surplus(double fill) const {
-    return static_cast<std::size_t>((fill - RateController::target) * streamRate);
+    return static_cast<std::size_t>((fill - RateController::Target) * streamRate);
 }
 
 void Engine::FadeOut() {

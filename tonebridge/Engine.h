@@ -19,9 +19,9 @@ namespace tonebridge {
 // pushes, one renders; neither waits for the other. Owned by the library.
 class Engine {
   public:
-    static constexpr std::int64_t newStream = -999;
-    static constexpr std::int64_t lowestRate = 1000;
-    static constexpr std::int64_t highestRate = 250000;
+    static constexpr std::int64_t NewStream = -999;
+    static constexpr std::int64_t LowestRate = 1000;
+    static constexpr std::int64_t HighestRate = 250000;
 
     // The clock gives nanoseconds and is read by the pushing and the rendering thread.
     explicit Engine(std::function<std::int64_t()> nanoseconds);

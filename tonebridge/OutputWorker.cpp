@@ -7,12 +7,12 @@ namespace tonebridge {
 
 namespace {
 
-constexpr std::chrono::milliseconds idleTick{50};
-constexpr std::chrono::seconds retryInterval{1};
-constexpr std::uint32_t usualRate = 48000;
+constexpr std::chrono::milliseconds IdleTick{50};
+constexpr std::chrono::seconds RetryInterval{1};
+constexpr std::uint32_t UsualRate = 48000;
 
 std::uint32_t StreamRate(const DeviceSide& output) {
-    return output.rate == 0 ? usualRate : std::clamp(output.rate, 44100U, 96000U);
+    return output.rate == 0 ? UsualRate : std::clamp(output.rate, 44100U, 96000U);
 }
 
 } // namespace
@@ -100,7 +100,7 @@ OutputWorker::Request OutputWorker::WaitForRequest() {
     if (stream) {
         changed.wait(lock, isAsked);
     } else {
-        changed.wait_for(lock, idleTick, isAsked);
+        changed.wait_for(lock, IdleTick, isAsked);
     }
     return std::exchange(request, {});
 }
@@ -123,7 +123,7 @@ void OutputWorker::ScanNow() {
 }
 
 void OutputWorker::TryToOpen(const Device& device) {
-    nextTry = Clock::now() + retryInterval;
+    nextTry = Clock::now() + RetryInterval;
     layer = connect();
     if (layer) {
         const std::vector<DeviceSide> outputs = layer->ListOutputs();
@@ -135,14 +135,14 @@ void OutputWorker::TryToOpen(const Device& device) {
     }
     if (!stream) {
         layer.reset();
-        engine->SetDeviceRate(usualRate);
+        engine->SetDeviceRate(UsualRate);
     }
 }
 
 void OutputWorker::CloseStream() {
     stream.reset();
     layer.reset();
-    engine->SetDeviceRate(usualRate);
+    engine->SetDeviceRate(UsualRate);
     playedUntil = Clock::now();
     const std::lock_guard lock(mutex);
     request.isFailure = false;
@@ -152,7 +152,7 @@ void OutputWorker::PlayToNobody() {
     const Clock::time_point now = Clock::now();
     const double seconds = std::min(std::chrono::duration<double>(now - playedUntil).count(), 0.5);
     playedUntil = now;
-    auto frames = static_cast<std::size_t>(seconds * usualRate);
+    auto frames = static_cast<std::size_t>(seconds * UsualRate);
     while (frames > 0) {
         const std::size_t count = std::min(frames, mono.size());
         engine->Render(std::span(mono).first(count));

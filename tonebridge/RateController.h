@@ -9,7 +9,7 @@ namespace tonebridge {
 class RateController {
   public:
     // Seconds between arrival and sound.
-    static constexpr double target = 1.0;
+    static constexpr double Target = 1.0;
 
     // For a new stream, whose clock may be another one.
     void Clear() { *this = RateController{}; }
@@ -23,7 +23,7 @@ class RateController {
     double MeanFill() const { return meanFill; }
 
   private:
-    double meanFill = target;
+    double meanFill = Target;
     double integral = 0.0;
     double correction = 0.0;
 };

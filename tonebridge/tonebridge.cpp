@@ -44,7 +44,7 @@ void GetSoundDeviceInfo(int64_t index, void* info, void* name) {
     if (info == nullptr || name == nullptr) {
         return;
     }
-    constexpr std::size_t size = tonebridge::DeviceList::recordSize;
+    constexpr std::size_t size = tonebridge::DeviceList::RecordSize;
     const std::lock_guard lock(library.mutex);
     library.devices.Describe(index, {static_cast<std::byte*>(info), size},
                              {static_cast<std::byte*>(name), size});

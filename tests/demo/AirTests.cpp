@@ -92,10 +92,10 @@ TEST(Programme, LoopIsAsLoudAsItMayBeAndCloses) {
     for (const auto kind : {FirstTune, SecondTune, DeepVoice, HighVoice}) {
         const Programme programme(kind, 3);
         float loudest = 0.0F;
-        const auto count = std::lround(programme.Length() * Programme::rate);
+        const auto count = std::lround(programme.Length() * Programme::Rate);
         for (long i = 0; i < count; ++i) {
             loudest =
-                std::max(loudest, std::abs(programme.At(static_cast<double>(i) / Programme::rate)));
+                std::max(loudest, std::abs(programme.At(static_cast<double>(i) / Programme::Rate)));
         }
         EXPECT_NEAR(loudest, 1.0F, 0.02F);
         EXPECT_NEAR(std::abs(programme.At(programme.Length() - 1.0e-9) - programme.At(0.0)), 0.0F,

@@ -37,11 +37,11 @@ inline std::int16_t SampleAt(std::span<const std::uint8_t> frame, std::size_t in
 inline std::vector<double> Listen(SoundStream& stream, const Moment& from, double seconds,
                                   double rate = 12000.0) {
     std::vector<double> samples;
-    const double frameSeconds = SoundStream::samplesPerFrame / rate;
+    const double frameSeconds = SoundStream::SamplesPerFrame / rate;
     const auto frames = std::lround(std::ceil(seconds / frameSeconds));
     for (long number = 0; number < frames; ++number) {
         const auto frame = stream.Frame(from.After(static_cast<double>(number) * frameSeconds));
-        for (std::size_t i = 0; i < SoundStream::samplesPerFrame; ++i) {
+        for (std::size_t i = 0; i < SoundStream::SamplesPerFrame; ++i) {
             samples.push_back(SampleAt(frame, i));
         }
     }

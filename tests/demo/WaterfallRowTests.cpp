@@ -115,7 +115,7 @@ TEST(WaterfallRow, BroadcastEndsWhereItsSoundEnds) {
         int outside = 0;
         for (int i = 0; i < 50; ++i) {
             const auto message = row.Row(view, someTime.After(i * 0.1));
-            for (std::size_t bin = 0; bin < WaterfallRow::bins; ++bin) {
+            for (std::size_t bin = 0; bin < WaterfallRow::Bins; ++bin) {
                 const double away = std::abs(static_cast<double>(bin) - 512.0) * 14.648 / 1024.0;
                 int& highest = away > 4.3 ? outside : inside;
                 highest = std::max<int>(highest, away > 0.3 ? message[16 + bin] : 0);

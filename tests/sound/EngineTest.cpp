@@ -69,7 +69,7 @@ class EngineTest : public ::testing::Test {
     void Begin(std::int64_t newRate = 12000) {
         rate = newRate;
         const std::vector<std::int16_t> silence(static_cast<std::size_t>(rate));
-        engine.Push(Engine::newStream, silence.data(), rate);
+        engine.Push(Engine::NewStream, silence.data(), rate);
         engine.Push(rate, silence.data(), rate);
     }
 
@@ -177,10 +177,10 @@ TEST_F(EngineTest, NonsenseIsIgnored) {
     for (const std::int64_t badRate : {std::int64_t{0}, std::int64_t{-12000}, std::int64_t{999},
                                        std::numeric_limits<std::int64_t>::max()}) {
         engine.Push(100, noise.data(), badRate);
-        engine.Push(Engine::newStream, noise.data(), badRate);
+        engine.Push(Engine::NewStream, noise.data(), badRate);
     }
     engine.Push(100, nullptr, 12000);
-    engine.Push(Engine::newStream, nullptr, 12000);
+    engine.Push(Engine::NewStream, nullptr, 12000);
     const std::vector<float> sound = Play(2.0);
     EXPECT_LE(LargestStep(sound), 1.001F * ToneStep(0.5));
     EXPECT_EQ(engine.Underruns() + engine.Trims(), 0U);
@@ -192,7 +192,7 @@ TEST_F(EngineTest, NeitherThreadAllocatesWhateverTheStreamDoes) {
     std::vector<float> out(callback);
     const int before = allocations;
     for (int i = 0; i < 1000; ++i) {
-        const std::int64_t count = i % 400 == 399 ? Engine::newStream : i % 300 < 150 ? 512 : 100;
+        const std::int64_t count = i % 400 == 399 ? Engine::NewStream : i % 300 < 150 ? 512 : 100;
         engine.Push(count, block.data(), i < 500 ? 12000 : 20250);
         engine.Render(out);
         clock += 0.01;

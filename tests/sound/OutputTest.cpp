@@ -47,7 +47,7 @@ TEST(DeviceList, FillsTheRecordsAsTheProgramReadsThem) {
     list.Describe(1, info, name);
     std::array<std::uint32_t, 7> fields{};
     std::memcpy(fields.data(), info.data(), sizeof fields);
-    EXPECT_EQ(fields, (std::array<std::uint32_t, 7>{1, 1, 0, 0, Device::none, 0, 0xEEEEEEEE}));
+    EXPECT_EQ(fields, (std::array<std::uint32_t, 7>{1, 1, 0, 0, Device::None, 0, 0xEEEEEEEE}));
     EXPECT_STREQ(reinterpret_cast<const char*>(name.data()), "Mic");
     for (const std::int64_t index : {-1, 2}) {
         list.Describe(index, info, name);

@@ -64,7 +64,7 @@ Outcome Simulation::Run() {
 
 void Simulation::Prime() {
     const std::vector<std::int16_t> second(static_cast<std::size_t>(nominalRate));
-    engine.Push(Engine::newStream, second.data(), nominalRate);
+    engine.Push(Engine::NewStream, second.data(), nominalRate);
     engine.Push(nominalRate, second.data(), nominalRate);
 }
 

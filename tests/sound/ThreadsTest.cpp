@@ -39,7 +39,7 @@ TEST(TwoThreads, PushAndRenderWithoutWaitingForEachOther) {
             block[k] = static_cast<std::int16_t>(static_cast<std::size_t>(i) * 31 + k * 97);
         }
         if (i % 1000 == 0) {
-            engine.Push(Engine::newStream, block.data(), i % 2000 == 0 ? 12000 : 20250);
+            engine.Push(Engine::NewStream, block.data(), i % 2000 == 0 ? 12000 : 20250);
         }
         engine.Push(512, block.data(), (i / 1000) % 2 == 0 ? 12000 : 20250);
         engine.SetGain((i % 10) / 10.0);
