@@ -1,7 +1,5 @@
 #include "demo/StationTable.h"
 
-#include <array>
-
 namespace larkspool::demo {
 namespace {
 
@@ -10,7 +8,7 @@ using enum Kind;
 // The one place to add a station; keep the order of frequencies. Facts that tests
 // and the README rely on: 10000, 10020, nothing from 10030 to 10125 kHz, 14100, and
 // that 13690 and 15245 have no neighbour within 12 kHz.
-constexpr std::array Table{
+constexpr Station Table[]{
     // Long and medium wave.
     Station{77.5, Carrier, -70.0, 0.0, 90.0, 0.0, ""},
     Station{153.0, FirstTune, -62.0, 0.7, 100.0, 1.0, ""},
