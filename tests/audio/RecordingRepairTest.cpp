@@ -44,6 +44,19 @@ TEST_F(Repair, GivesAFileItsSizesAndLeavesTheSamples) {
     EXPECT_EQ(Read(name), WavHeader(12000, 10) + sound + "x");
 }
 
+TEST_F(Repair, FinishesAHeaderWhoseWritingBrokeOff) {
+    const std::string start = WavHeader(12000, 0);
+    const std::string sounds[] = {sound, std::string(66'002, 's')}; // sizes of one byte, of three
+    for (const std::string& heard : sounds) {
+        const std::string end = WavHeader(12000, static_cast<std::int64_t>(heard.size() / 2));
+        for (std::size_t written = 0; written <= WavHeaderSize; ++written) {
+            Write(name, end.substr(0, written) + start.substr(written) + heard);
+            RunToTheEnd();
+            EXPECT_EQ(Read(name), end + heard) << written;
+        }
+    }
+}
+
 TEST_F(Repair, LeavesEveryOtherShapeAlone) {
     const auto with = [this](std::size_t at, char byte) {
         std::string file = WavHeader(12000, 0) + sound;
