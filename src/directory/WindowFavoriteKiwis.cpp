@@ -82,7 +82,7 @@ void WindowFavoriteKiwis::SaveEntries() {
         rows.push_back(
             {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});
     }
-    if (!ReplaceFile(File(), EncodeFavorites(rows))) {
+    if (!ReplaceFile(desktop, File(), EncodeFavorites(rows))) {
         app.TellLoss("The favorites could not be saved in " + File().Path().string() +
                      ". What was there before is still there.");
     }

@@ -85,6 +85,9 @@ class Desktop {
     // Null if somebody else holds the file. Where the file system knows no locks, or there is no
     // such file, the lock keeps nobody out.
     virtual std::unique_ptr<FileLock> Lock(const FolderItem& file) = 0;
+    // Waits until what was written to the file, or the names in the folder, would survive a power
+    // cut. False: the disk has refused it.
+    virtual bool Settle(const FolderItem& item) = 0;
     virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
     virtual OperatingSystemVersion SystemVersion() const = 0;
     virtual SoundLibrary& Sound() = 0;

@@ -1,24 +1,43 @@
 #include "platform/ReplaceFile.h"
 
 #include "platform/BinaryStream.h"
+#include "platform/Desktop.h"
 
 #include <filesystem>
+#include <string>
 #include <system_error>
 
 namespace larkspool {
 
-bool ReplaceFile(const FolderItem& file, std::string_view bytes) {
+namespace {
+
+// Two programs that save at once must not write into one file.
+std::string NameOfOurOwn(Desktop& desktop, const std::string& name) {
+    static constexpr std::string_view Digits = "0123456789abcdef";
+    std::string own = name + ".";
+    for (const char random : desktop.RandomBytes(4)) {
+        const auto byte = static_cast<unsigned char>(random);
+        own += Digits[byte >> 4U];
+        own += Digits[byte & 0xFU];
+    }
+    return own + ".new";
+}
+
+} // namespace
+
+bool ReplaceFile(Desktop& desktop, const FolderItem& file, std::string_view bytes) {
     // Where the name is a link, the file that it leads to is replaced, not the link.
     std::error_code failure;
     const auto real = std::filesystem::weakly_canonical(file.Path(), failure);
     const FolderItem target = failure ? file : FolderItem(real);
-    auto fresh = target.Parent().Child(target.Name() + ".new");
+    auto fresh = target.Parent().Child(NameOfOurOwn(desktop, target.Name()));
     auto stream = fresh ? BinaryStream::Create(*fresh) : std::nullopt;
     if (!stream) {
         return false;
     }
     stream->WriteString(bytes);
-    if (stream->Close() && fresh->MoveTo(target)) {
+    if (stream->Close() && desktop.Settle(*fresh) && fresh->MoveTo(target)) {
+        desktop.Settle(target.Parent()); // the new name; the old file would be whole too
         return true;
     }
     fresh->Delete();

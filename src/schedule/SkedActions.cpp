@@ -66,7 +66,7 @@ void SkedWindow::SaveTo(const FolderItem& file) {
         }
         ++index;
     }
-    if (!ReplaceFile(file, ScheduleText(rows))) {
+    if (!ReplaceFile(desktop, file, ScheduleText(rows))) {
         desktop.MsgBox("Error saving file");
     }
 }

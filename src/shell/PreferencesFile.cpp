@@ -34,6 +34,8 @@ void App::ReadPrefs() {
     prefs = DecodePreferences(stream->ReadString(size));
 }
 
-bool App::WritePrefs() const { return ReplaceFile(PreferencesFile(), EncodePreferences(prefs)); }
+bool App::WritePrefs() const {
+    return ReplaceFile(desktop, PreferencesFile(), EncodePreferences(prefs));
+}
 
 } // namespace larkspool

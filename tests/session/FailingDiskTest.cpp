@@ -1,30 +1,23 @@
 #include "session/RecordingFixture.h"
+#include "support/SmallDisk.h"
 
-#include <csignal>
-#include <sys/resource.h>
+#include <cstdio>
+
+namespace {
+
+bool closingFails = false;
+
+} // namespace
+
+// The linker sends the program's fclose here: no disk can be made to fail at the close alone.
+extern "C" int __real_fclose(std::FILE* file);
+extern "C" int __wrap_fclose(std::FILE* file);
+extern "C" int __wrap_fclose(std::FILE* file) {
+    return __real_fclose(file) != 0 || closingFails ? EOF : 0;
+}
 
 namespace larkspool {
 namespace {
-
-// While it lives, no file of this process can be written beyond so many bytes.
-class SmallDisk {
-  public:
-    explicit SmallDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit small = {bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() {
-        setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, SIG_DFL);
-    }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-  private:
-    rlimit before = {};
-};
 
 // A disk that fills up costs the rest of the recording and nothing else.
 class FailingDisk : public RecordingFixture {
@@ -115,6 +108,16 @@ TEST_F(FailingDisk, IsNotTriedAgainByRollOverOrReconnect) {
     Upgrade();
     Stream();
     EXPECT_EQ(Caption(), "Start Recording");
+}
+
+TEST_F(FailingDisk, IsToldOfWhereItShowsOnlyAtTheEnd) {
+    PressRecord();
+    const std::string sent = SendFrames(3);
+    closingFails = true;
+    Console().PushButtonRecord.Push();
+    closingFails = false;
+    ExpectAnOrderlyEnd(1);
+    EXPECT_EQ(OnlySound(), sent);
 }
 
 TEST_F(FailingDisk, ShowsNoBoxWhileTheProgramEnds) {

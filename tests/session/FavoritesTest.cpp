@@ -1,4 +1,5 @@
 #include "session/DirectoryFixture.h"
+#include "support/SmallDisk.h"
 
 namespace larkspool {
 namespace {
@@ -46,11 +47,6 @@ class Favorites : public DirectoryFixture {
     void Close(Window& window) {
         window.Close();
         desktop.Advance(0);
-    }
-
-    // A folder in the place of the file that is written first.
-    void SpoilWriting() {
-        std::filesystem::create_directories(FavoritesFile().Path().string() + ".new/full");
     }
 };
 
@@ -175,8 +171,10 @@ TEST_F(Favorites, AFailedSaveLeavesTheOldFileAndSaysSo) {
     Start();
     auto& window = Open();
     window.Listbox1.SetCell(0, 2, "new");
-    SpoilWriting();
-    Close(window);
+    {
+        const SmallDisk disk(5);
+        Close(window);
+    }
     EXPECT_EQ(StoredFavorites(), "h;1;old\n");
     ASSERT_EQ(desktop.boxes.size(), 1U);
     EXPECT_NE(desktop.boxes[0].find(FavoritesFile().Path().string()), std::string::npos);
@@ -186,10 +184,12 @@ TEST_F(Favorites, AFailedSaveLeavesTheOldFileAndSaysSo) {
 TEST_F(Favorites, AFailedSaveAtQuitIsToldBeforeTheEndButNeverHoldsUpASignal) {
     for (const QuitCause cause : {QuitCause::User, QuitCause::Signal}) {
         PutFavorites("h;1;old\n");
-        SpoilWriting();
         Start();
         Open();
-        desktop.quitRequested(cause);
+        {
+            const SmallDisk disk(5);
+            desktop.quitRequested(cause);
+        }
         EXPECT_EQ(desktop.hasEnded, cause == QuitCause::Signal);
         EXPECT_EQ(desktop.dialogs.size(), 1U);
         EXPECT_TRUE(desktop.boxes.empty());

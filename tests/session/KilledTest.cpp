@@ -1,3 +1,4 @@
+#include "platform/ReplaceFile.h"
 #include "session/RecordingFixture.h"
 
 #include <csignal>
@@ -43,6 +44,28 @@ class OtherProgram {
   private:
     pid_t process = 0;
 };
+
+// The same folders, seen from a process of its own.
+class OtherDesktop : public VirtualDesktop {
+  public:
+    std::string RandomBytes(std::size_t count) override {
+        const std::string own = "0000000" + std::to_string(getpid());
+        return own.substr(own.size() - count);
+    }
+};
+
+// Saves a text of its own letter over and over, as fast as it can, until it is killed.
+pid_t StartSaving(const FolderItem& file, char letter) {
+    const pid_t process = fork();
+    if (process == 0) {
+        OtherDesktop desktop;
+        const std::string text(100'000, letter);
+        while (ReplaceFile(desktop, file, text)) {
+        }
+        _exit(1);
+    }
+    return process;
+}
 
 class Killed : public RecordingFixture {
   protected:
@@ -94,6 +117,26 @@ TEST_F(Killed, ARunningRecordingIsNeitherFinishedNorDeletedByAnother) {
     Restart();
     desktop.Advance(60);
     EXPECT_EQ(OnlySound(), recorded);
+}
+
+TEST_F(Killed, WhatIsSavedIsWholeHoweverManySaveItAndWheneverTheyDie) {
+    const FolderItem file = *desktop.Folder(SpecialFolder::Preferences).Child("saved");
+    ASSERT_TRUE(ReplaceFile(desktop, file, std::string(100'000, '0')));
+    for (int round = 0; round < 8; ++round) {
+        const pid_t saving[] = {StartSaving(file, 'a'), StartSaving(file, 'b')};
+        for (int look = 0; look < 20; ++look) {
+            usleep(static_cast<useconds_t>(500 + 137 * look + 61 * round));
+            const std::string text = ContentOf(file);
+            ASSERT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
+        }
+        for (const pid_t process : saving) {
+            EXPECT_EQ(waitpid(process, nullptr, WNOHANG), 0) << "one has cost the other its save";
+            kill(process, SIGKILL);
+            waitpid(process, nullptr, 0);
+        }
+        const std::string text = ContentOf(file);
+        ASSERT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
+    }
 }
 
 TEST_F(Killed, OurOwnRunningRecordingIsNotTakenForADeadOne) {

@@ -1,6 +1,5 @@
 #include "support/ConsoleFixture.h"
-
-#include "platform/ReplaceFile.h"
+#include "support/SmallDisk.h"
 
 #include <filesystem>
 
@@ -80,13 +79,19 @@ TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
     Start();
     Console().TextFieldAddress.SetText("192.0.2.10");
     Quit();
-    const auto folder = desktop.Folder(SpecialFolder::Preferences);
-    std::filesystem::create_directories(folder.Child("Larkspool Prefs.new")->Path());
-    Start();
-    Console().TextFieldAddress.SetText("lost.example.net");
-    Quit(QuitCause::Signal);
-    Start();
-    EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10");
+    for (const rlim_t room : {0, 1, 300, 1000}) {
+        Start();
+        Console().TextFieldAddress.SetText("lost.example.net");
+        {
+            const SmallDisk disk(room);
+            Quit(QuitCause::Signal);
+        }
+        Start();
+        EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
+    }
+    const auto folder = desktop.Folder(SpecialFolder::Preferences).Path();
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1)
+        << "nothing half-written stays behind";
 }
 
 TEST_F(Quitting, TheMenuHoldsEveryItemAndEnablesWhatIsAnswered) {

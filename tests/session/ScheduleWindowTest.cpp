@@ -1,5 +1,5 @@
-#include "platform/ReplaceFile.h"
 #include "support/ScheduleFixture.h"
+#include "support/SmallDisk.h"
 
 #include <filesystem>
 #include <fstream>
@@ -179,6 +179,18 @@ TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
     EXPECT_EQ(opened->ListboxSkeds.ListCount(), 4) << "rows are added behind those present";
     EXPECT_EQ(Open(std::nullopt), nullptr) << "a cancelled dialog";
     EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(ScheduleWindow, AFullDiskLeavesTheOldScheduleAndSaysSo) {
+    SkedWindow& window = NewWindow();
+    Choose(window, "Add entry");
+    const FolderItem file = Document("schedule.txt", twoRows);
+    {
+        const SmallDisk disk(10);
+        Save(window, file);
+    }
+    EXPECT_EQ(Content(file), twoRows);
+    EXPECT_EQ(desktop.boxes, Texts{"Error saving file"});
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaid) {

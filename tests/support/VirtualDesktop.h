@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Desktop.h"
-#include "platform/qt/PosixFileLock.h"
+#include "platform/qt/PosixFiles.h"
 #include "support/EventQueue.h"
 #include "support/VirtualServices.h"
 #include "support/VirtualSocket.h"
@@ -48,6 +48,7 @@ class VirtualDesktop : public Desktop {
     bool ControlKeyDown() const override { return controlKey; }
     FolderItem Folder(SpecialFolder kind) override;
     std::unique_ptr<FileLock> Lock(const FolderItem& file) override { return LockFile(file); }
+    bool Settle(const FolderItem& item) override { return SettleFile(item); }
     std::string RandomBytes(std::size_t count) override { return std::string(count, 'k'); }
     OperatingSystemVersion SystemVersion() const override { return {12, 5}; }
     SoundLibrary& Sound() override { return sound; }

@@ -1,4 +1,4 @@
-#include "platform/qt/PosixFileLock.h"
+#include "platform/qt/PosixFiles.h"
 
 #include <cerrno>
 
@@ -46,6 +46,17 @@ std::unique_ptr<FileLock> LockFile(const FolderItem& item) {
         return nullptr;
     }
     return std::make_unique<PosixFileLock>(file);
+}
+
+bool SettleFile(const FolderItem& item) {
+    const int file = open(item.Path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0) {
+        return false;
+    }
+    // Some file systems know no such wish.
+    const bool settled = fsync(file) == 0 || errno == EINVAL || errno == ENOSYS;
+    close(file);
+    return settled;
 }
 
 } // namespace larkspool

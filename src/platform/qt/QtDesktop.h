@@ -47,6 +47,7 @@ class QtDesktop : public RunningDesktop {
 
     FolderItem Folder(SpecialFolder kind) override;
     std::unique_ptr<FileLock> Lock(const FolderItem& file) override;
+    bool Settle(const FolderItem& item) override;
     std::string RandomBytes(std::size_t count) override;
     OperatingSystemVersion SystemVersion() const override;
     SoundLibrary& Sound() override { return sound; }

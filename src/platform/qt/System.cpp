@@ -1,4 +1,4 @@
-#include "platform/qt/PosixFileLock.h"
+#include "platform/qt/PosixFiles.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QClipboard>
@@ -50,6 +50,8 @@ FolderItem QtDesktop::Folder(SpecialFolder kind) {
 }
 
 std::unique_ptr<FileLock> QtDesktop::Lock(const FolderItem& file) { return LockFile(file); }
+
+bool QtDesktop::Settle(const FolderItem& item) { return SettleFile(item); }
 
 std::string QtDesktop::RandomBytes(std::size_t count) {
     std::string bytes(count, '\0');
