@@ -144,34 +144,6 @@ TEST_F(Losing, AnAbsurdFrameCountsAsALostLink) {
     EXPECT_EQ(Connects(), 2);
 }
 
-TEST_F(Losing, ALinkCutAtAnyByteLeavesAUsableWindow) {
-    // Everything that a receiver says up to its second frame, on either link.
-    const std::string all = "HTTP/1.1 101 Switching Protocols\r\n\r\n" +
-                            ServerFrame("MSG audio_init=0 audio_rate=12000") + ServerFrame("", 9) +
-                            ServerFrame("SND" + SoundBody(1, {1, 2, 3}, 540)) +
-                            ServerFrame("W/F" + std::string(1037, 'w')) +
-                            ServerFrame("SND" + SoundBody(2, {4, 5, 6}));
-    const std::size_t reply = all.find("\r\n\r\n") + 4;
-    for (std::size_t cut = 0; cut <= all.size(); cut += cut < 300 ? 1 : 37) {
-        for (const bool waterfall : {false, true}) {
-            PressConnect();
-            AcceptLinks();
-            VirtualTCPSocket& link = waterfall ? Waterfall().socket : Audio().socket;
-            link.Deliver(std::string_view(all).substr(0, std::min(cut, reply)));
-            desktop.Advance(0);
-            if (cut > reply) {
-                link.Deliver(std::string_view(all).substr(reply, cut - reply));
-            }
-            link.Fail();
-            desktop.Advance(1.5);
-            EXPECT_FALSE(link.IsConnected());
-            EXPECT_EQ(Console().PushButtonConnect.Enabled(), true);
-        }
-    }
-    ConnectAndStream();
-    EXPECT_EQ(Console().LabelStatus.Text(), "Connected to sdr.example.net:8073");
-}
-
 TEST_F(Losing, AFloodOfTinyFramesIsWorkedOffAndLeavesTheLogBounded) {
     ConnectAndStream();
     std::string flood;
