@@ -11,6 +11,7 @@ work=$(mktemp -d "${TMPDIR:-/tmp}/larkspool-desktop-test.XXXXXX")
 receivers=""
 console=""
 peer="" # a process that a test starts beside them
+mounted="" # a disk that it has made for itself
 receiver_port=""
 http_port=""
 
@@ -23,6 +24,7 @@ clean_up() {
     [ -n "$receivers" ] && kill "$receivers" 2>/dev/null && wait "$receivers" 2>/dev/null
     desktop_stop
     sound_server_stop
+    [ -n "$mounted" ] && umount "$mounted"
     rm -rf "$work"
     exit "$code"
 }

@@ -122,7 +122,7 @@ TEST_F(Killed, ARunningRecordingIsNeitherFinishedNorDeletedByAnother) {
 TEST_F(Killed, WhatIsSavedIsWholeHoweverManySaveItAndWheneverTheyDie) {
     const FolderItem file = *desktop.Folder(SpecialFolder::Preferences).Child("saved");
     ASSERT_TRUE(ReplaceFile(desktop, file, std::string(100'000, '0')));
-    for (int round = 0; round < 8; ++round) {
+    for (int round = 0; round < 4; ++round) {
         const pid_t saving[] = {StartSaving(file, 'a'), StartSaving(file, 'b')};
         for (int look = 0; look < 20; ++look) {
             usleep(static_cast<useconds_t>(500 + 137 * look + 61 * round));

@@ -195,6 +195,11 @@ TEST_F(Recording, IsCompleteHoweverTheSessionEnds) {
         [this] { Console().DoDisconnect(); },
         [this] { Console().PushButtonConnect.Push(); },
         [this] { Audio().Message(" too_busy=1"); },
+        [this] {
+            Audio().socket.Fail(); // with Reconnect unticked
+            desktop.Advance(600);
+            Console().PushButtonDisconnect.Push();
+        },
         [this] { Console().Close(); },
         [this] { Quit(QuitCause::User); },
         [this] { Quit(QuitCause::Signal); },

@@ -1,0 +1,207 @@
+#!/usr/bin/env bash
+# faults.sh BUILD_FOLDER FAULT: does one bad thing to the real program and looks at what its user
+# has afterwards. In a network and with mounts of its own where those may be made.
+here=$(dirname "$0")
+. "$here/../../scripts/lib/network.sh"
+if [ -z "${LARKSPOOL_OWN_NETWORK:-}" ]; then
+    trap network_stop EXIT
+    if network_start; then
+        LARKSPOOL_OWN_NETWORK=yes network_run "$0" "$@"
+        exit
+    fi
+fi
+fault=${2:?the fault}
+. "$here/lib.sh"
+
+command -v soxi >/dev/null || skip "missing: soxi (Debian package sox)"
+home=$work/home
+settings="$home/config/larkspool/Larkspool Prefs"
+documents=$home/Documents
+
+# The folders of the user on a small disk of their own.
+small_home() {
+    [ -n "${LARKSPOOL_OWN_NETWORK:-}" ] || skip "no right to mount a disk of its own"
+    mkdir -p "$home"
+    mount -t tmpfs -o "size=$1" tmpfs "$home" 2>/dev/null || skip "no right to mount a small disk"
+    mounted=$home
+}
+
+recordings() { find "$documents" -name 'KiwiRecording-*.WAV' 2>/dev/null | sort; }
+
+# Its header tells what is in it, and something is.
+is_finished() {
+    local size
+    size=$(stat -c %s "$1")
+    [ "$size" -gt 44 ] && [ "$(od -An -tu4 -j40 -N4 "$1" | tr -d ' ')" -eq $((size - 44)) ]
+}
+
+# playable FILE LEAST: any player takes it, it lasts so many seconds, and the tone is in it.
+playable() {
+    is_finished "$1" || fail "unfinished: $(basename "$1")"
+    echo "$(basename "$1"): $(soxi -D "$1") s, heard: $("$build_dir/bin/larkspool-heard" "$1")"
+    awk -v s="$(soxi -D "$1")" -v least="$2" 'BEGIN { exit !(s >= least) }' || fail "too short"
+    "$build_dir/bin/larkspool-heard" "$1" | awk '{ exit !($1 > 990 && $1 < 1010) }' ||
+        fail "the station's tone is not in it"
+}
+
+# eventually SECONDS COMMAND...
+eventually() {
+    local tries
+    for tries in $(seq $(($1 * 5))); do
+        "${@:2}" && return 0
+        sleep 0.2
+    done
+    return 1
+}
+
+is_receiving() { ui read '^[1-9][0-9.]* samples/sec' "${1:-10}" >/dev/null; }
+start_recording() { ui press "Start Recording" && ui read '^00:00:0[2-9]$' 20 >/dev/null; }
+
+# One clean start and end, so that there are settings to lose.
+save_settings() {
+    start_console
+    ui type "Receiver address" saved.example.net
+    stop_console || fail "the console ended with code $?"
+    cp "$settings" "$work/saved"
+}
+settings_are_as_saved() { cmp -s "$settings" "$work/saved"; }
+
+restart_shows_saved() {
+    start_console
+    [ "$(ui value "Receiver address")" = saved.example.net ] ||
+        fail "the settings are gone: $(ui value "Receiver address")"
+}
+
+fault_killed() {
+    save_settings
+    start_console
+    connect_console
+    start_recording || fail "no recording"
+    kill -KILL "$console"
+    wait "$console" 2>/dev/null
+    ! is_finished "$(recordings)" || fail "this recording was not cut short at all"
+    settings_are_as_saved || fail "the settings have changed"
+    restart_shows_saved
+    eventually 10 is_finished "$(recordings)" || fail "the recording was not finished"
+    playable "$(recordings)" 2
+}
+
+fault_two_programs() {
+    save_settings
+    start_console
+    connect_console
+    start_recording || fail "no recording"
+    local first=$console
+    HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data \
+        "$build_dir/bin/larkspool" >"$work/second.log" 2>&1 &
+    console=$!
+    sleep 9 # it has looked through the recordings by now
+    ! is_finished "$(recordings)" || fail "the second has finished the recording of the first"
+    stop_console || fail "the second ended with code $?"
+    console=$first
+    is_receiving || fail "the first has stopped"
+    stop_console || fail "the first ended with code $?"
+    [ "$(recordings | wc -l)" -eq 1 ] || fail "not one recording"
+    playable "$(recordings)" 9
+    start_console
+    [ "$(ui value "Receiver address")" = 127.0.0.1 ] || fail "whoever ends last has saved last"
+}
+
+fault_full_disk() {
+    small_home 160k
+    save_settings
+    start_console
+    connect_console
+    ui press "Start Recording"
+    ui read '^The recording has ended' 30 || fail "nothing was said of it"
+    ui press OK
+    is_receiving || fail "the session has ended"
+    playable "$(recordings)" 3
+    stop_console || fail "the console ended with code $?"
+    settings_are_as_saved || fail "the settings are not as they were saved"
+    rm "$(recordings)"
+    restart_shows_saved
+}
+
+fault_read_only() {
+    small_home 1m
+    save_settings
+    mkdir -p "$documents"
+    mount -o remount,ro "$home" || skip "no right to make a disk read-only"
+    start_console
+    connect_console
+    ui press "Start Recording"
+    sleep 1
+    is_receiving || fail "the session has ended"
+    stop_console || fail "the console ended with code $?"
+    [ -z "$(recordings)" ] || fail "that disk was not read-only"
+    settings_are_as_saved || fail "the settings have changed"
+    mount -o remount,rw "$home"
+    restart_shows_saved
+}
+
+fault_sound_server() {
+    local server=$sound_server_dir bus=$DBUS_SESSION_BUS_ADDRESS
+    start_console
+    connect_console
+    start_recording || fail "no recording"
+    kill -KILL "$sound_server_pid"
+    wait "$sound_server_pid" 2>/dev/null
+    sleep 3
+    is_receiving || fail "the session has ended with the sound server"
+    rm -rf "$server/pulse"
+    sound_server_start "$server" speakers=Speakers headphones=Headphones || fail "no second server"
+    export DBUS_SESSION_BUS_ADDRESS=$bus # the sound server has done without
+    eventually 15 sounds_again || fail "the sound does not come back"
+    ui press "Stop Recording" || fail "the recording does not run any more"
+    eventually 5 is_finished "$(recordings)"
+    playable "$(recordings)" 5
+    stop_console || fail "the console ended with code $?"
+}
+
+sounds_again() {
+    sound_server_record speakers "$work/again.wav"
+    sleep 1.5
+    sound_server_record_stop
+    sox "$work/again.wav" -n stat 2>&1 |
+        awk '/^Maximum amplitude/ { found = $3 > 0.01 } END { exit !found }'
+}
+
+fault_half_open() {
+    [ -n "${LARKSPOOL_OWN_NETWORK:-}" ] || skip "no right to make a network of its own"
+    start_console
+    ui press Reconnect
+    connect_console
+    start_recording || fail "no recording"
+    ip link set lo down
+    local from=$SECONDS
+    eventually 40 is_finished "$(recordings)" || fail "the dead link was not noticed"
+    echo "noticed after $((SECONDS - from)) s"
+    ip link set lo up
+    eventually 90 two_recordings || fail "the recording does not go on in a new file"
+    is_receiving || fail "the session is not back"
+    echo "back after $((SECONDS - from)) s"
+    sleep 3
+    stop_console || fail "the console ended with code $?"
+    playable "$(recordings | head -n 1)" 2
+    playable "$(recordings | tail -n 1)" 1
+}
+two_recordings() { [ "$(recordings | wc -l)" -eq 2 ]; }
+
+fault_silent_receiver() {
+    start_console
+    connect_console
+    start_recording || fail "no recording"
+    kill -STOP "$receivers"
+    ui read '^0 samples/sec' 10 || fail "the silence does not show"
+    ui press Disconnect
+    kill -CONT "$receivers"
+    eventually 5 is_finished "$(recordings)" || fail "the recording was not ended"
+    playable "$(recordings)" 1
+    ui press Connect
+    is_receiving 20 || fail "the receiver can't be heard again"
+    stop_console || fail "the console ended with code $?"
+}
+
+start_receivers
+"fault_$fault"
