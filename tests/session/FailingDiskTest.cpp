@@ -1,7 +1,9 @@
+#include "platform/ReplaceFile.h"
 #include "session/RecordingFixture.h"
 #include "support/SmallDisk.h"
 
 #include <cstdio>
+#include <filesystem>
 
 namespace {
 
@@ -140,6 +142,18 @@ TEST_F(FailingDisk, IsToldAtTheUsersOwnQuit) {
     }
     ASSERT_EQ(desktop.dialogs.size(), 1U);
     EXPECT_NE(desktop.dialogs[0].message.find("KiwiRecording-"), std::string::npos);
+}
+
+TEST(UnsettledDisk, NeverCostsWhatWasSavedBefore) {
+    class Unsettled : public VirtualDesktop {
+        bool Settle(const FolderItem&) override { return false; }
+    };
+    Unsettled desktop;
+    const FolderItem folder = desktop.Folder(SpecialFolder::Preferences);
+    std::ofstream(folder.Child("saved")->Path()) << "before";
+    EXPECT_FALSE(ReplaceFile(desktop, *folder.Child("saved"), "lost"));
+    EXPECT_EQ(ContentOf(*folder.Child("saved")), "before");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
 TEST_F(FailingDisk, IsNamedInTheMessage) {
