@@ -25,7 +25,9 @@ desktop_start() {
     local dir=$1 number address
     mkdir -p "$dir"
     # The X server tells its display number once it takes clients.
-    coproc desktop_x { exec Xvfb -displayfd 1 -screen 0 1400x1000x24 -nolisten tcp 2>"$dir/x.log"; }
+    # shellcheck disable=SC2086  # a list of options
+    coproc desktop_x { exec Xvfb -displayfd 1 -screen 0 1400x1000x24 -nolisten tcp \
+        ${desktop_x_options:-} 2>"$dir/x.log"; }
     desktop_pids+=("$desktop_x_PID")
     read -r -t 20 number <&"${desktop_x[0]}" || {
         cat "$dir/x.log" >&2
