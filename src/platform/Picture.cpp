@@ -6,10 +6,14 @@
 
 namespace larkspool {
 
+namespace {
+
+constexpr int RoomToScroll = 32; // rows
+
+} // namespace
+
 Picture::Picture(int columns, int rows)
-    : width(std::max(columns, 0)), height(std::max(rows, 0)),
-      pixels(static_cast<std::size_t>(width) * static_cast<std::size_t>(height), Color{}.Packed()) {
-}
+    : width(std::max(columns, 0)), height(std::max(rows, 0)), store(Size(), Color{}.Packed()) {}
 
 std::size_t Picture::Index(int x, int y) const {
     return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
@@ -32,12 +36,12 @@ std::span<const std::uint32_t> Picture::Row(int y) const {
 
 void Picture::SetPixel(int x, int y, Color color) {
     if (Holds(x, y)) {
-        pixels[Index(x, y)] = color.Packed();
+        Pixels()[Index(x, y)] = color.Packed();
     }
 }
 
 Color Picture::Pixel(int x, int y) const {
-    return Holds(x, y) ? Color::FromPacked(pixels[Index(x, y)]) : Color{};
+    return Holds(x, y) ? Color::FromPacked(Pixels()[Index(x, y)]) : Color{};
 }
 
 void Picture::ScrollDown(int rows) {
@@ -45,8 +49,21 @@ void Picture::ScrollDown(int rows) {
         return;
     }
     const std::size_t shift = Index(0, rows);
-    std::memmove(pixels.data() + shift, pixels.data(),
-                 (pixels.size() - shift) * sizeof(std::uint32_t));
+    if (start < shift) {
+        MakeRoom(shift);
+    }
+    start -= shift;
+    // The old top is still there, below the new one.
+    std::copy_n(store.begin() + static_cast<std::ptrdiff_t>(start + shift), shift,
+                store.begin() + static_cast<std::ptrdiff_t>(start));
+}
+
+void Picture::MakeRoom(std::size_t wanted) {
+    const std::size_t before = start;
+    const std::size_t room = std::max(wanted, Index(0, RoomToScroll));
+    store.resize(std::max(store.size(), Size() + room));
+    start = store.size() - Size();
+    std::memmove(store.data() + start, store.data() + before, Size() * sizeof(std::uint32_t));
 }
 
 } // namespace larkspool

@@ -17,8 +17,10 @@ class Picture {
 
     int Width() const { return width; }
     int Height() const { return height; }
-    std::span<std::uint32_t> Pixels() { return pixels; }
-    std::span<const std::uint32_t> Pixels() const { return pixels; }
+    std::span<std::uint32_t> Pixels() { return std::span(store).subspan(start, Size()); }
+    std::span<const std::uint32_t> Pixels() const {
+        return std::span(store).subspan(start, Size());
+    }
     // Empty for a row outside the picture.
     std::span<std::uint32_t> Row(int y);
     std::span<const std::uint32_t> Row(int y) const;
@@ -33,10 +35,15 @@ class Picture {
   private:
     bool Holds(int x, int y) const { return x >= 0 && x < width && y >= 0 && y < height; }
     std::size_t Index(int x, int y) const;
+    void MakeRoom(std::size_t wanted); // pixels above the picture
+    std::size_t Size() const { return Index(0, height); }
 
     int width = 0;
     int height = 0;
-    std::vector<std::uint32_t> pixels;
+    // The picture begins somewhere in here: scrolling moves its beginning up, and its pixels only
+    // when there is no room left above them.
+    std::vector<std::uint32_t> store;
+    std::size_t start = 0;
 };
 
 } // namespace larkspool
