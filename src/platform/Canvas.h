@@ -14,6 +14,7 @@ class Canvas : public Control {
     // Asks for a paint event, soon; several requests may end in one.
     void Invalidate() const { Notify(Aspect::Picture); }
 
+    bool coversItself = false; // paints or clears all of itself, so that nothing is painted beneath
     std::function<bool(int x, int y)> mouseDown; // points from the canvas's corner
 };
 

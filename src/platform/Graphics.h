@@ -12,6 +12,7 @@ class Graphics {
 
     virtual int Width() const = 0;
     virtual int Height() const = 0;
+    virtual void Clear(int x, int y, int width, int height) = 0; // the window's ground shows
     virtual void SetForeColor(Color color) = 0;
     virtual void FillRect(double x, double y, double width, double height) = 0;
     virtual void DrawPicture(const Picture& picture, int x, int y) = 0;

@@ -62,6 +62,7 @@ void WaterfallClass::DropPicture() {
 
 void WaterfallClass::Event_Paint(Graphics& g) {
     if (!updating) {
+        g.Clear(0, 0, g.Width(), g.Height());
         return;
     }
     if (!thePicture) {
@@ -69,6 +70,7 @@ void WaterfallClass::Event_Paint(Graphics& g) {
         g.FillRect(0, 0, g.Width(), g.Height());
         return;
     }
+    g.Clear(0, 0, g.Width(), MarkStrip);
     if (g.Width() == Bins) {
         g.DrawPicture(*thePicture, 0, MarkStrip);
     } else {

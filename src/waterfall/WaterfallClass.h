@@ -22,6 +22,8 @@ class WaterfallClass : public Canvas {
   public:
     static constexpr int Bins = 1024; // in a row; the canvas's full width
 
+    WaterfallClass() { coversItself = true; }
+
     // Adds one row. frame: the message behind its tag, header included; a short one adds nothing,
     // and where bins are missing at the end the last row's stay.
     void NewData(std::string_view frame);

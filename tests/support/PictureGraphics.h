@@ -19,6 +19,12 @@ class PictureGraphics final : public Graphics {
 
     int Width() const override { return paper.Width(); }
     int Height() const override { return paper.Height(); }
+    void Clear(int x, int y, int width, int height) override {
+        const Color kept = pen;
+        pen = Untouched;
+        FillRect(x, y, width, height);
+        pen = kept;
+    }
     void SetForeColor(Color color) override { pen = color; }
     void FillRect(double x, double y, double width, double height) override {
         for (int row = Edge(y); row < Edge(y + height); ++row) {

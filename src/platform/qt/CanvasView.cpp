@@ -1,5 +1,6 @@
 #include "platform/qt/CanvasView.h"
 
+#include "platform/qt/ContentArea.h"
 #include "platform/qt/MakeChild.h"
 
 #include <QImage>
@@ -18,6 +19,10 @@ class PainterGraphics : public Graphics {
 
     int Width() const override { return width; }
     int Height() const override { return height; }
+    void Clear(int x, int y, int across, int down) override {
+        painter.eraseRect(x, y, across, down);
+    }
+
     void SetForeColor(Color color) override { foreColor = QColor(color.Packed()); }
 
     void FillRect(double x, double y, double across, double down) override {
@@ -47,7 +52,6 @@ class PainterGraphics : public Graphics {
 
 void CanvasWidget::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
-    painter.setClipRect(rect());
     paint(painter);
 }
 
@@ -59,6 +63,7 @@ void CanvasWidget::mousePressEvent(QMouseEvent* event) {
 
 CanvasView::CanvasView(Canvas& canvas, Desktop& host, QWidget& content)
     : ViewOf(canvas, host, MakeChild<CanvasWidget>(content)) {
+    shape.setAttribute(Qt::WA_OpaquePaintEvent, canvas.coversItself);
     shape.paint = [this](QPainter& painter) { Paint(painter); };
     shape.pressed = [this](QPoint place) {
         Raise([this, place] {
@@ -79,6 +84,9 @@ void CanvasView::Paint(QPainter& painter) {
 void CanvasView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Picture) {
         shape.update();
+        if (ContentArea* const area = ContentAreaOf(shape)) {
+            area->ReleaseHeld();
+        }
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace larkspool {
 
-// Transparent: where the program paints nothing, the window shows.
+// Where the program paints nothing, the window shows.
 class CanvasWidget : public QWidget {
   public:
     using QWidget::QWidget;

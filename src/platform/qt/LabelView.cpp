@@ -1,5 +1,6 @@
 #include "platform/qt/LabelView.h"
 
+#include "platform/qt/ContentArea.h"
 #include "platform/qt/Fonts.h"
 #include "platform/qt/MakeChild.h"
 
@@ -10,6 +11,7 @@ namespace larkspool {
 LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)
     : ViewOf(label, host, MakeChild<QLabel>(content)), window(home) {
     shape.setTextFormat(Qt::PlainText);
+    shape.setAutoFillBackground(true); // spares the window painting beneath
     // Labels may reach under other controls and mustn't take the mouse from them.
     shape.setAttribute(Qt::WA_TransparentForMouseEvents, !label.mouseEnter);
     LabelView::Redraw(Aspect::Value);
@@ -18,11 +20,16 @@ LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window
 
 void LabelView::Place() {
     const Rect& place = Held()->Bounds();
-    shape.setGeometry(place.left, place.top, RoomForLabel(window, *Held()), place.height);
+    // A label of fixed size asks nobody to lay out anything when its text changes.
+    shape.setFixedSize(RoomForLabel(window, *Held()), place.height);
+    shape.move(place.left, place.top);
 }
 
 void LabelView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Value) {
+        if (ContentArea* const area = ContentAreaOf(shape)) {
+            area->Hold(shape);
+        }
         shape.setText(QString::fromStdString(Held()->Text()));
     } else if (aspect == Aspect::Colour && Held()->TextColor()) {
         QPalette palette;

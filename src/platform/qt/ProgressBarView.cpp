@@ -1,5 +1,6 @@
 #include "platform/qt/ProgressBarView.h"
 
+#include "platform/qt/ContentArea.h"
 #include "platform/qt/MakeChild.h"
 
 #include <QLinearGradient>
@@ -41,11 +42,16 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
 ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)
     : ViewOf(bar, host, MakeChild<MeterBar>(content)) {
     shape.setTextVisible(false);
+    shape.setAutoFillBackground(true); // spares the window painting beneath
     ProgressBarView::Redraw(Aspect::Value);
 }
 
 void ProgressBarView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Value) {
+        // Left to itself, the bar would paint before the setter returns.
+        if (ContentArea* const area = ContentAreaOf(shape)) {
+            area->Hold(shape);
+        }
         const int maximum = std::max(1, Held()->maximum);
         shape.setRange(0, maximum);
         shape.setValue(std::clamp(Held()->Value(), 0, maximum));

@@ -9,16 +9,12 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QPainter>
 
 #include <utility>
 
 namespace larkspool {
 
 namespace {
-
-constexpr int lineMarginLeft = 20;
-constexpr int lineMarginRight = 14;
 
 // All windows and boxes share one font, the largest that has fitted so far.
 void FitApplicationFont(const Window& window) {
@@ -35,14 +31,6 @@ Window& Fitted(Window& window) {
 }
 
 } // namespace
-
-void ContentArea::paintEvent(QPaintEvent* /*event*/) {
-    QPainter painter(this);
-    const QColor tone = palette().color(QPalette::Midlight);
-    for (const int y : hairlines) {
-        painter.fillRect(lineMarginLeft, y, width() - lineMarginLeft - lineMarginRight, 1, tone);
-    }
-}
 
 WindowShell::WindowShell(Window& shown, Desktop& host)
     : window(&Fitted(shown)), desktop(host), menuBar(shown, host, *this),

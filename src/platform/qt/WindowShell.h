@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Window.h"
+#include "platform/qt/ContentArea.h"
 #include "platform/qt/MenuBarView.h"
 #include "platform/qt/WidgetView.h"
 
@@ -12,19 +13,6 @@
 namespace larkspool {
 
 class Desktop;
-
-// The window's ground: the hairlines that part its rows.
-class ContentArea : public QWidget {
-  public:
-    ContentArea(std::vector<int> lines, QWidget* parent)
-        : QWidget(parent), hairlines(std::move(lines)) {}
-
-  protected:
-    void paintEvent(QPaintEvent* event) override;
-
-  private:
-    std::vector<int> hairlines;
-};
 
 // One window on the screen: the menu bar, and below it the content with its controls. Outlives its
 // window for a turn of the event loop, because the window may end in the middle of an event.
