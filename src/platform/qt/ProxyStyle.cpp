@@ -142,6 +142,16 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
+// The menu bar's button for what doesn't fit never shows, but its picture would be read from a file
+// at every start.
+QIcon ProxyStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
+                               const QWidget* widget) const {
+    if (icon == SP_ToolBarHorizontalExtensionButton || icon == SP_ToolBarVerticalExtensionButton) {
+        return {};
+    }
+    return QProxyStyle::standardIcon(icon, option, widget);
+}
+
 QRect ProxyStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option,
                                  SubControl part, const QWidget* widget) const {
     const QRect& all = option->rect;

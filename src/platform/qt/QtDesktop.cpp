@@ -36,6 +36,8 @@ QString SoundLibraryPath() {
 QtDesktop::QtDesktop(int& argc, char** argv, const std::string& applicationName)
     : application(argc, argv, applicationName), signalWatcher([this] { Quit(QuitCause::Signal); }),
       boxes(*this), sound(SoundLibraryPath()) {
+    // Nothing here goes through a proxy; asking the system for one would hold up the first window.
+    QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     application.quitAsked = [this] { Quit(QuitCause::User); };
     application.sessionEnded = [this] { Quit(QuitCause::Logout); };
 }
