@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/socket.h>
+
 namespace larkspool {
 namespace {
 
@@ -74,6 +76,19 @@ TEST_F(TCP, DisconnectReportsTheLossBeforeItReturns) {
     EXPECT_EQ(events, (Events{"error 102", "error 102"}));
     LetEventsRun();
     EXPECT_EQ(events.size(), 2U);
+}
+
+TEST_F(TCP, DisconnectTellsALossThatItFindsOnlyOnce) {
+    Join();
+    const linger reset = {.l_onoff = 1, .l_linger = 0};
+    setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &reset,
+               sizeof reset);
+    peer->abort();
+    QTest::qSleep(20); // the peer is gone, and the event loop hasn't heard of it
+    socket->Write("x");
+    socket->Disconnect();
+    LetEventsRun();
+    EXPECT_EQ(events, (Events{"error 102"}));
 }
 
 struct BadTarget {

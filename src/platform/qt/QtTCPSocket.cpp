@@ -144,6 +144,7 @@ void QtTCPSocket::Disconnect() {
         return;
     }
     if (state == State::Connected) {
+        link->disconnect(&events); // a loss that shows only now is told below, once
         link->flush();
     }
     Fail(ErrorLostConnection);
