@@ -70,6 +70,21 @@ TEST_F(Watching, AClickTunesThePassbandsMiddleToTheSpot) {
     EXPECT_EQ(sent[sent.size() - 3].rfind("SET zoom=11 start=", 0), 0U);
 }
 
+TEST_F(Watching, TheMarkShowsThePassbandThatTheReceiverHasBeenTold) {
+    Row(155);
+    const auto marked = [this](int x) {
+        PictureGraphics graphics(1024, 105);
+        Console().WaterfallCanvas.Event_Paint(graphics);
+        return graphics.paper.Pixel(x, 0) == Color{255, 255, 0};
+    };
+    EXPECT_TRUE(marked(400) && marked(600)) << "AM, on both sides of the carrier";
+    Console().PopupMenuMode.Pick(2);
+    EXPECT_TRUE(marked(400)) << "the lower sideband";
+    EXPECT_FALSE(marked(600));
+    Console().TextFieldHighCut.SetText("2000");
+    EXPECT_TRUE(marked(600));
+}
+
 TEST_F(Watching, TheClicksScaleStaysInANarrowerWindow) {
     Console().Resize(1000, 370);
     EXPECT_EQ(Console().WaterfallCanvas.Bounds().width, 960);
