@@ -253,6 +253,22 @@ TEST_F(Recording, GoesOnInANewFileOnceTheLostLinkIsBack) {
     EXPECT_EQ(Caption(), "Start Recording") << "a recording that the user has ended comes back";
 }
 
+TEST_F(Recording, GoesOnOnceAFullReceiverTakesTheUserBack) {
+    Console().CheckBoxReconnect.SetValue(true);
+    PressRecord();
+    const std::string before = SendFrames(4);
+    Audio().Message(" too_busy=4");
+    desktop.Advance(60.1);
+    AcceptLinks();
+    Upgrade();
+    Stream();
+    const std::string after = SendFrames(3);
+    Console().PushButtonDisconnect.Push();
+    ASSERT_EQ(Recordings().size(), 2U);
+    EXPECT_EQ(SoundIn(Recordings()[0]), before);
+    EXPECT_EQ(SoundIn(Recordings()[1]), after);
+}
+
 TEST_F(Recording, DoesNotGoOnOnceTheUserHasDisconnected) {
     Console().CheckBoxReconnect.SetValue(true);
     PressRecord();
