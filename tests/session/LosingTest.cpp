@@ -168,6 +168,24 @@ TEST_F(Losing, GarbageBehindTheReplyEndsInALogRow) {
     EXPECT_TRUE(LogHas("Audio Socket Error 102"));
 }
 
+TEST_F(Losing, AClosedConsoleNeverConnectsByItself) {
+    Console().CheckBoxReconnect.SetValue(true);
+    desktop.applicationHandlers.Perform("FileNewScheduleWindow"); // the program goes on
+    ConnectAndStream();
+    Audio().socket.Fail();
+    desktop.Advance(30);
+    Console().Close();
+    desktop.Advance(300);
+    EXPECT_EQ(Connects(), 1) << "the reconnect that waited";
+
+    Console().Show();
+    ConnectAndStream();
+    Console().Close();
+    desktop.Advance(300);
+    EXPECT_EQ(Connects(), 2) << "one that the closing itself has set off";
+    EXPECT_FALSE(desktop.hasEnded);
+}
+
 TEST_F(Losing, ClosingTheConsoleHangsUpAndEndsTheProgram) {
     ConnectAndStream();
     Console().Close();
