@@ -43,7 +43,7 @@ TEST_F(Update, TheServerIsAskedOnceSomeSecondsAfterTheStart) {
     Answer("LATEST 1.4.0");
     EXPECT_TRUE(desktop.dialogs.empty());
     Fetch()->url.clear();
-    desktop.Advance(100'000);
+    desktop.Advance(5'000);
     EXPECT_EQ(Fetch(), nullptr);
 }
 
