@@ -20,14 +20,15 @@ FolderItem App::PreferencesFile() const {
 }
 
 void App::ReadPrefs() {
+    prefs = DefaultPreferences();
     FolderItem file = PreferencesFile();
     if (desktop.ShiftKeyDown() && desktop.ControlKeyDown()) {
         file.Delete();
         desktop.MsgBox("Settings cleared");
+        return; // also where the file could not be deleted
     }
     auto stream = BinaryStream::Open(file);
     if (!stream) {
-        prefs = DefaultPreferences();
         return;
     }
     const auto size = static_cast<std::size_t>(std::min(stream->Length(), LargestFile));
