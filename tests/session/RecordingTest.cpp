@@ -151,6 +151,16 @@ TEST_F(Recording, TheDeadSpaceCountsFromTheNextStretchAndIsNoted) {
     EXPECT_EQ(OnlySound().size(), 36000 + 6 + 3 * 2 * FrameSamples);
 }
 
+TEST_F(Recording, NoSlipInTheDeadSpaceFillsTheDisk) {
+    Audio().Message(" audio_rate=1"); // so that an hour is a small file
+    Console().SliderSquelch.SetValue(7);
+    Console().TextFieldSquelchedDeadSpace.SetText("7200");
+    PressRecord();
+    Play("Q");
+    Console().PushButtonRecord.Push();
+    EXPECT_EQ(SoundIn(Recordings().front(), 1).size(), 2 * 3600U);
+}
+
 TEST_F(Recording, AnOddLastByteIsKeptButIsNoSample) {
     PressRecord();
     std::string sent = SendFrame();
