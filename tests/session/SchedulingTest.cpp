@@ -4,30 +4,47 @@ namespace larkspool {
 namespace {
 
 // Whole nights: what the operator finds in the morning.
-class Scheduling : public ScheduleFixture {};
+class Scheduling : public ScheduleFixture {
+  protected:
+    // An enabled window of these rows, at that moment.
+    SkedWindow& Night(const std::vector<ScheduleRow>& rows, const std::string& utc) {
+        SkedWindow& night = NewWindow();
+        for (const ScheduleRow& row : rows) {
+            AddRow(night, row);
+        }
+        Enable(night);
+        SetClock(utc);
+        return night;
+    }
+    static ScheduleRow Daily(const std::string& receiver, const std::string& time,
+                             const std::string& freq) {
+        return {receiver, "", time, freq, "am", "5000"};
+    }
+    static HeardRecording Of(int receiver, const std::string& freq, double seconds) {
+        return {receiver, freq + " am -5000 5000", seconds};
+    }
+};
 
 TEST_F(Scheduling, EveryEntryOfANightLeavesItsOwnRecording) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:30:00", "9410", "am", "-4000,4500"});
-    AddRow(night, {Second, "Sa", "23:30:00-00:30:00", "1620", "usb", "300,2700"});
-    AddRow(night, {Third, "2027-01-17", "02:00:00-02:01:00", "7000", "cw", "500"});
-    AddRow(night, {First, "Sa", "02:00:00-05:00:00", "5000", "am", "5000"}); // it's Sunday by then
-    Enable(night);
-    SetClock("2027-01-16T21:00:00");
+    SkedWindow& night =
+        Night({{First, "", "22:00:00-22:30:00", "9410", "am", "-4000,4500"},
+               {Second, "Sa", "23:30:00-00:30:00", "1620", "usb", "300,2700"},
+               {Third, "2027-01-17", "02:00:00-02:01:00", "7000", "cw", "500"},
+               {First, "Sa", "02:00:00-05:00:00", "5000", "am", "5000"}}, // it's Sunday by then
+              "2027-01-16T21:00:00");
     Sleep(8 * Hour);
-    EXPECT_EQ(Heard(), (Recordings{
-                           {1, "9410 am -4000 4500", 30 * 60},
-                           {2, "1620 usb 300 2700", 60 * 60},
-                           {3, "7000 cw -500 500", 60},
-                       }));
+    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -4000 4500", 30 * 60},
+                                   {2, "1620 usb 300 2700", 60 * 60},
+                                   {3, "7000 cw -500 500", 60}}));
     EXPECT_EQ(night.state, 0);
     EXPECT_EQ(night.Title(), "Schedules  Enabled 2027-01-17 05:00:00 UTC  state: 0");
 }
 
+// Also over Monday's midnight.
 TEST_F(Scheduling, ADailyEntryComesRoundEveryDay) {
     SkedWindow& week = NewWindow();
     AddRow(week, {First, "MWF", "23:58:00-00:02:00", "9410", "am", "5000"});
-    AddRow(week, {Second, "", "12:00:00-12:01:00", "1620", "am", "5000"});
+    AddRow(week, Daily(Second, "12:00:00-12:01:00", "1620"));
     Enable(week);
     for (const std::string day : {"2027-01-17", "2027-01-18", "2027-01-19"}) { // from Sunday on
         SetClock(day + "T11:59:00");
@@ -35,20 +52,13 @@ TEST_F(Scheduling, ADailyEntryComesRoundEveryDay) {
         SetClock(day + "T23:57:00");
         Sleep(360);
     }
-    EXPECT_EQ(Heard(), (Recordings{
-                           {2, "1620 am -5000 5000", 60},
-                           {2, "1620 am -5000 5000", 60},
-                           {1, "9410 am -5000 5000", 240}, // over Monday's midnight
-                           {2, "1620 am -5000 5000", 60},
-                       }));
+    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 60), Of(2, "1620", 60), Of(1, "9410", 240),
+                                   Of(2, "1620", 60)}));
 }
 
 // Its own connection comes no sooner than its end.
 TEST_F(Scheduling, AnEntryOfASingleSecondIsSeenOnce) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "12:00:00-12:00:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T11:59:59");
+    SkedWindow& night = Night({Daily(First, "12:00:00-12:00:00", "9410")}, "2027-01-16T11:59:59");
     desktop.Advance(0.1); // no tick falls on a whole second
     SetClock("2027-01-16T11:59:59");
     desktop.Advance(1.2);
@@ -59,46 +69,32 @@ TEST_F(Scheduling, AnEntryOfASingleSecondIsSeenOnce) {
 }
 
 TEST_F(Scheduling, OfOverlappingEntriesTheUpperWinsAndTheLowerStartsLate) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:02:00-22:06:00", "9410", "am", "5000"});
-    AddRow(night, {Second, "", "22:00:00-22:04:00", "1620", "am", "5000"});
-    AddRow(night, {Third, "", "22:01:00-22:09:00", "7000", "am", "5000"});
-    AddRow(night, {Third, "", "22:02:00-22:06:00", "198", "am", "5000"}); // never gets its turn
-    Enable(night);
-    SetClock("2027-01-16T21:59:00");
+    Night({Daily(First, "22:02:00-22:06:00", "9410"), Daily(Second, "22:00:00-22:04:00", "1620"),
+           Daily(Third, "22:01:00-22:09:00", "7000"),
+           Daily(Third, "22:02:00-22:06:00", "198")}, // never gets its turn
+          "2027-01-16T21:59:00");
     Sleep(15 * 60);
-    EXPECT_EQ(Heard(), (Recordings{
-                           {2, "1620 am -5000 5000", 4 * 60},
-                           {1, "9410 am -5000 5000", 2 * 60},
-                           {3, "7000 am -5000 5000", 3 * 60},
-                       }));
+    EXPECT_EQ(Heard(),
+              (Recordings{Of(2, "1620", 4 * 60), Of(1, "9410", 2 * 60), Of(3, "7000", 3 * 60)}));
 }
 
 // The hang-up at the end of an entry isn't the user's, so it asks for a reconnect; the next entry
 // must not lose its session to it.
 TEST_F(Scheduling, EntriesBackToBackAreWholeWithReconnectTicked) {
     Console().CheckBoxReconnect.SetValue(true);
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:02:59", "9410", "am", "5000"});
-    AddRow(night, {Second, "", "22:03:00-22:05:59", "1620", "am", "5000"});
-    AddRow(night, {Third, "", "22:06:30-22:09:00", "7000", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T21:59:00");
+    Night({Daily(First, "22:00:00-22:02:59", "9410"), Daily(Second, "22:03:00-22:05:59", "1620"),
+           Daily(Third, "22:06:30-22:09:00", "7000")},
+          "2027-01-16T21:59:00");
     Sleep(15 * 60);
-    EXPECT_EQ(Heard(), (Recordings{
-                           {1, "9410 am -5000 5000", 3 * 60},
-                           {2, "1620 am -5000 5000", 3 * 60},
-                           {3, "7000 am -5000 5000", 150},
-                       }));
+    EXPECT_EQ(Heard(),
+              (Recordings{Of(1, "9410", 3 * 60), Of(2, "1620", 3 * 60), Of(3, "7000", 150)}));
 }
 
 TEST_F(Scheduling, AFullReceiverIsTriedAgainOnlyWithReconnectTicked) {
     for (const bool reconnect : {false, true}) {
         Console().CheckBoxReconnect.SetValue(reconnect);
-        SkedWindow& night = NewWindow();
-        AddRow(night, {First, "", "22:00:00-22:08:00", "9410", "am", "5000"});
-        Enable(night);
-        SetClock("2027-01-16T21:59:00");
+        SkedWindow& night =
+            Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
         receivers.Named(First).isFull = true;
         Sleep(150);
         EXPECT_EQ(night.state, 1) << "the entry counts as running";
@@ -109,16 +105,14 @@ TEST_F(Scheduling, AFullReceiverIsTriedAgainOnlyWithReconnectTicked) {
         Console().PushButtonDisconnect.Push();
         Sleep(120);
     }
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 6 * 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
 }
 
 TEST_F(Scheduling, ALinkLostInTheMiddleGoesOnInANewFileWithReconnectTicked) {
     for (const bool reconnect : {false, true}) {
         Console().CheckBoxReconnect.SetValue(reconnect);
-        SkedWindow& night = NewWindow();
-        AddRow(night, {First, "", "22:00:00-22:08:00", "9410", "am", "5000"});
-        Enable(night);
-        SetClock(reconnect ? "2027-01-16T21:59:00" : "2027-01-15T21:59:00");
+        SkedWindow& night = Night({Daily(First, "22:00:00-22:08:00", "9410")},
+                                  reconnect ? "2027-01-16T21:59:00" : "2027-01-15T21:59:00");
         Sleep(3 * 60);
         receivers.LoseLinks();
         Sleep(10 * 60);
@@ -126,47 +120,36 @@ TEST_F(Scheduling, ALinkLostInTheMiddleGoesOnInANewFileWithReconnectTicked) {
         night.Close();
         Sleep(1);
     }
-    EXPECT_EQ(Heard(), (Recordings{
-                           {1, "9410 am -5000 5000", 2 * 60},
-                           {1, "9410 am -5000 5000", 2 * 60},
-                           {1, "9410 am -5000 5000", 5 * 60},
-                       }));
+    EXPECT_EQ(Heard(),
+              (Recordings{Of(1, "9410", 2 * 60), Of(1, "9410", 2 * 60), Of(1, "9410", 5 * 60)}));
 }
 
 TEST_F(Scheduling, DeletingTheRunningRowEndsIt) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:10:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:10:00", "9410")}, "2027-01-16T22:00:00");
     Sleep(120);
     night.ListboxSkeds.SetListIndex(0);
     Choose(night, "Delete entry");
     EXPECT_EQ(night.ListboxSkeds.ListCount(), 0);
     Sleep(10 * 60);
     EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 120}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 120)}));
 }
 
 TEST_F(Scheduling, DeletingARowAboveTheRunningOneLetsTheNextRowsEndGovern) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {Third, "", "12:00:00-13:00:00", "198", "am", "5000"});
-    AddRow(night, {First, "", "22:00:00-22:06:00", "9410", "am", "5000"});
-    AddRow(night, {Second, "", "22:00:00-22:08:00", "1620", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night =
+        Night({Daily(Third, "12:00:00-13:00:00", "198"), Daily(First, "22:00:00-22:06:00", "9410"),
+               Daily(Second, "22:00:00-22:08:00", "1620")},
+              "2027-01-16T22:00:00");
     Sleep(120);
     EXPECT_EQ(night.recordingIndex, 1);
     night.ListboxSkeds.SetListIndex(0);
     Choose(night, "Delete entry");
     Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 8 * 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 8 * 60)}));
 }
 
 TEST_F(Scheduling, EditsHoldFromTheNextTickAndABrokenTimeKeepsARowRunning) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:02:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:02:00", "9410")}, "2027-01-16T22:00:00");
     Sleep(60);
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "0");
     SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00");
@@ -181,12 +164,12 @@ TEST_F(Scheduling, EditsHoldFromTheNextTickAndABrokenTimeKeepsARowRunning) {
     Sleep(1);
     EXPECT_EQ(night.state, 0);
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "1");
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 241}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 241)}));
 }
 
 TEST_F(Scheduling, ADisabledWindowStartsNothingAndEndsNothing) {
     SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:05:00", "9410", "am", "5000"});
+    AddRow(night, Daily(First, "22:00:00-22:05:00", "9410"));
     SetClock("2027-01-16T22:00:00");
     Sleep(60);
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "");
@@ -199,48 +182,36 @@ TEST_F(Scheduling, ADisabledWindowStartsNothingAndEndsNothing) {
     Enable(night);
     Sleep(1);
     EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 6 * 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
 }
 
 TEST_F(Scheduling, OfTwoWindowsTheLaterHasTheConsoleAndTheFirstEndEndsIt) {
-    SkedWindow& first = NewWindow();
-    SkedWindow& second = NewWindow();
-    AddRow(first, {First, "", "22:00:00-22:03:00", "9410", "am", "5000"});
-    AddRow(second, {Second, "", "22:00:00-22:05:00", "1620", "am", "5000"});
-    AddRow(second, {Third, "", "22:07:00-22:09:00", "7000", "am", "5000"});
-    Enable(first);
-    Enable(second);
-    SetClock("2027-01-16T21:59:00");
+    SkedWindow& first = Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T21:59:00");
+    SkedWindow& second = Night(
+        {Daily(Second, "22:00:00-22:05:00", "1620"), Daily(Third, "22:07:00-22:09:00", "7000")},
+        "2027-01-16T21:59:00");
     Sleep(120);
     EXPECT_EQ(first.state, 1);
     EXPECT_EQ(second.state, 1);
     Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{
-                           {2, "1620 am -5000 5000", 3 * 60},
-                           {3, "7000 am -5000 5000", 2 * 60},
-                       }));
+    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 3 * 60), Of(3, "7000", 2 * 60)}));
 }
 
 TEST_F(Scheduling, AnEntryGoesOnWhenItsWindowIsClosed) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:03:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T22:00:00");
     Sleep(60);
     Perform("FileClose", &night);
     Sleep(10 * 60);
     EXPECT_EQ(desktop.windows.size(), 1U);
     EXPECT_TRUE(Console().LabelRecordingStatus.Text().starts_with("00:10:5"));
     Console().PushButtonDisconnect.Push();
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 11 * 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 11 * 60)}));
 }
 
 TEST_F(Scheduling, AHiddenConsoleShowsItselfWhenAnEntryStarts) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {"no receiver", "", "21:57:00-21:58:00", "9410", "am", "5000"});
-    AddRow(night, {First, "", "22:00:00-22:10:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T21:57:00");
+    SkedWindow& night = Night({Daily("no receiver", "21:57:00-21:58:00", "9410"),
+                               Daily(First, "22:00:00-22:10:00", "9410")},
+                              "2027-01-16T21:57:00");
     Console().Close();
     Sleep(30);
     EXPECT_EQ(night.state, 1);
@@ -253,7 +224,7 @@ TEST_F(Scheduling, AHiddenConsoleShowsItselfWhenAnEntryStarts) {
     EXPECT_FALSE(Console().Visible());
     night.Close();
     EXPECT_TRUE(desktop.hasEnded);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 60)}));
 }
 
 TEST_F(Scheduling, ARecordingUnderWayGivesWayToAnEntry) {
@@ -263,36 +234,26 @@ TEST_F(Scheduling, ARecordingUnderWayGivesWayToAnEntry) {
     Console().PushButtonConnect.Push();
     Sleep(10);
     Console().PushButtonRecord.Push();
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:03:00", "9410", "usb", "300,2700"});
-    Enable(night);
-    SetClock("2027-01-16T21:58:00");
+    Night({{First, "", "22:00:00-22:03:00", "9410", "usb", "300,2700"}}, "2027-01-16T21:58:00");
     Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{
-                           {2, "1620 am -5000 5000", 2 * 60},
-                           {1, "9410 usb 300 2700", 3 * 60},
-                       }));
+    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 2 * 60), {1, "9410 usb 300 2700", 3 * 60}}));
 }
 
 TEST_F(Scheduling, AFailedStartLetsTheNextConnectionRecord) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {"nowhere.example.net:8073", "", "22:00:00-22:05:00", "9410", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night = Night({Daily("nowhere.example.net:8073", "22:00:00-22:05:00", "9410")},
+                              "2027-01-16T22:00:00");
     Sleep(120);
     EXPECT_EQ(night.state, 1);
     Console().TextFieldAddress.SetText("first.example.net");
     Console().PushButtonConnect.Push();
     Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 3 * 60}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 3 * 60)}));
 }
 
 TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, {First, "", "22:00:00-22:30:00", "9410", "am", "5000"});
-    AddRow(night, {Second, "2027-01-18", "23:00:00-01:00:00", "1620", "am", "5000"});
-    Enable(night);
-    SetClock("2027-01-16T22:00:00");
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:30:00", "9410"),
+                               {Second, "2027-01-18", "23:00:00-01:00:00", "1620", "am", "5000"}},
+                              "2027-01-16T22:00:00");
     Sleep(300);
     SetClock("2027-01-16T21:00:00"); // back: the window lies ahead, the row runs on
     Sleep(300);
@@ -303,7 +264,7 @@ TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
     SetClock("2027-01-17T22:30:01");
     Sleep(1);
     EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Heard(), (Recordings{{1, "9410 am -5000 5000", 900}}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 900)}));
 
     SetClock("2027-01-18T23:30:00");
     Sleep(300);
