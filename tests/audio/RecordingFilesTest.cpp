@@ -1,18 +1,11 @@
 #include "audio/RecordingTexts.h"
 #include "audio/WavHeader.h"
+#include "support/Files.h"
 
 #include <gtest/gtest.h>
 
 namespace larkspool {
 namespace {
-
-std::uint32_t NumberAt(const std::string& header, std::size_t at) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 4; i-- > 0;) {
-        value = value << 8U | static_cast<std::uint8_t>(header.at(at + i));
-    }
-    return value;
-}
 
 TEST(RecordingFiles, TheHeaderIsTheOneThatEveryPlayerKnows) {
     using namespace std::string_view_literals;
@@ -33,8 +26,8 @@ TEST(RecordingFiles, SizesNeverWrap) {
                                              {5'000'000'000, 4'294'967'258},
                                              {-1, 0}}) {
         const std::string header = WavHeader(250'000, samples);
-        EXPECT_EQ(NumberAt(header, 40), dataBytes) << samples;
-        EXPECT_EQ(NumberAt(header, 4), 36 + dataBytes) << samples;
+        EXPECT_EQ(LittleEndianAt(header, 40), dataBytes) << samples;
+        EXPECT_EQ(LittleEndianAt(header, 4), 36 + dataBytes) << samples;
     }
 }
 

@@ -1,11 +1,9 @@
 #include "audio/RecordingRepair.h"
 #include "audio/WavHeader.h"
+#include "support/Files.h"
 #include "support/VirtualDesktop.h"
 
 #include <gtest/gtest.h>
-
-#include <fstream>
-#include <iterator>
 
 namespace larkspool {
 namespace {
@@ -14,13 +12,6 @@ class Repair : public ::testing::Test {
   protected:
     FolderItem File(const std::string& file) {
         return *desktop.Folder(SpecialFolder::Documents).Child(file);
-    }
-    void Write(const std::string& file, const std::string& bytes) {
-        std::ofstream(File(file).Path(), std::ios::binary) << bytes;
-    }
-    std::string Read(const std::string& file) {
-        std::ifstream stream(File(file).Path(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
     }
     void RunToTheEnd() {
         RecordingRepair repair(desktop);
@@ -35,13 +26,13 @@ class Repair : public ::testing::Test {
 
 TEST_F(Repair, GivesAFileItsSizesAndLeavesTheSamples) {
     for (const std::int64_t rate : {12000, 20250, 0}) {
-        Write(name, WavHeader(rate, 0) + sound);
+        Put(File(name), WavHeader(rate, 0) + sound);
         RunToTheEnd();
-        EXPECT_EQ(Read(name), WavHeader(rate, 10) + sound);
+        EXPECT_EQ(ContentOf(File(name)), WavHeader(rate, 10) + sound);
     }
-    Write(name, WavHeader(12000, 0) + sound + "x"); // cut in the middle of a sample
+    Put(File(name), WavHeader(12000, 0) + sound + "x"); // cut in the middle of a sample
     RunToTheEnd();
-    EXPECT_EQ(Read(name), WavHeader(12000, 10) + sound + "x");
+    EXPECT_EQ(ContentOf(File(name)), WavHeader(12000, 10) + sound + "x");
 }
 
 TEST_F(Repair, FinishesAHeaderWhoseWritingBrokeOff) {
@@ -50,9 +41,9 @@ TEST_F(Repair, FinishesAHeaderWhoseWritingBrokeOff) {
     for (const std::string& heard : sounds) {
         const std::string end = WavHeader(12000, static_cast<std::int64_t>(heard.size() / 2));
         for (std::size_t written = 0; written <= WavHeaderSize; ++written) {
-            Write(name, end.substr(0, written) + start.substr(written) + heard);
+            Put(File(name), end.substr(0, written) + start.substr(written) + heard);
             RunToTheEnd();
-            EXPECT_EQ(Read(name), end + heard) << written;
+            EXPECT_EQ(ContentOf(File(name)), end + heard) << written;
         }
     }
 }
@@ -76,9 +67,9 @@ TEST_F(Repair, LeavesEveryOtherShapeAlone) {
         shapes.push_back(with(at, '\x7f'));
     }
     for (const std::string& shape : shapes) {
-        Write(name, shape);
+        Put(File(name), shape);
         RunToTheEnd();
-        EXPECT_EQ(Read(name), shape);
+        EXPECT_EQ(ContentOf(File(name)), shape);
     }
 }
 
@@ -87,29 +78,30 @@ TEST_F(Repair, LooksAtOurOwnNamesOnly) {
     const std::vector<std::string> others = {"Recording.WAV", "KiwiRecording-1.wav",
                                              "KiwiRecording-1.WAV.part", "My KiwiRecording-1.WAV"};
     for (const std::string& other : others) {
-        Write(other, unfinished);
+        Put(File(other), unfinished);
     }
     File("KiwiRecording-folder.WAV").CreateFolder();
     std::filesystem::create_symlink("nowhere", File("KiwiRecording-link.WAV").Path());
-    Write(name, unfinished);
+    Put(File(name), unfinished);
     RunToTheEnd();
     for (const std::string& other : others) {
-        EXPECT_EQ(Read(other), unfinished) << other;
+        EXPECT_EQ(ContentOf(File(other)), unfinished) << other;
     }
-    EXPECT_EQ(Read(name), WavHeader(12000, 10) + sound) << "the odd ones must not stop it";
+    EXPECT_EQ(ContentOf(File(name)), WavHeader(12000, 10) + sound)
+        << "the odd ones must not stop it";
 }
 
 TEST_F(Repair, LeavesAFileToWhoeverHoldsIt) {
     const std::string unfinished = WavHeader(12000, 0) + sound;
-    Write(name, unfinished);
+    Put(File(name), unfinished);
     auto held = desktop.Lock(File(name));
     ASSERT_NE(held, nullptr);
     EXPECT_EQ(desktop.Lock(File(name)), nullptr);
     RunToTheEnd();
-    EXPECT_EQ(Read(name), unfinished);
+    EXPECT_EQ(ContentOf(File(name)), unfinished);
     held.reset();
     RunToTheEnd();
-    EXPECT_EQ(Read(name), WavHeader(12000, 10) + sound);
+    EXPECT_EQ(ContentOf(File(name)), WavHeader(12000, 10) + sound);
     EXPECT_NE(desktop.Lock(File(name)), nullptr) << "the repair has kept its lock";
     EXPECT_NE(desktop.Lock(File("missing")), nullptr);
 }
@@ -118,12 +110,14 @@ TEST_F(Repair, AHugeFolderDoesNotHoldUpTheEventLoop) {
     constexpr int Files = 3000;
     const auto unfinished = WavHeader(12000, 0) + sound;
     for (int i = 0; i < Files; ++i) {
-        Write("KiwiRecording-" + std::to_string(i) + ".WAV", unfinished);
+        Put(File("KiwiRecording-" + std::to_string(i) + ".WAV"), unfinished);
     }
     const auto repaired = [&] {
         int count = 0;
         for (int i = 0; i < Files; ++i) {
-            count += Read("KiwiRecording-" + std::to_string(i) + ".WAV") == unfinished ? 0 : 1;
+            count += ContentOf(File("KiwiRecording-" + std::to_string(i) + ".WAV")) == unfinished
+                         ? 0
+                         : 1;
         }
         return count;
     };

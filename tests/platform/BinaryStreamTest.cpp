@@ -93,7 +93,7 @@ TEST_F(BinaryStreamTest, AHeaderIsPatchedWithoutTouchingTheRest) {
     EXPECT_TRUE(file->WriteString("HEAD"));
     EXPECT_EQ(file->Position(), 4U);
     EXPECT_EQ(file->Length(), 11U);
-    EXPECT_EQ(Content(item), "HEADsamples") << "unbuffered: a crash loses nothing";
+    EXPECT_EQ(ContentOf(item), "HEADsamples") << "unbuffered: a crash loses nothing";
     EXPECT_TRUE(file->Close());
     EXPECT_FALSE(file->WriteUInt8(1));
 
@@ -105,7 +105,7 @@ TEST_F(BinaryStreamTest, AHeaderIsPatchedWithoutTouchingTheRest) {
     update->SetPosition(1000);
     EXPECT_TRUE(update->WriteString("!"));
     EXPECT_TRUE(update->Close());
-    EXPECT_EQ(Content(item), "HELPsamples!");
+    EXPECT_EQ(ContentOf(item), "HELPsamples!");
 }
 
 TEST_F(BinaryStreamTest, MemoryIsOverwrittenInPlaceToo) {
@@ -158,7 +158,7 @@ TEST_F(BinaryStreamTest, AStreamOpenedToReadRefusesToWrite) {
     EXPECT_FALSE(stream->WriteInt32(1));
     EXPECT_TRUE(stream->Failed());
     EXPECT_FALSE(stream->Close());
-    EXPECT_EQ(Content(item), "abcd");
+    EXPECT_EQ(ContentOf(item), "abcd");
 }
 
 TEST_F(BinaryStreamTest, WhatIsNoFileIsNotOpened) {
@@ -170,7 +170,7 @@ TEST_F(BinaryStreamTest, WhatIsNoFileIsNotOpened) {
     FileWith("prefs", "abcd");
     EXPECT_FALSE(BinaryStream::Open(Item(std::string("prefs\0x", 7))).has_value());
     EXPECT_FALSE(BinaryStream::Create(Item(std::string("prefs\0x", 7))).has_value());
-    EXPECT_EQ(Content(Item("prefs")), "abcd");
+    EXPECT_EQ(ContentOf(Item("prefs")), "abcd");
 }
 
 TEST_F(BinaryStreamTest, AFileThatShrinksMeanwhileReadsAsCut) {

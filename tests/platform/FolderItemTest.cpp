@@ -39,7 +39,7 @@ TEST_F(FolderItemTest, MovingReplacesTheOldFileWhole) {
     FolderItem old = FileWith("prefs", "the old one");
     EXPECT_EQ(old.Length(), 11U);
     EXPECT_TRUE(fresh.MoveTo(old));
-    EXPECT_EQ(Content(old), "new");
+    EXPECT_EQ(ContentOf(old), "new");
     EXPECT_FALSE(fresh.Exists());
     EXPECT_FALSE(fresh.MoveTo(old));
     EXPECT_FALSE(old.MoveTo(Item("missing/prefs")));

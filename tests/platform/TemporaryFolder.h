@@ -1,12 +1,10 @@
 #pragma once
 
-#include "platform/FolderItem.h"
+#include "support/Files.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <random>
 #include <string>
 #include <system_error>
@@ -30,12 +28,8 @@ class TemporaryFolder : public testing::Test {
 
     FolderItem Item(const std::string& name) const { return FolderItem(folder.Path() / name); }
     FolderItem FileWith(const std::string& name, const std::string& bytes) const {
-        std::ofstream(folder.Path() / name, std::ios::binary) << bytes;
+        Put(Item(name), bytes);
         return Item(name);
-    }
-    static std::string Content(const FolderItem& item) {
-        std::ifstream file(item.Path(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     FolderItem folder;

@@ -74,7 +74,7 @@ TEST_F(TextStreamTest, WhatWasWrittenIsRead) {
     EXPECT_TRUE(output->WriteLine("b"));
     EXPECT_TRUE(output->WriteLine(""));
     EXPECT_TRUE(output->Close());
-    EXPECT_EQ(Content(item), "a;b\n\n");
+    EXPECT_EQ(ContentOf(item), "a;b\n\n");
     EXPECT_FALSE(output->Write("late"));
     EXPECT_TRUE(output->Failed());
 }

@@ -2,10 +2,8 @@
 
 #include "directory/WindowFavoriteKiwis.h"
 #include "support/ConsoleFixture.h"
+#include "support/Files.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -45,12 +43,9 @@ class DirectoryFixture : public ConsoleFixture {
     }
     void PutFavorites(const std::string& text,
                       SpecialFolder folder = SpecialFolder::ApplicationData) {
-        std::ofstream(FavoritesFile(folder).Path(), std::ios::binary) << text;
+        Put(FavoritesFile(folder), text);
     }
-    std::string StoredFavorites() {
-        std::ifstream file(FavoritesFile().Path(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string StoredFavorites() { return ContentOf(FavoritesFile()); }
 
     const std::vector<std::string> site = {"S1", "S2", "S3", "S4", "S5", "S6", "S7"};
 

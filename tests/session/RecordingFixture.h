@@ -1,27 +1,12 @@
 #pragma once
 
 #include "support/ConsoleFixture.h"
+#include "support/Files.h"
 
 #include <cstdint>
-#include <fstream>
-#include <iterator>
 #include <string>
-#include <string_view>
 
 namespace larkspool {
-
-inline std::string ContentOf(const FolderItem& item) {
-    std::ifstream file(item.Path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-inline std::uint32_t LittleEndianAt(std::string_view bytes, std::size_t at) {
-    std::uint32_t value = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        value |= std::uint32_t{static_cast<std::uint8_t>(bytes.at(at + i))} << 8U * i;
-    }
-    return value;
-}
 
 // The sound in a file, whose header must be what players expect. Written without any of the
 // program's own knowledge of such files.

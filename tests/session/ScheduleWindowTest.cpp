@@ -1,8 +1,8 @@
+#include "support/Files.h"
 #include "support/ScheduleFixture.h"
 #include "support/SmallDisk.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace larkspool {
 namespace {
@@ -28,12 +28,8 @@ class ScheduleWindow : public ScheduleFixture {
     }
     FolderItem Document(const std::string& name, const std::string& bytes) {
         const FolderItem file = *desktop.Folder(SpecialFolder::Documents).Child(name);
-        std::ofstream(file.Path(), std::ios::binary) << bytes;
+        Put(file, bytes);
         return file;
-    }
-    static std::string Content(const FolderItem& file) {
-        std::ifstream stream(file.Path(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
     }
     // The new window, or null.
     SkedWindow* Open(const std::optional<FolderItem>& file) {
@@ -164,7 +160,7 @@ TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
     const FolderItem file = Document("schedule.txt", "the old one");
     Save(window, file);
     EXPECT_EQ(desktop.offeredName, "schedule.txt");
-    EXPECT_EQ(Content(file), twoRows);
+    EXPECT_EQ(ContentOf(file), twoRows);
     SkedWindow* opened = Open(file);
     ASSERT_NE(opened, nullptr);
     EXPECT_NE(opened, &window);
@@ -189,7 +185,7 @@ TEST_F(ScheduleWindow, AFullDiskLeavesTheOldScheduleAndSaysSo) {
         const SmallDisk disk(10);
         Save(window, file);
     }
-    EXPECT_EQ(Content(file), twoRows);
+    EXPECT_EQ(ContentOf(file), twoRows);
     EXPECT_EQ(desktop.boxes, Texts{"Error saving file"});
 }
 
@@ -233,7 +229,7 @@ TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {
     SetClock("2027-01-16T21:59:59");
     const FolderItem preferences = desktop.Folder(SpecialFolder::Preferences);
     std::filesystem::remove_all(preferences.Path());
-    std::ofstream(preferences.Path()) << "no folder, so the settings can't be stored";
+    Put(preferences, "no folder, so the settings can't be stored");
     desktop.quitRequested(QuitCause::User);
     ASSERT_EQ(desktop.dialogs.size(), 1U);
     desktop.Advance(60);

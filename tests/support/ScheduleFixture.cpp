@@ -2,12 +2,11 @@
 
 #include "console/ModeSettingsClass.h"
 #include "platform/Text.h"
+#include "support/Files.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 
 namespace larkspool {
@@ -18,14 +17,12 @@ constexpr std::size_t WavHeaderBytes = 44;
 constexpr double Tolerance = 2.5; // seconds
 
 HeardRecording Listen(const FolderItem& file) {
-    std::ifstream stream(file.Path(), std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = ContentOf(file);
     EXPECT_GE(bytes.size(), WavHeaderBytes) << file.Name();
     std::vector<std::int16_t> samples((bytes.size() - WavHeaderBytes) / 2);
     std::memcpy(samples.data(), bytes.data() + WavHeaderBytes, samples.size() * 2);
-    std::uint32_t told = 0;
-    std::memcpy(&told, bytes.data() + WavHeaderBytes - 4, sizeof told);
-    EXPECT_EQ(told, samples.size() * 2) << file.Name() << " has been left unfinished";
+    EXPECT_EQ(LittleEndianAt(bytes, WavHeaderBytes - 4), samples.size() * 2)
+        << file.Name() << " has been left unfinished";
 
     HeardRecording heard;
     heard.seconds = static_cast<double>(samples.size()) / AutoReceivers::Rate;
