@@ -1,4 +1,6 @@
 // Counts what the program allocates while it streams and while it is flooded.
+#include "audio/SoundFrame.h"
+#include "link/LinkFixture.h"
 #include "support/ConsoleFixture.h"
 
 #include <cstdlib>
@@ -133,6 +135,25 @@ TEST_F(Memory, AFloodOfDatagramsLeavesItFlat) {
     Peer().Deliver("ofreq:7055000");
     desktop.Advance(0);
     EXPECT_EQ(app.Console().TextFieldFreq.Text(), "7055") << "the console still listens";
+}
+
+using FrameAllocations = LinkFixture;
+
+TEST_F(FrameAllocations, AFrameCostsItsSamplesBlockAndNothingElse) {
+    const std::string frame = ServerFrame("SND" + SoundBody(1, std::vector<std::int16_t>(512)));
+    std::string tag;
+    std::string body;
+    for (int round = 0; round < 50; ++round) {
+        socket.Deliver(frame);
+        const long before = made;
+        link.ReadNewData();
+        ASSERT_TRUE(link.WebsocketRead(tag, body));
+        ASSERT_TRUE(ReadSoundHeader(body));
+        ASSERT_EQ(SoundSamples(body).Size(), 1024U);
+        if (round > 0) { // the first makes room for the body
+            EXPECT_EQ(made - before, 1);
+        }
+    }
 }
 
 } // namespace

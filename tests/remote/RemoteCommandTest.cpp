@@ -1,5 +1,4 @@
 #include "remote/RemoteCommand.h"
-#include "remote/RemoteReply.h"
 
 #include <gtest/gtest.h>
 
@@ -93,20 +92,6 @@ TEST(RemoteCommand, ThePrefixAndOneLineEndAreTakenOff) {
 TEST(RemoteCommand, ANumberEndsAfterAHundredCharacters) {
     EXPECT_EQ(Parse("staud:" + std::string(99, ' ') + "1"), (RemoteCommand{Verb::StartStreaming}));
     EXPECT_EQ(Parse("staud:" + std::string(100, ' ') + "1"), (RemoteCommand{Verb::EndStreaming}));
-}
-
-TEST(RemoteReply, EveryTextEndsInOneZeroByte) {
-    const std::pair<std::string, std::string> cases[] = {
-        {reply::ReceiverCount(), std::string("vrxcount:1\0", 11)},
-        {reply::StreamRate(12001), std::string("streamrate:12001\0", 17)},
-        {reply::StreamRate(12000.9), std::string("streamrate:12000.9\0", 19)},
-        {reply::Frequency(7074000), std::string("freq:007074000\0", 15)},
-        {reply::Frequency(123456789012), std::string("freq:123456789012\0", 18)},
-        {reply::Frequency(0), std::string("freq:000000000\0", 15)},
-    };
-    for (const auto& [text, expected] : cases) {
-        EXPECT_EQ(text, expected);
-    }
 }
 
 } // namespace

@@ -115,7 +115,10 @@ TEST_F(Hearing, ShortOddAndEmptyFrames) {
     Audio().Sound(9, Ramp(2), 1000, 7);
     desktop.Advance(0);
     desktop.sound.TakeCalls();
-    Audio().Say("SND", "\x01\x02\x03\x04\x05\x06"); // no room for a header: dropped
+    const std::string header = SoundBody(99, {}, 999, 99);
+    for (std::size_t size = 0; size < header.size(); ++size) { // no room for it all: dropped
+        Audio().Say("SND", header.substr(0, size));
+    }
     Audio().Say("SND", SoundBody(10, {}, 1270, 3)); // a header alone still counts
     Audio().Say("SND", SoundBody(11, Ramp(3), 270, 4) + "x");
     Waterfall().Sound(12, Ramp(5)); // the waterfall link brings no sound

@@ -179,13 +179,15 @@ TEST_F(RemoteControl, TheStreamCarriesTheSoundThatIsHeard) {
     Take();
     Hear(512);
     Hear(700);
+    Hear(1300);
     const Sent sent = Take();
-    ASSERT_EQ(Numbers(sent), (std::vector<unsigned>{0, 1}));
-    const MemoryBlock second(std::string_view(sent[1].second));
+    ASSERT_EQ(Numbers(sent), (std::vector<unsigned>{0, 1, 2, 3}));
+    EXPECT_EQ(sent[3].second.substr(1024), std::string("\3\0\0\0", 4));
     const auto& heard = desktop.sound.played;
-    ASSERT_EQ(heard.size(), 1212U);
-    for (std::size_t i = 0; i < 512; ++i) {
-        ASSERT_EQ(second.Int16(i * 2, NativeByteOrder), heard[512 + i]) << i;
+    ASSERT_EQ(heard.size(), 2512U);
+    for (std::size_t i = 0; i < 2048; ++i) {
+        const MemoryBlock block(std::string_view(sent[i / 512].second));
+        ASSERT_EQ(block.Int16(i % 512 * 2, NativeByteOrder), heard[i]) << i;
     }
 }
 
