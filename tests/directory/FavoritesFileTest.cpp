@@ -1,7 +1,8 @@
 #include "directory/FavoritesFile.h"
 
-#include "platform/TemporaryFolder.h"
 #include "platform/Text.h"
+
+#include <gtest/gtest.h>
 
 #include <random>
 
@@ -59,14 +60,6 @@ TEST(FavoritesFile, RowsComeBackAsTheyWere) {
         }
         ASSERT_EQ(Decode(EncodeFavorites(rows)), expected) << "round " << round;
     }
-}
-
-using FavoritesOnDisk = TemporaryFolder;
-
-TEST_F(FavoritesOnDisk, AMissingFileIsEmptyAndAnUnreadableOneIsNothing) {
-    EXPECT_EQ(ReadFavorites(Item("none")), ReceiverList());
-    EXPECT_EQ(ReadFavorites(folder), std::nullopt) << "a folder of that name";
-    EXPECT_EQ(ReadFavorites(FileWith("one", "h;1;n\n"))->names, std::vector<std::string>{"n"});
 }
 
 } // namespace

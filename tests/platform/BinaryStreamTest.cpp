@@ -74,15 +74,6 @@ TEST_F(BinaryStreamTest, AFileCutAnywhereLoadsWhatIsWhole) {
     }
 }
 
-TEST_F(BinaryStreamTest, NumbersLieInTheOrderThatWasAskedFor) {
-    BinaryStream stream;
-    stream.WriteUInt32(0x01020304);
-    stream.SetByteOrder(ByteOrder::LittleEndian);
-    stream.WriteUInt32(0x01020304);
-    stream.WriteInt16(-2);
-    EXPECT_EQ(stream.TakeBytes(), "\x01\x02\x03\x04\x04\x03\x02\x01\xFE\xFF");
-}
-
 TEST_F(BinaryStreamTest, AHeaderIsPatchedWithoutTouchingTheRest) {
     const FolderItem item = FileWith("take.WAV", "an older and much longer recording");
     auto file = BinaryStream::Create(item);
@@ -108,29 +99,6 @@ TEST_F(BinaryStreamTest, AHeaderIsPatchedWithoutTouchingTheRest) {
     EXPECT_EQ(ContentOf(item), "HELPsamples!");
 }
 
-TEST_F(BinaryStreamTest, MemoryIsOverwrittenInPlaceToo) {
-    BinaryStream stream = BinaryStream::FromBytes("abcdef");
-    stream.SetPosition(4);
-    EXPECT_TRUE(stream.WriteString("XYZ"));
-    EXPECT_EQ(stream.Length(), 7U);
-    stream.SetPosition(3);
-    EXPECT_EQ(stream.ReadString(2), "dX");
-    EXPECT_EQ(stream.TakeBytes(), "abcdXYZ");
-    EXPECT_TRUE(stream.EndOfFile());
-}
-
-TEST_F(BinaryStreamTest, ALongStringIsCutBetweenCharacters) {
-    BinaryStream stream;
-    EXPECT_TRUE(stream.WritePascalString(std::string(254, 'a') + "\u00e9"));
-    EXPECT_TRUE(stream.WritePascalString(std::string(300, 'b')));
-    EXPECT_TRUE(stream.WritePascalString(""));
-    stream.SetPosition(0);
-    EXPECT_EQ(stream.ReadPascalString(), std::string(254, 'a'));
-    EXPECT_EQ(stream.ReadPascalString(), std::string(255, 'b'));
-    EXPECT_EQ(stream.ReadPascalString(), "");
-    EXPECT_TRUE(stream.EndOfFile());
-}
-
 TEST_F(BinaryStreamTest, AClaimOfGigabytesTakesNoMemory) {
     BinaryStream stream = BinaryStream::FromBytes("abc");
     EXPECT_EQ(stream.ReadString(static_cast<std::size_t>(-1)), "");
@@ -151,22 +119,13 @@ TEST_F(BinaryStreamTest, AFullDiskIsNoticedAndStaysNoticed) {
     EXPECT_FALSE(stream->Close());
 }
 
-TEST_F(BinaryStreamTest, AStreamOpenedToReadRefusesToWrite) {
-    const FolderItem item = FileWith("prefs", "abcd");
-    auto stream = BinaryStream::Open(item);
-    ASSERT_TRUE(stream.has_value());
-    EXPECT_FALSE(stream->WriteInt32(1));
-    EXPECT_TRUE(stream->Failed());
-    EXPECT_FALSE(stream->Close());
-    EXPECT_EQ(ContentOf(item), "abcd");
-}
-
 TEST_F(BinaryStreamTest, WhatIsNoFileIsNotOpened) {
     EXPECT_FALSE(BinaryStream::Open(folder).has_value());
     EXPECT_FALSE(BinaryStream::Create(folder).has_value());
     EXPECT_FALSE(BinaryStream::Open(Item("missing")).has_value());
     EXPECT_FALSE(BinaryStream::OpenForUpdate(Item("missing")).has_value());
     EXPECT_FALSE(BinaryStream::Create(Item("missing/file")).has_value());
+    EXPECT_FALSE(BinaryStream::Open(FolderItem("/dev/zero")).has_value()) << "endless";
     FileWith("prefs", "abcd");
     EXPECT_FALSE(BinaryStream::Open(Item(std::string("prefs\0x", 7))).has_value());
     EXPECT_FALSE(BinaryStream::Create(Item(std::string("prefs\0x", 7))).has_value());

@@ -2,12 +2,9 @@
 #include "platform/Label.h"
 #include "platform/Listbox.h"
 #include "platform/PopupMenu.h"
-#include "platform/ProgressBar.h"
-#include "platform/PushButton.h"
 #include "platform/Slider.h"
 #include "platform/TextArea.h"
 #include "platform/TextField.h"
-#include "support/VirtualDesktop.h"
 
 #include <gtest/gtest.h>
 
@@ -53,57 +50,6 @@ TEST(ControlModels, ADifferentValueRaisesItsEventBeforeTheSetterReturns) {
     EXPECT_EQ(events, "text x;box;slider 10;popup b;");
 }
 
-TEST(ControlModels, HandlersMayNest) {
-    TextField first;
-    TextField second;
-    int changes = 0;
-    first.textChange = [&] {
-        ++changes;
-        second.SetText(first.Text());
-    };
-    second.textChange = [&] {
-        ++changes;
-        first.SetText("settled");
-    };
-    first.SetText("start");
-    EXPECT_EQ(first.Text(), "settled");
-    EXPECT_EQ(second.Text(), "settled");
-    EXPECT_EQ(changes, 4);
-}
-
-TEST(ControlModels, AUsersPickCountsEvenForTheRowThatShows) {
-    PopupMenu popup;
-    std::string events;
-    popup.mouseDown = [&] { events += "press "; };
-    popup.change = [&] { events += "change "; };
-    popup.AddRow("a");
-    popup.Pick(0);
-    popup.Pick(0);
-    popup.Pick(5);
-    EXPECT_EQ(events, "press change press change ");
-    popup.DeleteAllRows();
-    EXPECT_EQ(popup.ListIndex(), -1);
-    EXPECT_EQ(popup.Text(), "");
-    EXPECT_EQ(events, "press change press change ");
-}
-
-TEST(ControlModels, ADisabledButtonDoesNothingAndHiddenControlsLiveOn) {
-    int pushes = 0;
-    PushButton button;
-    button.action = [&] { ++pushes; };
-    button.SetVisible(false);
-    button.Push();
-    button.SetEnabled(false);
-    button.Push();
-    EXPECT_EQ(pushes, 1);
-    Slider slider;
-    int changes = 0;
-    slider.valueChanged = [&] { ++changes; };
-    slider.SetEnabled(false);
-    slider.SetValue(3);
-    EXPECT_EQ(changes, 1);
-}
-
 TEST(ControlModels, SmallTurnsOfTheWheelAddUpToWholeSteps) {
     TextField field;
     int steps = 0;
@@ -120,14 +66,6 @@ TEST(ControlModels, SmallTurnsOfTheWheelAddUpToWholeSteps) {
     EXPECT_EQ(steps, 1);
     field.Wheel(0, -360);
     EXPECT_EQ(steps, -2);
-}
-
-TEST(ControlModels, AProgressBarKeepsAnyValue) {
-    ProgressBar bar;
-    bar.SetValue(-7);
-    EXPECT_EQ(bar.Value(), -7);
-    bar.SetValue(99999);
-    EXPECT_EQ(bar.Value(), 99999);
 }
 
 TEST(ControlModels, WhatGrowsIsBounded) {
@@ -180,56 +118,6 @@ TEST(ControlModels, AViewHearsOnlyOfWhatChanged) {
     EXPECT_EQ(view->aspects, (std::vector<Aspect>{Aspect::Value, Aspect::Colour}));
     view.reset();
     label.SetText("y"); // nobody listens any more
-}
-
-class PlainWindow : public Window {
-  public:
-    explicit PlainWindow(Desktop& host) : Window(host) {
-        SetDesignSize(400, 300);
-        Add(fixed, "fixed", {});
-        Add(wide, "wide", {.right = true});
-        Add(moved, "moved", {.left = false, .right = true});
-        Add(filled, "filled", {.right = true, .bottom = true});
-    }
-    bool Event_CancelClose(bool) override { return staysOpen; }
-
-    Label fixed, wide, moved, filled;
-    bool staysOpen = false;
-
-  private:
-    void Add(Label& label, const char* name, Locks locks) {
-        label.Place(name, {10, 10, 100, 20}, locks);
-        AddControl(label);
-    }
-};
-
-TEST(WindowModel, ControlsKeepTheirDistanceToTheEdgesTheyAreLockedTo) {
-    VirtualDesktop desktop;
-    PlainWindow window(desktop);
-    window.maximumWidth = 500;
-    window.Resize(9999, 350);
-    EXPECT_EQ(window.Width(), 500);
-    EXPECT_EQ(window.fixed.Bounds(), (Rect{10, 10, 100, 20}));
-    EXPECT_EQ(window.wide.Bounds(), (Rect{10, 10, 200, 20}));
-    EXPECT_EQ(window.moved.Bounds(), (Rect{110, 10, 100, 20}));
-    EXPECT_EQ(window.filled.Bounds(), (Rect{10, 10, 200, 70}));
-    window.Resize(400, 300);
-    EXPECT_EQ(window.filled.Bounds(), (Rect{10, 10, 100, 20}));
-}
-
-TEST(WindowModel, AClosedWindowMayBeDestroyedByItsHandler) {
-    VirtualDesktop desktop;
-    auto window = std::make_unique<PlainWindow>(desktop);
-    const auto life = window->LifeToken();
-    window->Show();
-    window->staysOpen = true;
-    window->Close();
-    EXPECT_TRUE(window->Visible());
-    window->staysOpen = false;
-    window->closed = [&window] { window.reset(); };
-    window->Close();
-    EXPECT_EQ(window, nullptr);
-    EXPECT_TRUE(life.expired());
 }
 
 } // namespace

@@ -21,6 +21,8 @@ TEST_F(FolderItemTest, OnlyPlainNamesMakeAChild) {
         EXPECT_EQ(child->Name(), name);
         EXPECT_EQ(child->Parent().Path(), folder.Path());
     }
+    EXPECT_EQ(FolderItem(folder.Path() / "larkspool/").Name(), "larkspool");
+    EXPECT_TRUE(FolderItem("relative").Parent().IsFolder());
 }
 
 TEST_F(FolderItemTest, ANameTooLongForTheDiskFailsWithoutHarm) {
@@ -32,32 +34,6 @@ TEST_F(FolderItemTest, ANameTooLongForTheDiskFailsWithoutHarm) {
     EXPECT_FALSE(item->Delete());
     EXPECT_FALSE(item->CreateFolder());
     EXPECT_FALSE(item->MoveTo(Item("y")));
-}
-
-TEST_F(FolderItemTest, MovingReplacesTheOldFileWhole) {
-    FolderItem fresh = FileWith("prefs.new", "new");
-    FolderItem old = FileWith("prefs", "the old one");
-    EXPECT_EQ(old.Length(), 11U);
-    EXPECT_TRUE(fresh.MoveTo(old));
-    EXPECT_EQ(ContentOf(old), "new");
-    EXPECT_FALSE(fresh.Exists());
-    EXPECT_FALSE(fresh.MoveTo(old));
-    EXPECT_FALSE(old.MoveTo(Item("missing/prefs")));
-    EXPECT_TRUE(old.Delete());
-    EXPECT_FALSE(old.Delete());
-}
-
-TEST_F(FolderItemTest, FoldersAreMadeWithTheirParents) {
-    FolderItem deep(folder.Path() / "config" / "larkspool/");
-    EXPECT_EQ(deep.Name(), "larkspool");
-    EXPECT_TRUE(deep.CreateFolder());
-    EXPECT_TRUE(deep.CreateFolder());
-    EXPECT_TRUE(deep.IsFolder());
-    EXPECT_FALSE(deep.Parent().Delete()) << "a folder that isn't empty";
-    FileWith("file", "x");
-    EXPECT_FALSE(Item("file").CreateFolder());
-    EXPECT_FALSE(Item("file/below").CreateFolder());
-    EXPECT_TRUE(FolderItem("relative").Parent().IsFolder());
 }
 
 } // namespace

@@ -9,21 +9,6 @@
 namespace larkspool {
 namespace {
 
-TEST(MemoryBlock, NumbersLieInTheOrderThatWasAskedFor) {
-    MemoryBlock block(12);
-    block.SetUInt16(0, 0x0102, ByteOrder::BigEndian);
-    block.SetUInt16(2, 0x0102, ByteOrder::LittleEndian);
-    block.SetInt16(4, -2, ByteOrder::LittleEndian);
-    block.SetUInt32(6, 0x01020304, ByteOrder::BigEndian);
-    block.SetUInt8(10, 0xFF);
-    EXPECT_EQ(block, MemoryBlock(std::string_view("\1\2\2\1\xFE\xFF\1\2\3\4\xFF\0", 12)));
-    EXPECT_EQ(block.Int16(4, ByteOrder::LittleEndian), -2);
-    EXPECT_EQ(block.Int16(4, ByteOrder::BigEndian), -257);
-    EXPECT_EQ(block.UInt32(6, ByteOrder::LittleEndian), 0x04030201U);
-    block.SetInt32(8, -5, ByteOrder::LittleEndian);
-    EXPECT_EQ(block.Int32(8, ByteOrder::LittleEndian), -5);
-}
-
 TEST(MemoryBlock, NothingOutsideIsReadOrWritten) {
     constexpr std::size_t wrapped = static_cast<std::size_t>(-1);
     MemoryBlock block(std::string_view("\xFF\xFF\xFF"));

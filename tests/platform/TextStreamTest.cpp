@@ -66,19 +66,6 @@ TEST_F(TextStreamTest, AnEndlessLineIsCutAndTheNextIsFound) {
     EXPECT_EQ(AllLines(std::move(*file)), (Lines{longest, longest, longest}));
 }
 
-TEST_F(TextStreamTest, WhatWasWrittenIsRead) {
-    const FolderItem item = FileWith("schedule.txt", "an older and longer schedule");
-    auto output = TextOutputStream::Create(item);
-    ASSERT_TRUE(output.has_value());
-    EXPECT_TRUE(output->Write("a;"));
-    EXPECT_TRUE(output->WriteLine("b"));
-    EXPECT_TRUE(output->WriteLine(""));
-    EXPECT_TRUE(output->Close());
-    EXPECT_EQ(ContentOf(item), "a;b\n\n");
-    EXPECT_FALSE(output->Write("late"));
-    EXPECT_TRUE(output->Failed());
-}
-
 TEST_F(TextStreamTest, AFullDiskIsNoticedAtTheLatestWhenClosing) {
     const FolderItem full("/dev/full");
     if (!full.Exists())
@@ -87,15 +74,8 @@ TEST_F(TextStreamTest, AFullDiskIsNoticedAtTheLatestWhenClosing) {
     ASSERT_TRUE(output.has_value());
     output->WriteLine("x");
     EXPECT_FALSE(output->Close());
+    EXPECT_FALSE(output->Write("late"));
     EXPECT_TRUE(output->Failed());
-}
-
-TEST_F(TextStreamTest, WhatIsNoFileIsNotOpened) {
-    EXPECT_FALSE(TextInputStream::Open(folder).has_value());
-    EXPECT_FALSE(TextInputStream::Open(Item("missing")).has_value());
-    EXPECT_FALSE(TextOutputStream::Create(folder).has_value());
-    const FolderItem endless("/dev/zero");
-    EXPECT_FALSE(TextInputStream::Open(endless).has_value());
 }
 
 } // namespace

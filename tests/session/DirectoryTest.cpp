@@ -130,18 +130,6 @@ TEST_F(Directory, OnlyTheUsersHandPicks) {
     EXPECT_EQ(Target(), "site.example:" + std::to_string(8073 + Popup().ListIndex()));
 }
 
-TEST_F(Directory, AFileBesideTheProgramTakesOver) {
-    PutFavorites("one.example;1;Mine\n");
-    PutFavorites("two.example;2;Beside\n", SpecialFolder::Program);
-    Start();
-    Fetch().Deliver("");
-    EXPECT_EQ(Rows(), SiteAnd({"Beside"}));
-    PutFavorites("", SpecialFolder::Program);
-    Console().GetKiwiList();
-    Fetch().Deliver("");
-    EXPECT_EQ(Rows(), site) << "even an empty one";
-}
-
 TEST_F(Directory, AnswersAfterTheEndAreHarmless) {
     Start();
     Console().Close();

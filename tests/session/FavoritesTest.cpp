@@ -164,6 +164,10 @@ TEST_F(Favorites, TheFileBesideTheProgramIsNeverEdited) {
     EXPECT_EQ(StoredFavorites(), "mine.example;;\n");
     Fetch().Deliver("");
     EXPECT_EQ(Rows(), SiteAnd({"Beside"}));
+    PutFavorites("", SpecialFolder::Program);
+    Console().GetKiwiList();
+    Fetch().Deliver("");
+    EXPECT_EQ(Rows(), site) << "it takes over even if it is empty";
 }
 
 TEST_F(Favorites, AFailedSaveLeavesTheOldFileAndSaysSo) {

@@ -84,15 +84,8 @@ TEST_F(WaterfallPicture, ShortRowsKeepTheOldTailAndTooShortOnesAreNone) {
     EXPECT_EQ(Paint().Pixel(1023, 5), ColorOf(90));
 }
 
-TEST_F(WaterfallPicture, ASlidersMoveChangesOnlyNewRows) {
-    canvas.NewData(Flat(155));
-    canvas.SetLevels(2.0, 20);
-    canvas.NewData(Flat(155));
-    EXPECT_EQ(Paint().Pixel(3, 5), table[160 * 4]);
-    EXPECT_EQ(Paint().Pixel(3, 6), table[100 * 4]);
-}
-
 TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrier) {
+    EXPECT_EQ(Paint().Pixel(512, 0), (Color{0, 0, 0})) << "no marks without a picture";
     canvas.NewData(Flat(55));
     canvas.SetPassband(-2700, -100); // a lower sideband, left of the carrier
     const Picture picture = Paint();
@@ -131,18 +124,6 @@ TEST_F(WaterfallPicture, APictureNarrowerThanTheRowDropsTheRest) {
     canvas.DropPicture();
     canvas.NewData(Flat(155));
     Paint();
-}
-
-TEST_F(WaterfallPicture, BlackBeforeTheFirstRowAndNothingWhileSwitchedOff) {
-    EXPECT_EQ(Paint().Pixel(512, 0), (Color{0, 0, 0})) << "no marks without a picture";
-    EXPECT_EQ(Paint().Pixel(512, 104), (Color{0, 0, 0}));
-    canvas.NewData(Flat(155));
-    canvas.SetUpdating(false);
-    EXPECT_EQ(Paint().Pixel(512, 50), PictureGraphics::Untouched);
-    canvas.SetUpdating(true);
-    EXPECT_EQ(Paint().Pixel(512, 5), ColorOf(155));
-    canvas.DropPicture();
-    EXPECT_EQ(Paint().Pixel(512, 5), (Color{0, 0, 0}));
 }
 
 } // namespace
