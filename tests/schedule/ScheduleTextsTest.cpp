@@ -5,33 +5,14 @@
 namespace larkspool {
 namespace {
 
-Date At(int year, int month, int day, int hour, int minute, int second) {
-    Date date;
-    date.SetCalendarDay(year, month, day);
-    date.SetTimeOfDay(hour, minute, second);
-    return date;
-}
-
 // "frequency|time", or the message.
 std::string Read(const std::string& line) {
-    const auto read = ParseStationLine(line, At(2027, 12, 31, 23, 59, 59));
+    const auto lastSecondOfAYear = Date::FromUnixSeconds(1830297599);
+    const auto read = ParseStationLine(line, lastSecondOfAYear);
     if (const auto* station = std::get_if<StationLine>(&read)) {
         return station->freq + "|" + station->time;
     }
     return std::get<std::string>(read);
-}
-
-TEST(ScheduleTexts, TheTitleIsAClock) {
-    EXPECT_EQ(SkedTitle(At(2027, 3, 1, 6, 29, 58), true, 0),
-              "Schedules  Enabled 2027-03-01 06:29:58 UTC  state: 0");
-    EXPECT_EQ(SkedTitle(At(987, 12, 31, 0, 0, 0), false, 1),
-              "Schedules  Disabled 0987-12-31 00:00:00 UTC  state: 1");
-}
-
-TEST(ScheduleTexts, ANewEntryRunsForFifteenSecondsAlsoOverMidnight) {
-    EXPECT_EQ(NewEntryTimeText(At(2027, 3, 1, 9, 5, 1)), "09:05:06-09:05:21");
-    EXPECT_EQ(NewEntryTimeText(At(2027, 12, 31, 23, 59, 50)), "23:59:55-00:00:10");
-    EXPECT_EQ(NewEntryTimeText(At(2027, 12, 31, 23, 59, 55)), "00:00:00-00:00:15");
 }
 
 TEST(ScheduleTexts, ALineOfAStationListGivesFrequencyAndTime) {

@@ -51,7 +51,7 @@ TEST_F(Connecting, BothLinksAreOpenedASecondAfterThePress) {
     EXPECT_EQ(Console().LabelStatus.Text(), "Connecting to sdr.example.net:8074");
 }
 
-TEST_F(Connecting, EachLinkAsksForItsOwnStream) {
+TEST_F(Connecting, EachLinkAsksForItsOwnStreamAndIsAuthorisedByItself) {
     PressConnect();
     AcceptLinks();
     EXPECT_EQ(Console().LabelStatus.Text(), "Connected");
@@ -65,24 +65,14 @@ TEST_F(Connecting, EachLinkAsksForItsOwnStream) {
     EXPECT_TRUE(LogHas("1800000001"));
     EXPECT_TRUE(LogHas("SendRequest "));
     EXPECT_TRUE(LogHas("Waterfall Connected"));
-}
 
-TEST_F(Connecting, TheReplyIsTheFirstReadAndSurplusBytesGoWithIt) {
-    PressConnect();
-    AcceptLinks();
-    Audio().TakeRequest();
+    // The reply is the first read, and surplus bytes go with it.
     Audio().socket.Deliver("HTTP/1.1 101 Switching Protocols\r\n\r\n" +
                            ServerFrame("MSG audio_init=0"));
     desktop.Advance(0);
     EXPECT_EQ(Audio().TakeCommands(), (std::vector<std::string>{"SET auth t=kiwi p=#"}));
     EXPECT_EQ(Console().LabelStatus.Text(), "Switched to WebSocket protocol");
     EXPECT_NE(Console().TextArea1.Text().find("101 Switching Protocols"), std::string::npos);
-}
-
-TEST_F(Connecting, TheWaterfallLinkIsAuthorisedAndCentredByItself) {
-    PressConnect();
-    AcceptLinks();
-    Waterfall().TakeRequest();
     Waterfall().Upgrade();
     desktop.Advance(0);
     EXPECT_EQ(Waterfall().TakeCommands(), Join({"SET auth t=kiwi p=#"}, WaterfallAt10000));

@@ -61,13 +61,6 @@ TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
     EXPECT_EQ(desktop.dialogs.size(), 2U);
 }
 
-TEST_F(Quitting, ASignalShowsNoBox) {
-    SpoilPreferences();
-    Start();
-    Quit(QuitCause::Signal);
-    EXPECT_TRUE(desktop.dialogs.empty());
-}
-
 TEST_F(Quitting, ASignalBeforeTheConsoleIsFilledWritesNothing) {
     app = std::make_unique<App>(desktop, deployment);
     desktop.quitRequested(QuitCause::Signal);
@@ -86,6 +79,7 @@ TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
             const SmallDisk disk(room);
             Quit(QuitCause::Signal);
         }
+        EXPECT_TRUE(desktop.dialogs.empty());
         Start();
         EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
     }
@@ -94,12 +88,9 @@ TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
         << "nothing half-written stays behind";
 }
 
-TEST_F(Quitting, TheMenuHoldsEveryItemAndEnablesWhatIsAnswered) {
+TEST_F(Quitting, TheMenuEnablesWhatIsAnswered) {
     deployment.productPage = "http://127.0.0.1:8080/";
     Start();
-    ASSERT_EQ(desktop.menuBar.menus.size(), 2U);
-    EXPECT_EQ(desktop.menuBar.menus[0].items.size(), 6U);
-    EXPECT_EQ(desktop.menuBar.menus[1].items.size(), 10U);
     EXPECT_EQ(desktop.menuBar.menus[0].items[5].role, MenuRole::Quit);
     EXPECT_EQ(desktop.menuBar.menus[0].items[5].shortcut, "Cmd+Q");
     EXPECT_TRUE(Answers("EditAboutLarkspool"));
