@@ -245,13 +245,5 @@ TEST_F(Controls, ThePointerComingAndGoingIsTold) {
     EXPECT_EQ(events, (Events{"enter", "exit"}));
 }
 
-TEST_F(Controls, AMissingSoundFunctionInAHandlerStaysOutOfQt) {
-    button.action = [] { throw FunctionNotFound("StartSoundOutput", "the library"); };
-    window.Open();
-    QTest::mouseClick(&window.Find<QPushButton>("Button"), Qt::LeftButton);
-    LetEventsRun();
-    EXPECT_TRUE(window.Visible());
-}
-
 } // namespace
 } // namespace larkspool

@@ -41,15 +41,6 @@ TEST(Timers, ATimerMayEndInItsOwnTick) {
     EXPECT_TRUE(Eventually([&timer] { return timer == nullptr; }));
 }
 
-TEST(Loop, CallsComeLaterAndInOrder) {
-    std::vector<int> order;
-    TheDesktop().CallLater(20, [&order] { order.push_back(2); });
-    TheDesktop().CallLater(0, [&order] { order.push_back(1); });
-    EXPECT_TRUE(order.empty());
-    EXPECT_TRUE(Eventually([&order] { return order.size() == 2; }));
-    EXPECT_EQ(order, (std::vector{1, 2}));
-}
-
 TEST(Loop, ItOpensTheProgramAndEndsOnASignal) {
     std::vector<std::string> events;
     TheDesktop().quitRequested = [&events](QuitCause cause) {
@@ -79,12 +70,6 @@ TEST(Computer, FoldersAreTheUsersAndMade) {
     EXPECT_TRUE(TheDesktop().Folder(SpecialFolder::Program).IsFolder());
     unsetenv("XDG_CONFIG_HOME");
     unsetenv("XDG_DATA_HOME");
-}
-
-TEST(Computer, RandomBytesDiffer) {
-    const std::string first = TheDesktop().RandomBytes(16);
-    EXPECT_EQ(first.size(), 16U);
-    EXPECT_NE(first, TheDesktop().RandomBytes(16));
 }
 
 } // namespace

@@ -47,20 +47,18 @@ class TCP : public testing::Test {
     std::unique_ptr<TCPSocket> socket;
 };
 
-TEST_F(TCP, BytesGoBothWays) {
-    Join();
+TEST_F(TCP, ConnectReportsLaterAndBytesGoBothWays) {
+    socket->Connect();
+    EXPECT_EQ(events, Events());
+    EXPECT_FALSE(socket->IsConnected());
+    EXPECT_TRUE(Eventually([this] { return events == Events{"connected"}; }));
+    ASSERT_TRUE(Eventually([this] { return server.hasPendingConnections(); }));
+    peer = server.nextPendingConnection();
     socket->Write("hello");
     ASSERT_TRUE(Eventually([this] { return peer->bytesAvailable() == 5; }));
     EXPECT_EQ(peer->readAll(), "hello");
     peer->write("answer");
     EXPECT_TRUE(Eventually([this] { return received == "answer"; }));
-}
-
-TEST_F(TCP, ConnectReportsLater) {
-    socket->Connect();
-    EXPECT_EQ(events, Events());
-    EXPECT_FALSE(socket->IsConnected());
-    EXPECT_TRUE(Eventually([this] { return events == Events{"connected"}; }));
 }
 
 TEST_F(TCP, DisconnectReportsTheLossBeforeItReturns) {
