@@ -61,6 +61,24 @@ TEST_F(Boxes, TheSameTextIsNotShownTwice) {
     EXPECT_EQ(OpenBoxes().size(), 1U);
 }
 
+// The program may wait for it with its end.
+TEST_F(Boxes, AnAnswerIsNotLostToABoxWithTheSameText) {
+    MessageDialog dialog;
+    dialog.message = "The favorites could not be saved.";
+    TheDesktop().MsgBox(dialog.message);
+    const auto ask = [this, &dialog] {
+        TheDesktop().ShowDialog(dialog, [this](MessageDialog::Answer given) { answer = given; });
+    };
+    ask();
+    ask();
+    EXPECT_EQ(OpenBoxes().size(), 2U);
+    for (QMessageBox* box : OpenBoxes()) {
+        box->close();
+    }
+    LetEventsRun();
+    EXPECT_TRUE(answer);
+}
+
 TEST_F(Boxes, AMissingFunctionIsToldOnceAndTheProgramGoesOn) {
     QtSoundLibrary library(QStringLiteral("/no/such/library.so"));
     const auto call = [&library] { library.StartSoundOutput(0, 1.0); };

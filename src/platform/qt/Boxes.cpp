@@ -84,23 +84,25 @@ Boxes::Boxes(Desktop& host) : desktop(host) {}
 Boxes::~Boxes() { CloseAll(); }
 
 void Boxes::CloseAll() {
-    for (const auto& box : std::exchange(open, {})) {
-        const std::unique_ptr<QWidget> closed(box.data());
+    for (const OpenBox& box : std::exchange(open, {})) {
+        const std::unique_ptr<QWidget> closed(box.widget.data());
     }
 }
 
-bool Boxes::IsOpen(const QString& text) const {
-    return std::any_of(open.begin(), open.end(), [&text](const QPointer<QWidget>& widget) {
-        const auto* box = dynamic_cast<const QMessageBox*>(widget.data());
-        return box != nullptr && box->isVisible() && box->text() == text;
+// Where an answer is awaited, a box that gives none to anybody doesn't count.
+bool Boxes::IsOpen(const QString& text, Answer answer) const {
+    return std::any_of(open.begin(), open.end(), [&text, answer](const OpenBox& candidate) {
+        const auto* box = dynamic_cast<const QMessageBox*>(candidate.widget.data());
+        return box != nullptr && box->isVisible() && box->text() == text &&
+               (answer == Answer::Unwanted || candidate.answer == Answer::Awaited);
     });
 }
 
-void Boxes::Show(std::unique_ptr<QWidget> box) {
-    std::erase_if(open, [](const QPointer<QWidget>& widget) { return widget.isNull(); });
+void Boxes::Show(std::unique_ptr<QWidget> box, Answer answer) {
+    std::erase_if(open, [](const OpenBox& candidate) { return candidate.widget.isNull(); });
     QWidget* shown = box.release(); // deletes itself once it is closed
     shown->setAttribute(Qt::WA_DeleteOnClose);
-    open.emplace_back(shown);
+    open.push_back({shown, answer});
     PlaceOverFront(*shown);
     shown->show();
 }
@@ -113,7 +115,8 @@ void Boxes::ShowText(const std::string& text) {
 
 void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::Answer)> answered) {
     const QString text = QString::fromStdString(dialog.message);
-    if (IsOpen(text)) {
+    const Answer answer = answered ? Answer::Awaited : Answer::Unwanted;
+    if (IsOpen(text, answer)) {
         return;
     }
     auto box = std::make_unique<QMessageBox>();
@@ -126,11 +129,11 @@ void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::A
     if (answered) {
         QObject::connect(box.get(), &QDialog::finished, box.get(),
                          [this, shown = box.get(), handler = std::move(answered)] {
-                             const auto answer = AnswerOf(*shown);
-                             desktop.Raise([handler, answer] { handler(answer); });
+                             const auto given = AnswerOf(*shown);
+                             desktop.Raise([handler, given] { handler(given); });
                          });
     }
-    Show(std::move(box));
+    Show(std::move(box), answer);
 }
 
 void Boxes::AskForFile(const std::string& filter, const std::optional<std::string>& nameToSave,
@@ -146,7 +149,7 @@ void Boxes::AskForFile(const std::string& filter, const std::optional<std::strin
                          }
                          desktop.Raise([&handler, &file] { handler(file); });
                      });
-    Show(std::move(dialog));
+    Show(std::move(dialog), Answer::Awaited);
 }
 
 } // namespace larkspool

@@ -30,11 +30,18 @@ class Boxes {
     void CloseAll(); // nobody is answered
 
   private:
-    bool IsOpen(const QString& text) const;
-    void Show(std::unique_ptr<QWidget> box);
+    enum class Answer { Awaited, Unwanted };
+
+    struct OpenBox {
+        QPointer<QWidget> widget; // null once it has been closed: it deletes itself
+        Answer answer;
+    };
+
+    bool IsOpen(const QString& text, Answer answer) const;
+    void Show(std::unique_ptr<QWidget> box, Answer answer);
 
     Desktop& desktop;
-    std::vector<QPointer<QWidget>> open; // a closed one deletes itself
+    std::vector<OpenBox> open;
 };
 
 } // namespace larkspool
