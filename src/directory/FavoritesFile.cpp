@@ -1,21 +1,9 @@
 #include "directory/FavoritesFile.h"
 
+#include "platform/OnOneLine.h"
 #include "platform/Text.h"
 
-#include <algorithm>
-
 namespace larkspool {
-
-namespace {
-
-// A line end in a cell, pasted there, would break the row in two.
-std::string OnOneLine(std::string cell) {
-    std::replace_if(
-        cell.begin(), cell.end(), [](char c) { return c == '\n' || c == '\r'; }, ' ');
-    return cell;
-}
-
-} // namespace
 
 ReceiverList DecodeFavorites(TextInputStream& text) {
     ReceiverList list;

@@ -1,5 +1,6 @@
 #include "schedule/ScheduleFile.h"
 
+#include "platform/OnOneLine.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -7,17 +8,6 @@
 #include <utility>
 
 namespace larkspool {
-
-namespace {
-
-// A line end inside a cell would make two lines of the row, and the count would cut off others.
-std::string OnOneLine(std::string cell) {
-    std::replace_if(
-        cell.begin(), cell.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
-    return cell;
-}
-
-} // namespace
 
 std::string ScheduleText(std::span<const ScheduleRow> rows) {
     std::string text = Str(rows.size()) + "\n";
