@@ -1,4 +1,5 @@
 #include "console/Window1.h"
+#include "directory/ReceiverList.h"
 #include "platform/Text.h"
 
 namespace larkspool {
@@ -13,15 +14,15 @@ constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old sess
 // presses Disconnect. The recording starts once the receiver has told its audio rate.
 void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
                                const std::string& mode, const std::string& filter) {
-    const auto hostAndPort = SplitB(url, ":");
-    if (hostAndPort.size() != 2) {
+    const auto receiver = SplitHostAndPort(url);
+    if (!receiver) {
         return;
     }
     if (!Visible()) {
         Show();
     }
-    TextFieldAddress.SetText(std::string(hostAndPort[0]));
-    TextFieldPort.SetText(std::string(hostAndPort[1]));
+    TextFieldAddress.SetText(std::string(receiver->host));
+    TextFieldPort.SetText(std::string(receiver->port));
     TextFieldFreq.SetText(freq);
     for (int row = 0; row < PopupMenuMode.ListCount(); ++row) {
         if (PopupMenuMode.RowText(row) == mode) {
