@@ -85,6 +85,19 @@ TEST_F(HTTP, WhatIsNoWholeAnswerIsAnError) {
     EXPECT_EQ(EventOf(""), "error " + std::to_string(EINVAL));
 }
 
+// Whether the resolver here says that there is no such name, or can't say anything.
+TEST_F(HTTP, ANameThatIsNotFoundIsToldAsALinkTellsIt) {
+    const auto link = TheDesktop().MakeTCPSocket();
+    link->address = "nowhere.invalid";
+    link->port = 80;
+    bool failed = false;
+    link->error = [&failed] { failed = true; };
+    link->Connect();
+    ASSERT_TRUE(Eventually([&failed] { return failed; }));
+    EXPECT_EQ(EventOf("http://nowhere.invalid/public/"),
+              "error " + std::to_string(link->LastErrorCode()));
+}
+
 TEST_F(HTTP, ANewFetchCancelsTheOneBefore) {
     replies["/second"] = "HTTP/1.1 200 OK\r\n\r\nsecond";
     fetch->Get(Url("/wait"));

@@ -2,6 +2,7 @@
 
 #include "platform/Desktop.h"
 
+#include <QHostInfo>
 #include <QNetworkAccessManager>
 #include <QNetworkRequest>
 #include <QUrl>
@@ -37,8 +38,6 @@ bool CameWhole(QNetworkReply::NetworkError error) {
 
 int ErrorCode(QNetworkReply::NetworkError error) {
     switch (error) {
-    case QNetworkReply::HostNotFoundError:
-        return ErrorNoSuchName;
     case QNetworkReply::TooManyRedirectsError:
     case QNetworkReply::InsecureRedirectError:
         return ELOOP;
@@ -97,6 +96,8 @@ void QtHTTPSocket::Finish() {
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (body.size() > largestBody) {
         Fail(EFBIG);
+    } else if (reply->error() == QNetworkReply::HostNotFoundError) {
+        AskWhyNotFound();
     } else if (status == 0 || !CameWhole(reply->error())) {
         Fail(ErrorCode(reply->error()));
     } else {
@@ -108,6 +109,14 @@ void QtHTTPSocket::Finish() {
             desktop.Raise([&] { handler(url, status, content); });
         }
     }
+}
+
+// A name that doesn't exist and a resolver that can't answer now are one error to the reply.
+void QtHTTPSocket::AskWhyNotFound() {
+    lookup = QHostInfo::lookupHost(reply->url().host(), &timeLimit, [this](const QHostInfo& host) {
+        lookup = -1;
+        Fail(host.error() == QHostInfo::HostNotFound ? ErrorNoSuchName : ErrorLostConnection);
+    });
 }
 
 void QtHTTPSocket::Fail(int code) {
@@ -122,6 +131,9 @@ void QtHTTPSocket::Cancel() {
     start.stop();
     timeLimit.stop();
     body.clear();
+    if (lookup >= 0) {
+        QHostInfo::abortHostLookup(std::exchange(lookup, -1));
+    }
     if (reply) {
         reply->disconnect(&timeLimit);
         reply->abort();

@@ -32,6 +32,7 @@ class QtHTTPSocket : public HTTPSocket {
     void Start();
     void Collect();
     void Finish();
+    void AskWhyNotFound();
     void Fail(int code);
     void Cancel();
 
@@ -40,7 +41,8 @@ class QtHTTPSocket : public HTTPSocket {
     std::string address;
     QByteArray body;
     OwnedByLoop<QNetworkReply> reply;
-    QTimer start; // the fetch begins at the loop's next turn
+    int lookup = -1; // the host lookup under way
+    QTimer start;    // the fetch begins at the loop's next turn
     QTimer timeLimit;
 };
 
