@@ -11,13 +11,13 @@ desktop_pids=()
 
 desktop_available() {
     local tool missing=""
-    for tool in Xvfb openbox import dbus-daemon; do
+    for tool in Xvfb openbox xprop import dbus-daemon; do
         command -v "$tool" >/dev/null 2>&1 || missing="$missing $tool"
     done
     /usr/bin/python3 -c 'import gi; gi.require_version("Atspi", "2.0")' 2>/dev/null ||
         missing="$missing python3-gi"
     [ -z "$missing" ] && return 0
-    echo "missing:$missing (Debian packages xvfb, openbox, imagemagick, dbus-daemon, python3-gi, gir1.2-atspi-2.0)"
+    echo "missing:$missing (Debian packages xvfb, openbox, x11-utils, imagemagick, dbus-daemon, python3-gi, gir1.2-atspi-2.0)"
     return 1
 }
 
