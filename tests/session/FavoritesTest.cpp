@@ -1,24 +1,11 @@
 #include "session/DirectoryFixture.h"
+#include "support/OpenEdit.h"
 #include "support/SmallDisk.h"
 
 namespace larkspool {
 namespace {
 
 using Strings = std::vector<std::string>;
-
-// Stands in for a cell that the user is typing in.
-class OpenEdit : public ControlView {
-  public:
-    OpenEdit(Listbox& edited, std::string typed) : ControlView(edited), text(std::move(typed)) {}
-    void Changed(Aspect aspect) override {
-        if (aspect == Aspect::CommitEdit) {
-            static_cast<Listbox*>(Model())->SetCell(0, 2, text);
-        }
-    }
-
-  private:
-    std::string text;
-};
 
 // The window of favourites.
 class Favorites : public DirectoryFixture {
@@ -127,7 +114,7 @@ TEST_F(Favorites, AnEditThatIsOpenIsKeptByTheCloseButtonAndAtQuit) {
     Start();
     {
         auto& window = Open();
-        const OpenEdit edit(window.Listbox1, "closed");
+        const OpenEdit edit(window.Listbox1, 2, "closed");
         window.Close();
     }
     desktop.Advance(0);
@@ -135,7 +122,7 @@ TEST_F(Favorites, AnEditThatIsOpenIsKeptByTheCloseButtonAndAtQuit) {
     Fetch().Deliver("");
     {
         auto& window = Open();
-        const OpenEdit edit(window.Listbox1, "quit");
+        const OpenEdit edit(window.Listbox1, 2, "quit");
         desktop.quitRequested(QuitCause::Signal);
     }
     EXPECT_EQ(StoredFavorites(), "h;1;quit\n");

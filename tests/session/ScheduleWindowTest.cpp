@@ -1,4 +1,5 @@
 #include "support/Files.h"
+#include "support/OpenEdit.h"
 #include "support/ScheduleFixture.h"
 #include "support/SmallDisk.h"
 
@@ -187,6 +188,20 @@ TEST_F(ScheduleWindow, AFullDiskLeavesTheOldScheduleAndSaysSo) {
     }
     EXPECT_EQ(ContentOf(file), twoRows);
     EXPECT_EQ(desktop.boxes, Texts{"Error saving file"});
+}
+
+TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
+    SkedWindow& window = NewWindow();
+    AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "am", "5000"});
+    const FolderItem file = *desktop.Folder(SpecialFolder::Documents).Child("schedule.txt");
+    {
+        const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
+        Save(window, file);
+    }
+    EXPECT_EQ(Content(file), "1\n" + First + ";;06:30:00-07:00:00;1630;am;5000\n");
+    const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1640");
+    Choose(window, "Add entry");
+    EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640");
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaid) {
