@@ -57,6 +57,14 @@ TEST_F(ListboxView, ACellIsEditedInPlace) {
     EXPECT_EQ(list.Cell(1, 0), "b");
 }
 
+TEST_F(ListboxView, AnEditThatChangesNothingKeepsBytesThatCantBeShown) {
+    list.SetCell(1, 1, "\xff");
+    QLineEdit* edit = OpenEdit(Open(), 1, 1);
+    ASSERT_NE(edit, nullptr);
+    list.CommitEdit();
+    EXPECT_EQ(list.Cell(1, 1), "\xff");
+}
+
 TEST_F(ListboxView, TypingOnACellEditsIt) {
     auto& table = Open();
     QTest::mouseClick(table.viewport(), Qt::LeftButton, {}, CentreOf(table, 2, 0));
