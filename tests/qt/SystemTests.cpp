@@ -56,6 +56,16 @@ TEST(Loop, ItOpensTheProgramAndEndsOnASignal) {
     EXPECT_EQ(events, (std::vector<std::string>{"opened", "signal"}));
 }
 
+// Qt itself would close every window and end the loop behind the program's back.
+TEST(Loop, TheSystemsQuitCommandIsAskedOfTheProgram) {
+    int asked = 0;
+    TheDesktop().quitRequested = [&asked](QuitCause cause) { asked += cause == QuitCause::User; };
+    QEvent quit(QEvent::Quit);
+    QCoreApplication::sendEvent(qApp, &quit);
+    TheDesktop().quitRequested = nullptr;
+    EXPECT_EQ(asked, 1);
+}
+
 TEST(Computer, FoldersAreTheUsersAndMade) {
     const QTemporaryDir home;
     const std::string config = home.filePath("config").toStdString();

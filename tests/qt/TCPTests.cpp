@@ -125,6 +125,20 @@ TEST_F(TCP, WhatThePeerSentBeforeItClosedArrivesFirst) {
     EXPECT_EQ(socket->LastErrorCode(), ErrorLostConnection);
 }
 
+// A reader that has room for little at a time still gets all of it before the error.
+TEST_F(TCP, WhatWasNotTakenAtOnceIsHandedOverBeforeTheError) {
+    socket->dataAvailable = [this] {
+        std::uint8_t piece[10];
+        received.append(std::size_t{socket->Read(piece)}, 'x');
+    };
+    socket->error = [this] { events.push_back("error after " + std::to_string(received.size())); };
+    Join();
+    peer->write(QByteArray(95, 'x'));
+    peer->disconnectFromHost();
+    EXPECT_TRUE(Eventually([this] { return !events.empty(); }));
+    EXPECT_EQ(events, (Events{"error after 95"}));
+}
+
 TEST_F(TCP, AFloodThatIsNotReadStaysWithThePeer) {
     Join();
     socket->dataAvailable = nullptr;
