@@ -198,7 +198,7 @@ TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
         const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
         Save(window, file);
     }
-    EXPECT_EQ(Content(file), "1\n" + First + ";;06:30:00-07:00:00;1630;am;5000\n");
+    EXPECT_EQ(ContentOf(file), "1\n" + First + ";;06:30:00-07:00:00;1630;am;5000\n");
     const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1640");
     Choose(window, "Add entry");
     EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640");
