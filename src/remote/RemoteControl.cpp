@@ -34,7 +34,8 @@ void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
 void Window1::RxUDPSocket_DataAvailable(UDPSocket& socket) {
     const std::string line = RemoteLine(socket.Read().data);
     Listbox1.AddRow(line);
-    if (const auto command = ParseRemoteCommand(line)) {
+    const auto command = ParseRemoteCommand(line);
+    if (command && !app.IsQuitting()) { // what began now would end without being closed
         Obey(*command);
     }
 }

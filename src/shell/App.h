@@ -38,6 +38,9 @@ class App {
     // Whether closing this window ends the program: no other one shows.
     bool EndsWith(const Window& closing) const;
 
+    // The program is about to end; it may still wait for an answer.
+    bool IsQuitting() const { return isQuitting; }
+
     // Something of the user's could not be kept. At quit it is told before the program ends.
     void TellLoss(const std::string& text);
 

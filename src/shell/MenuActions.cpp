@@ -67,7 +67,7 @@ bool App::FileNewScheduleWindow_Action() {
 // Always into a window of its own, never into the one in front.
 bool App::FileOpenSchedule_Action() {
     desktop.ShowOpenFileDialog("text/txt", [this](const std::optional<FolderItem>& chosen) {
-        if (chosen) {
+        if (chosen && !isQuitting) {
             auto window = std::make_unique<SkedWindow>(desktop, *this);
             window->OpenFile(*chosen);
             OpenWindow(std::move(window));

@@ -45,8 +45,12 @@ TEST_F(Quitting, EveryWayOutHangsUpAndKeepsTheSettings) {
 TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
     SpoilPreferences();
     Start();
+    Console().CheckBoxNetwork.SetValue(true);
     desktop.quitRequested(QuitCause::User);
     desktop.quitRequested(QuitCause::User);
+    desktop.udpSockets.at(0)->Deliver("ofreq:7055000");
+    desktop.Advance(0);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10000") << "nobody drives a console that is ending";
     ASSERT_EQ(desktop.dialogs.size(), 1U);
     EXPECT_NE(desktop.dialogs[0].message.find("could not be saved"), std::string::npos);
     EXPECT_FALSE(desktop.hasEnded) << "before the user has read it";
