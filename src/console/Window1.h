@@ -102,6 +102,7 @@ class Window1 : public Window, public ReceiverControls {
     void PushButtonDisconnect_Action();
     void CheckBoxReconnect_Action();
     void HangUp();
+    static constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go
     void ConnectLater(int milliseconds, ConnectKind kind);
     void MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket);
     void SendRequest(LinkKind kind, WebsocketsClass* websocket);

@@ -9,7 +9,6 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t ShortestAddress = 5;
-constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go first
 
 } // namespace
 

@@ -4,12 +4,6 @@
 
 namespace larkspool {
 
-namespace {
-
-constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go first
-
-} // namespace
-
 // The scheduler's way into the console, which it uses as a user would: it fills in the fields and
 // presses Disconnect. The recording starts once the receiver has told its audio rate.
 void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,

@@ -10,7 +10,6 @@ namespace {
 constexpr int Speed = 3;
 constexpr int NoCompression = 0;
 constexpr int Zoom = 11;
-constexpr double HalfSpan = 7.328; // kHz from the left edge to the centre, at that zoom
 
 } // namespace
 
@@ -23,7 +22,7 @@ void Window1::SetWaterfall(int speed, int compression, int zoom, double freq, We
     if (ws == nullptr) {
         return;
     }
-    waterfallStartFreq = freq - HalfSpan;
+    waterfallStartFreq = freq - WaterfallClass::HalfSpan;
     for (const std::string& text :
          command::Waterfall(speed, compression, zoom, waterfallStartFreq)) {
         ws->WebsocketWrite(text);
@@ -62,7 +61,8 @@ bool Window1::WaterfallCanvas_MouseDown(int x) {
         return true;
     }
     const double middle = (static_cast<double>(lowCut) + static_cast<double>(hiCut)) / 2000.0;
-    const double freq = x * HalfSpan * 2.0 / WaterfallClass::Bins + waterfallStartFreq - middle;
+    const double freq =
+        x * WaterfallClass::HalfSpan * 2.0 / WaterfallClass::Bins + waterfallStartFreq - middle;
     TextFieldFreq.SetText(Str(freq));
     return false;
 }

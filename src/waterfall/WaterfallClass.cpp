@@ -11,7 +11,6 @@ constexpr std::size_t FrameHeader = 13; // nothing in it is read
 constexpr int Bottom = 55;              // the byte that stands for the bottom of the range
 constexpr int MarkStrip = 5;            // rows above the picture
 constexpr int MarkHeight = 4;
-constexpr double HalfSpan = 7328; // Hz from the centre to the edge
 constexpr double Centre = WaterfallClass::Bins / 2.0;
 
 } // namespace
@@ -83,7 +82,7 @@ void WaterfallClass::PaintMarks(Graphics& g) const {
     const double width = g.Width();
     const double scale = width / Bins;
     const auto x = [scale, width](double hertz) {
-        return std::clamp(scale * (Centre + hertz * Centre / HalfSpan), -width, 2 * width);
+        return std::clamp(scale * (Centre + hertz * Centre / (1000 * HalfSpan)), -width, 2 * width);
     };
     g.SetForeColor({255, 255, 0});
     g.FillRect(x(low), 0, x(high) - x(low), MarkHeight);

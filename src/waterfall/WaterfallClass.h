@@ -20,7 +20,8 @@ constexpr int WaterfallMinimum(int offset) { return offset - 120; }
 // the marks of passband and carrier. A control of the console.
 class WaterfallClass : public Canvas {
   public:
-    static constexpr int Bins = 1024; // in a row; the canvas's full width
+    static constexpr int Bins = 1024;         // in a row; the canvas's full width
+    static constexpr double HalfSpan = 7.328; // kHz from the centre to an edge
 
     WaterfallClass() { coversItself = true; }
 
