@@ -76,7 +76,7 @@ TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
     Start();
     Console().TextFieldAddress.SetText("192.0.2.10");
     Quit();
-    for (const rlim_t room : {0, 1, 300, 1000}) {
+    for (const rlim_t room : {0U, 1U, 300U, 1000U}) {
         Start();
         Console().TextFieldAddress.SetText("lost.example.net");
         {
