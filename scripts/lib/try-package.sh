@@ -23,6 +23,7 @@ skip() {
 
 fail() {
     echo "FAILED: $*"
+    cat "$work/program.log" "$work/desktop/wm.log" 2>/dev/null
     exit 1
 }
 
@@ -80,13 +81,13 @@ start_installed() {
 
 titles() { wmctrl -l 2>/dev/null | cut -d' ' -f5- | sort; }
 
-wait_for_window() {
-    local tries
-    for tries in $(seq 100); do
-        titles | grep -q . && break
+# wait_for_windows COUNT: a first start from a disk that still writes may take its time
+wait_for_windows() {
+    local end=$((SECONDS + 60))
+    while [ "$(titles | wc -l)" -lt "$1" ] && [ "$SECONDS" -lt "$end" ]; do
         sleep 0.1
     done
-    sleep 3 # a box about the list comes after the window
+    sleep 3 # for a box that shouldn't be there
 }
 
 [ "$(id -u)" -eq 0 ] || skip "only root can make a clean root"
@@ -101,18 +102,15 @@ make_clean_root
 desktop_start "$work/desktop" || fail "no desktop"
 
 start_installed without
-wait_for_window
+wait_for_windows 2
 without=$(titles | wc -l)
 stop_all
 start_installed with
-wait_for_window
+wait_for_windows 1
 with=$(titles)
 [ -z "$picture" ] || desktop_screenshot "$picture"
 class=$(xprop -id "$(wmctrl -l | awk 'NR == 1 { print $1 }')" WM_CLASS)
-kill -0 "$program" 2>/dev/null || {
-    cat "$work/program.log"
-    fail "the installed program has ended"
-}
+kill -0 "$program" 2>/dev/null || fail "the installed program has ended"
 [ "$without" -eq 2 ] || fail "without a list there should be the console and a box, not $without windows"
 [ "$with" = Larkspool ] || fail "with a list there should be the console alone, not: $with"
 grep -qi "StartupWMClass=$(sed 's/.*"\(.*\)"/\1/' <<<"$class")" \
