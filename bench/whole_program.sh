@@ -6,14 +6,8 @@
 # All three run at once through every round, so that whatever else the computer does hits all alike.
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/../scripts/lib/network.sh"
-if [ -z "${LARKSPOOL_OWN_NETWORK:-}" ]; then
-    trap network_stop EXIT
-    if network_start; then
-        LARKSPOOL_OWN_NETWORK=yes network_run "$0" "$@"
-        exit
-    fi
-    echo "$network_obstacle: taking this computer's"
-fi
+network_enter "$0" "$@"
+[ -z "$network_obstacle" ] || echo "$network_obstacle: taking this computer's"
 . "$here/../scripts/lib/remote.sh"
 rounds=${2:-15}
 starts=${3:-21}

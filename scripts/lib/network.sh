@@ -3,6 +3,9 @@
 #   network_start      makes it: a loopback and an interface "wire" with 10.77.0.2/24 and the default
 #                      route. Where that may not be done it fails, and network_obstacle says why
 #   network_run COMMAND...
+#   network_enter SCRIPT ARGUMENTS...
+#                      runs the calling script again in such a network and ends as it does; where that
+#                      may not be done, or is done already, it returns
 #   network_ip ARGUMENTS...  the ip command in it
 #   network_stop       call it from an EXIT trap
 
@@ -37,6 +40,15 @@ network_add_wire() {
 network_ip() { ip -n "$network_name" "$@"; }
 
 network_run() { ip netns exec "$network_name" "$@"; }
+
+network_enter() {
+    [ -z "${LARKSPOOL_OWN_NETWORK:-}" ] || return 0
+    trap network_stop EXIT
+    if network_start; then
+        LARKSPOOL_OWN_NETWORK=yes network_run "$@"
+        exit
+    fi
+}
 
 network_stop() {
     [ -n "$network_name" ] && ip netns delete "$network_name"

@@ -3,13 +3,7 @@
 # has afterwards. In a network and with mounts of its own where those may be made.
 here=$(dirname "$0")
 . "$here/../../scripts/lib/network.sh"
-if [ -z "${LARKSPOOL_OWN_NETWORK:-}" ]; then
-    trap network_stop EXIT
-    if network_start; then
-        LARKSPOOL_OWN_NETWORK=yes network_run "$0" "$@"
-        exit
-    fi
-fi
+network_enter "$0" "$@"
 fault=${2:?the fault}
 . "$here/lib.sh"
 

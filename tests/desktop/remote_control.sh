@@ -3,14 +3,8 @@
 # network of its own where that may be made, else in this computer's if the ports are free there.
 here=$(dirname "$0")
 . "$here/../../scripts/lib/network.sh"
-if [ -z "${LARKSPOOL_OWN_NETWORK:-}" ]; then
-    trap network_stop EXIT
-    if network_start; then
-        LARKSPOOL_OWN_NETWORK=yes network_run "$0" "$@"
-        exit
-    fi
-    echo "$network_obstacle: taking this computer's"
-fi
+network_enter "$0" "$@"
+[ -z "$network_obstacle" ] || echo "$network_obstacle: taking this computer's"
 . "$here/../../scripts/lib/remote.sh"
 . "$here/lib.sh"
 
