@@ -43,11 +43,14 @@ desktop_start() {
     }
     export DBUS_SESSION_BUS_ADDRESS=$address
     export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1
-    openbox --sm-disable >"$dir/wm.log" 2>&1 &
+    # A window that comes while Openbox starts may never be shown: it sleeps on requests that it has
+    # read ahead. Its start is over with its startup command; a change to the root wakes it once more.
+    rm -f "$dir/wm.up"
+    openbox --sm-disable --startup "touch '$dir/wm.up'" >"$dir/wm.log" 2>&1 &
     desktop_pids+=("$!")
     local tries
-    for tries in $(seq 100); do
-        xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q window && return 0
+    for tries in $(seq 400); do
+        [ -e "$dir/wm.up" ] && xprop -root -format WM_UP 8s -set WM_UP yes && return 0
         sleep 0.05
     done
     complain "the window manager did not start"

@@ -24,6 +24,7 @@ skip() {
 fail() {
     echo "FAILED: $*"
     cat "$work/program.log" "$work/desktop/wm.log" 2>/dev/null
+    xwininfo -root -tree 2>/dev/null
     exit 1
 }
 
@@ -81,7 +82,7 @@ start_installed() {
 
 titles() { wmctrl -l 2>/dev/null | cut -d' ' -f5- | sort; }
 
-# wait_for_windows COUNT: a first start from a disk that still writes may take its time
+# wait_for_windows COUNT: a first start from a cold disk may take its time
 wait_for_windows() {
     local end=$((SECONDS + 60))
     while [ "$(titles | wc -l)" -lt "$1" ] && [ "$SECONDS" -lt "$end" ]; do
