@@ -1,7 +1,6 @@
 #include "platform/qt/Application.h"
 
 #include "platform/qt/Accessibility.h"
-#include "platform/qt/Fonts.h"
 #include "platform/qt/Palettes.h"
 #include "platform/qt/ProxyStyle.h"
 
@@ -28,7 +27,6 @@ Application::Application(int& argc, char** argv, const std::string& name)
     setStyle(std::make_unique<ProxyStyle>().release()); // the application owns it
     desktopIsDark = IsDark(style()->standardPalette());
     setPalette(dark ? DarkPalette() : LightPalette());
-    setFont(LargestFont());
     InstallAccessibility();
     connect(this, &QGuiApplication::commitDataRequest, this, [this](QSessionManager& /*session*/) {
         if (sessionEnded) {

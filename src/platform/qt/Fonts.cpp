@@ -7,6 +7,7 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -50,9 +51,10 @@ bool AreInOneRow(const Rect& first, const Rect& second) {
 QFont LargestFont() {
     static constexpr std::array families = {"Noto Sans", "Cantarell", "Inter", "Liberation Sans",
                                             "DejaVu Sans"};
+    const QStringList installed = QFontDatabase::families();
     QFont font;
     for (const char* family : families) {
-        if (QFontDatabase::hasFamily(QLatin1String(family))) {
+        if (installed.contains(QLatin1String(family))) {
             font.setFamily(QLatin1String(family));
             break;
         }

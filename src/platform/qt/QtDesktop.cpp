@@ -1,5 +1,6 @@
 #include "platform/qt/QtDesktop.h"
 
+#include "platform/qt/Fonts.h"
 #include "platform/qt/QtHTTPSocket.h"
 #include "platform/qt/QtTCPSocket.h"
 #include "platform/qt/QtTimer.h"
@@ -36,6 +37,8 @@ QString SoundLibraryPath() {
 QtDesktop::QtDesktop(int& argc, char** argv, const std::string& applicationName)
     : application(argc, argv, applicationName), signalWatcher([this] { Quit(QuitCause::Signal); }),
       boxes(*this), sound(SoundLibraryPath()) {
+    // Finding the system's fonts takes as long as loading the sound library does beside it.
+    QApplication::setFont(LargestFont());
     // Nothing here goes through a proxy; asking the system for one would hold up the first window.
     QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy);
     application.quitAsked = [this] { Quit(QuitCause::User); };

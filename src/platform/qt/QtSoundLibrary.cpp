@@ -5,12 +5,22 @@ namespace larkspool {
 QtSoundLibrary::QtSoundLibrary(const QString& path) : library(path) {
     // Its threads may still run while the process ends.
     library.setLoadHints(QLibrary::PreventUnloadHint);
+    loader = std::thread([this] { library.load(); });
+}
+
+QtSoundLibrary::~QtSoundLibrary() { AwaitLibrary(); }
+
+void QtSoundLibrary::AwaitLibrary() {
+    if (loader.joinable()) {
+        loader.join();
+    }
 }
 
 template <typename Function>
 Function* QtSoundLibrary::Find(const char* name) {
     auto place = found.find(name);
     if (place == found.end()) {
+        AwaitLibrary();
         place = found.emplace(name, library.resolve(name)).first;
     }
     if (place->second == nullptr) {

@@ -6,13 +6,16 @@
 
 #include <map>
 #include <string>
+#include <thread>
 
 namespace larkspool {
 
-// The native sound library, loaded at its first call. Owned by the desktop.
+// The native sound library. It brings dozens of others, so it is loaded beside the start of the
+// program; the first call waits for it. Owned by the desktop.
 class QtSoundLibrary : public SoundLibrary {
   public:
     explicit QtSoundLibrary(const QString& path);
+    ~QtSoundLibrary() override;
 
     std::int64_t BuildSoundDeviceList() override;
     void GetSoundDeviceInfo(std::int64_t index, void* info, char* name) override;
@@ -26,8 +29,10 @@ class QtSoundLibrary : public SoundLibrary {
     // Throws FunctionNotFound if the library has no such function.
     template <typename Function>
     Function* Find(const char* name);
+    void AwaitLibrary();
 
-    QLibrary library;
+    QLibrary library; // the loader's until that has ended
+    std::thread loader;
     std::map<std::string, QFunctionPointer, std::less<>> found; // missing ones as null
 };
 
