@@ -10,8 +10,8 @@ namespace {
 
 namespace chrono = std::chrono;
 
-constexpr std::int64_t secondsPerDay = 86400;
-constexpr auto offsetFrom1904 = static_cast<std::int64_t>(SecondsFrom1904To1970);
+constexpr std::int64_t SecondsPerDay = 86400;
+constexpr auto OffsetFrom1904 = static_cast<std::int64_t>(SecondsFrom1904To1970);
 
 constexpr std::int64_t DaysSince1970(int year, unsigned month) {
     return chrono::sys_days(chrono::year(year) / chrono::month(month) / 1)
@@ -19,8 +19,8 @@ constexpr std::int64_t DaysSince1970(int year, unsigned month) {
         .count();
 }
 
-constexpr std::int64_t firstSecond = DaysSince1970(1, 1) * secondsPerDay;
-constexpr std::int64_t lastSecond = DaysSince1970(10000, 1) * secondsPerDay - 1;
+constexpr std::int64_t FirstSecond = DaysSince1970(1, 1) * SecondsPerDay;
+constexpr std::int64_t LastSecond = DaysSince1970(10000, 1) * SecondsPerDay - 1;
 
 constexpr std::int64_t FloorDivide(std::int64_t value, std::int64_t divisor) {
     return (value >= 0 ? value : value - divisor + 1) / divisor;
@@ -45,10 +45,10 @@ Date Date::FromUnixSeconds(double secondsSince1970) {
 }
 
 double Date::TotalSeconds() const {
-    return static_cast<double>(seconds + offsetFrom1904) + fraction;
+    return static_cast<double>(seconds + OffsetFrom1904) + fraction;
 }
 
-void Date::SetTotalSeconds(double secondsSince1904) { Assign(secondsSince1904, -offsetFrom1904); }
+void Date::SetTotalSeconds(double secondsSince1904) { Assign(secondsSince1904, -OffsetFrom1904); }
 
 double Date::UnixSeconds() const { return static_cast<double>(seconds) + fraction; }
 
@@ -75,7 +75,7 @@ void Date::SetYear(int year) { SetCalendarDay(year, Month(), Day()); }
 
 void Date::SetMonth(int month) { SetCalendarDay(Year(), month, Day()); }
 
-void Date::SetDay(int day) { AddSeconds((std::int64_t{day} - Day()) * secondsPerDay); }
+void Date::SetDay(int day) { AddSeconds((std::int64_t{day} - Day()) * SecondsPerDay); }
 
 void Date::SetHour(int hour) { AddSeconds((std::int64_t{hour} - Hour()) * 3600); }
 
@@ -90,7 +90,7 @@ void Date::SetCalendarDay(int year, int month, int day) {
     const std::int64_t wholeYear = std::clamp<std::int64_t>(year + carry, -30000, 30000);
     const auto monthOfYear = static_cast<unsigned>(monthIndex - carry * 12 + 1);
     const std::int64_t firstOfMonth = DaysSince1970(static_cast<int>(wholeYear), monthOfYear);
-    AddSeconds((firstOfMonth + day - 1 - DayNumber()) * secondsPerDay);
+    AddSeconds((firstOfMonth + day - 1 - DayNumber()) * SecondsPerDay);
 }
 
 void Date::SetTimeOfDay(int hour, int minute, int second) {
@@ -105,8 +105,8 @@ int Date::DaysInMonth(int year, int month) {
 }
 
 void Date::Assign(double value, std::int64_t secondsFrom1970ToZero) {
-    constexpr double limit = 1e12; // beyond both ends of the calendar
-    const double bounded = std::isnan(value) ? 0 : std::clamp(value, -limit, limit);
+    constexpr double Limit = 1e12; // beyond both ends of the calendar
+    const double bounded = std::isnan(value) ? 0 : std::clamp(value, -Limit, Limit);
     const double whole = std::floor(bounded);
     seconds = static_cast<std::int64_t>(whole) + secondsFrom1970ToZero;
     fraction = bounded - whole;
@@ -119,14 +119,14 @@ void Date::Assign(double value, std::int64_t secondsFrom1970ToZero) {
 
 void Date::AddSeconds(std::int64_t delta) {
     const std::int64_t sum = seconds + delta;
-    seconds = std::clamp(sum, firstSecond, lastSecond);
+    seconds = std::clamp(sum, FirstSecond, LastSecond);
     if (sum != seconds) {
         fraction = 0;
     }
 }
 
-std::int64_t Date::DayNumber() const { return FloorDivide(seconds, secondsPerDay); }
+std::int64_t Date::DayNumber() const { return FloorDivide(seconds, SecondsPerDay); }
 
-std::int64_t Date::SecondOfDay() const { return seconds - DayNumber() * secondsPerDay; }
+std::int64_t Date::SecondOfDay() const { return seconds - DayNumber() * SecondsPerDay; }
 
 } // namespace larkspool

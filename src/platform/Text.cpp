@@ -10,10 +10,10 @@ namespace larkspool {
 
 namespace {
 
-constexpr int strDigits = 12;
+constexpr int StrDigits = 12;
 // As many as a Double keeps of any decimal: rounding these rounds what was
 // typed, 2.345 and not the 2.34499999 that stands for it.
-constexpr int formatDigits = 15;
+constexpr int FormatDigits = 15;
 
 template <std::integral T>
 std::string Digits(T value) {
@@ -48,7 +48,7 @@ std::string FractionDigits(const Decimal& number, std::string_view mask) {
 
 } // namespace
 
-std::string Str(double value) { return Decimal::From(value, strDigits).Plain(); }
+std::string Str(double value) { return Decimal::From(value, StrDigits).Plain(); }
 
 std::string StrSigned(std::int64_t value) { return Digits(value); }
 
@@ -58,7 +58,7 @@ std::string Format(double value, std::string_view mask) {
     const std::size_t point = std::min(mask.find('.'), mask.size());
     const std::string_view integerMask = mask.substr(0, point);
     const std::string_view fractionMask = mask.substr(std::min(point + 1, mask.size()));
-    Decimal number = Decimal::From(value, formatDigits);
+    Decimal number = Decimal::From(value, FormatDigits);
     number.RoundTo(static_cast<int>(fractionMask.size()));
     const std::string text =
         IntegerDigits(number, integerMask) + FractionDigits(number, fractionMask);

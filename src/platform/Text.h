@@ -56,11 +56,11 @@ T WholePart(double value) {
         return 0;
     }
     // Exact in a Double, unlike the largest value of a 64-bit T.
-    constexpr double beyondLargest = -static_cast<double>(std::numeric_limits<T>::min());
-    if (value >= beyondLargest) {
+    constexpr double BeyondLargest = -static_cast<double>(std::numeric_limits<T>::min());
+    if (value >= BeyondLargest) {
         return std::numeric_limits<T>::max();
     }
-    if (value <= -beyondLargest) {
+    if (value <= -BeyondLargest) {
         return std::numeric_limits<T>::min();
     }
     return static_cast<T>(value);

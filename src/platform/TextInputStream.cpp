@@ -9,7 +9,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::size_t pieceSize = std::size_t{16} * 1024;
+constexpr std::size_t PieceSize = std::size_t{16} * 1024;
 
 } // namespace
 
@@ -55,9 +55,9 @@ bool TextInputStream::Refill() {
     if (!file) {
         return false;
     }
-    buffer.resize(pieceSize);
+    buffer.resize(PieceSize);
     next = 0;
-    buffer.resize(std::fread(buffer.data(), 1, pieceSize, file.get()));
+    buffer.resize(std::fread(buffer.data(), 1, PieceSize, file.get()));
     if (buffer.empty()) {
         failed = std::ferror(file.get()) != 0;
         file.reset();
@@ -66,9 +66,9 @@ bool TextInputStream::Refill() {
 }
 
 void TextInputStream::SkipMark() {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    if (buffer.starts_with(mark)) {
-        next = mark.size();
+    constexpr std::string_view Mark = "\xEF\xBB\xBF";
+    if (buffer.starts_with(Mark)) {
+        next = Mark.size();
     }
 }
 

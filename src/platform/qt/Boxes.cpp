@@ -14,7 +14,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int iconSize = 48; // points
+constexpr int IconSize = 48; // points
 
 QString BoxTitle() {
     QString title = QApplication::applicationName();
@@ -124,7 +124,7 @@ void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::A
     box->setText(text);
     const double ratio = box->devicePixelRatioF();
     box->setWindowTitle(BoxTitle());
-    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(iconSize, iconSize), ratio));
+    box->setIconPixmap(QApplication::windowIcon().pixmap(QSize(IconSize, IconSize), ratio));
     AddButtons(*box, dialog);
     if (answered) {
         QObject::connect(box.get(), &QDialog::finished, box.get(),

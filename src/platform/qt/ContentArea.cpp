@@ -8,9 +8,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr int lineMarginLeft = 20;
-constexpr int lineMarginRight = 14;
-constexpr int longestHold = 45; // ms, a little more than from one row of the waterfall to the next
+constexpr int LineMarginLeft = 20;
+constexpr int LineMarginRight = 14;
+constexpr int LongestHold = 45; // ms, a little more than from one row of the waterfall to the next
 
 } // namespace
 
@@ -27,7 +27,7 @@ void ContentArea::Hold(QWidget& control) {
     control.setUpdatesEnabled(false);
     held.push_back(&control);
     if (!longest.isActive()) {
-        longest.start(longestHold);
+        longest.start(LongestHold);
     }
 }
 
@@ -42,7 +42,7 @@ void ContentArea::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     const QColor tone = palette().color(QPalette::Midlight);
     for (const int y : hairlines) {
-        painter.fillRect(lineMarginLeft, y, width() - lineMarginLeft - lineMarginRight, 1, tone);
+        painter.fillRect(LineMarginLeft, y, width() - LineMarginLeft - LineMarginRight, 1, tone);
     }
 }
 

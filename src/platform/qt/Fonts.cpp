@@ -17,11 +17,11 @@ namespace larkspool {
 
 namespace {
 
-constexpr int wishedSize = 13; // pixels
-constexpr int smallestSize = 9;
-constexpr int gap = 4;           // points kept between a label and what it runs into
-constexpr int checkBoxPart = 20; // the box itself and the space behind it
-constexpr int buttonMargins = 10;
+constexpr int WishedSize = 13; // pixels
+constexpr int SmallestSize = 9;
+constexpr int Gap = 4;           // points kept between a label and what it runs into
+constexpr int CheckBoxPart = 20; // the box itself and the space behind it
+constexpr int ButtonMargins = 10;
 
 int Width(const QFontMetrics& metrics, const std::string& text) {
     return metrics.horizontalAdvance(QString::fromStdString(text));
@@ -34,10 +34,10 @@ bool Fits(const QFontMetrics& metrics, const Window& window, const Control& cont
                RoomForLabel(window, *label);
     }
     if (const auto* box = dynamic_cast<const CheckBox*>(&control)) {
-        return Width(metrics, box->caption) <= room - checkBoxPart;
+        return Width(metrics, box->caption) <= room - CheckBoxPart;
     }
     if (const auto* button = dynamic_cast<const PushButton*>(&control)) {
-        return Width(metrics, button->Caption()) <= room - buttonMargins;
+        return Width(metrics, button->Caption()) <= room - ButtonMargins;
     }
     return true;
 }
@@ -49,22 +49,22 @@ bool AreInOneRow(const Rect& first, const Rect& second) {
 } // namespace
 
 QFont LargestFont() {
-    static constexpr std::array families = {"Noto Sans", "Cantarell", "Inter", "Liberation Sans",
+    static constexpr std::array Families = {"Noto Sans", "Cantarell", "Inter", "Liberation Sans",
                                             "DejaVu Sans"};
     const QStringList installed = QFontDatabase::families();
     QFont font;
-    for (const char* family : families) {
+    for (const char* family : Families) {
         if (installed.contains(QLatin1String(family))) {
             font.setFamily(QLatin1String(family));
             break;
         }
     }
-    font.setPixelSize(wishedSize);
+    font.setPixelSize(WishedSize);
     return font;
 }
 
 QFont FittingFont(const Window& window, QFont font) {
-    for (int size = font.pixelSize(); size >= smallestSize; --size) {
+    for (int size = font.pixelSize(); size >= SmallestSize; --size) {
         font.setPixelSize(size);
         const QFontMetrics metrics(font);
         const auto& controls = window.Controls();
@@ -83,7 +83,7 @@ int RoomForLabel(const Window& window, const Label& label) {
         const Rect& there = other->Bounds();
         if (other->Visible() && AreInOneRow(own, there) && there.left > own.left &&
             there.left < right && dynamic_cast<const Label*>(other) == nullptr) {
-            right = there.left - gap;
+            right = there.left - Gap;
         }
     }
     return std::max(0, right - own.left);

@@ -13,8 +13,8 @@ namespace larkspool {
 
 namespace {
 
-constexpr int rowSpacing = 6;
-constexpr int narrowest = 40; // of a column that shares what the fixed ones leave over
+constexpr int RowSpacing = 6;
+constexpr int Narrowest = 40; // of a column that shares what the fixed ones leave over
 
 } // namespace
 
@@ -90,7 +90,7 @@ Table::Table(QWidget* parent) : QTableView(parent) {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(0);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowSpacing);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + RowSpacing);
     QFont headings = font();
     headings.setPixelSize(headings.pixelSize() - 1);
     horizontalHeader()->setFont(headings);
@@ -152,7 +152,7 @@ void Table::ShareWidth() {
             const int share = rest * column.weight / weights;
             rest -= share;
             weights -= column.weight;
-            width = std::max(narrowest, column.width + share);
+            width = std::max(Narrowest, column.width + share);
         } else if (columns.size() == 1 && width == 0) {
             width = rest;
         }

@@ -29,14 +29,14 @@ std::unique_ptr<WidgetView> MakeView(Control& control, Desktop& desktop, QWidget
         return std::make_unique<LabelView>(*label, desktop, content, window);
     }
     using Maker = std::unique_ptr<WidgetView> (*)(Control&, Desktop&, QWidget&);
-    static constexpr Maker makers[] = {
+    static constexpr Maker Makers[] = {
         MakeIf<TextField, TextFieldView>,   MakeIf<CheckBox, CheckBoxView>,
         MakeIf<PushButton, PushButtonView>, MakeIf<PopupMenu, PopupMenuView>,
         MakeIf<Slider, SliderView>,         MakeIf<ProgressBar, ProgressBarView>,
         MakeIf<Listbox, ListboxView>,       MakeIf<TextArea, TextAreaView>,
         MakeIf<Canvas, CanvasView>,
     };
-    for (const Maker make : makers) {
+    for (const Maker make : Makers) {
         if (auto view = make(control, desktop, content)) {
             return view;
         }

@@ -11,10 +11,10 @@ struct Tones {
         handle;
 };
 
-constexpr Tones lightTones = {0xfff3f4f7, 0xff1c2129, 0xff8f96a3, 0xffffffff,
+constexpr Tones LightTones = {0xfff3f4f7, 0xff1c2129, 0xff8f96a3, 0xffffffff,
                               0xfff3f4f7, 0xfffdfdfe, 0xffc3c9d4, 0xffd5d9e2,
                               0xff4a57c9, 0xff4a57c9, 0xffffffff};
-constexpr Tones darkTones = {0xff20242b, 0xffe4e7ec, 0xff7d8591, 0xff171a20, 0xff20242b, 0xff2c323b,
+constexpr Tones DarkTones = {0xff20242b, 0xffe4e7ec, 0xff7d8591, 0xff171a20, 0xff20242b, 0xff2c323b,
                              0xff3d4450, 0xff3a414d, 0xff4a55b8, 0xff7f8cf5, 0xffc9cfdb};
 
 // The style finds its own tones under these roles: Mid is a border, Midlight a groove, Link the
@@ -49,9 +49,9 @@ QPalette MakePalette(const Tones& tones) {
 
 } // namespace
 
-QPalette LightPalette() { return MakePalette(lightTones); }
+QPalette LightPalette() { return MakePalette(LightTones); }
 
-QPalette DarkPalette() { return MakePalette(darkTones); }
+QPalette DarkPalette() { return MakePalette(DarkTones); }
 
 bool IsDark(const QPalette& palette) {
     return palette.color(QPalette::WindowText).lightness() >

@@ -19,10 +19,10 @@ namespace larkspool {
 
 namespace {
 
-constexpr int mostRowsAtOnce = 20;
-constexpr int rowMargins = 16;
-constexpr int rowSpacing = 5;
-constexpr std::size_t longestRow = 500; // bytes; laying out a longer one takes its time
+constexpr int MostRowsAtOnce = 20;
+constexpr int RowMargins = 16;
+constexpr int RowSpacing = 5;
+constexpr std::size_t LongestRow = 500; // bytes; laying out a longer one takes its time
 
 // Rows that the pointer finds more easily than Qt's own.
 class RoomyRows : public QStyledItemDelegate {
@@ -30,7 +30,7 @@ class RoomyRows : public QStyledItemDelegate {
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
-        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, rowSpacing);
+        return QStyledItemDelegate::sizeHint(option, index) + QSize(0, RowSpacing);
     }
 };
 
@@ -60,7 +60,7 @@ int ComboBox::WidthOfRows() const {
     for (int row = 0; row < count(); ++row) {
         widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(row)));
     }
-    return widest + rowMargins + view()->verticalScrollBar()->sizeHint().width();
+    return widest + RowMargins + view()->verticalScrollBar()->sizeHint().width();
 }
 
 void ComboBox::showPopup() {
@@ -81,10 +81,10 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
     : ViewOf(popup, host, MakeChild<ComboBox>(content)), rows([this](int row) {
           return Held() == nullptr
                      ? QString()
-                     : QString::fromStdString(CutUtf8(Held()->RowText(row), longestRow));
+                     : QString::fromStdString(CutUtf8(Held()->RowText(row), LongestRow));
       }) {
     shape.setModel(&rows);
-    shape.setMaxVisibleItems(mostRowsAtOnce);
+    shape.setMaxVisibleItems(MostRowsAtOnce);
     shape.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     if (auto* list = dynamic_cast<QListView*>(shape.view())) {
         list->setUniformItemSizes(true);

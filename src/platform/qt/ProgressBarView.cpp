@@ -12,8 +12,8 @@ namespace larkspool {
 
 namespace {
 
-constexpr int barHeight = 12;
-constexpr double radius = 3;
+constexpr int BarHeight = 12;
+constexpr double Radius = 3;
 
 QLinearGradient MeterColours(const QRectF& bar) {
     QLinearGradient gradient(bar.topLeft(), bar.topRight());
@@ -30,13 +30,13 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    const QRectF bar(0, (height() - barHeight) / 2.0, width(), barHeight);
+    const QRectF bar(0, (height() - BarHeight) / 2.0, width(), BarHeight);
     painter.setBrush(palette().brush(QPalette::Midlight));
-    painter.drawRoundedRect(bar, radius, radius);
+    painter.drawRoundedRect(bar, Radius, Radius);
     const double share = maximum() > 0 ? static_cast<double>(value()) / maximum() : 0;
     painter.setClipRect(QRectF(bar.left(), bar.top(), bar.width() * share, bar.height()));
     painter.setBrush(MeterColours(bar));
-    painter.drawRoundedRect(bar, radius, radius);
+    painter.drawRoundedRect(bar, Radius, Radius);
 }
 
 ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)

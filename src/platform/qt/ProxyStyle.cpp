@@ -8,14 +8,14 @@ namespace larkspool {
 
 namespace {
 
-constexpr int indicatorSize = 15;
-constexpr int cellMargin = 3;
-constexpr int handleSize = 14;
-constexpr int grooveHeight = 4;
-constexpr int grooveCentre = 10; // below the slider's top, in line with a label 20 high
-constexpr int grooveMargin = 2;
-constexpr int arrowPart = 18; // of a combo box, at its right
-constexpr double radius = 3.5;
+constexpr int IndicatorSize = 15;
+constexpr int CellMargin = 3;
+constexpr int HandleSize = 14;
+constexpr int GrooveHeight = 4;
+constexpr int GrooveCentre = 10; // below the slider's top, in line with a label 20 high
+constexpr int GrooveMargin = 2;
+constexpr int ArrowPart = 18; // of a combo box, at its right
+constexpr double Radius = 3.5;
 
 QColor BorderOf(const QStyleOption& option) {
     const bool focused = option.state.testFlag(QStyle::State_HasFocus);
@@ -37,7 +37,7 @@ void DrawFrame(QPainter& painter, const QRectF& place, const QColor& fill, const
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(border, 1));
     painter.setBrush(fill);
-    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.drawRoundedRect(place.adjusted(0.5, 0.5, -0.5, -0.5), Radius, Radius);
     painter.restore();
 }
 
@@ -73,7 +73,7 @@ void DrawComboBox(QPainter& painter, const QStyleOption& option) {
 void DrawGroove(QPainter& painter, const QRectF& place, const QBrush& fill) {
     painter.setPen(Qt::NoPen);
     painter.setBrush(fill);
-    painter.drawRoundedRect(place, grooveHeight / 2.0, grooveHeight / 2.0);
+    painter.drawRoundedRect(place, GrooveHeight / 2.0, GrooveHeight / 2.0);
 }
 
 void DrawSlider(QPainter& painter, const QStyleOption& option, const QRectF& groove,
@@ -124,19 +124,19 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     switch (metric) {
     case PM_IndicatorWidth:
     case PM_IndicatorHeight:
-        return indicatorSize;
+        return IndicatorSize;
     case PM_CheckBoxLabelSpacing:
         return 5;
     case PM_FocusFrameHMargin:
         return dynamic_cast<const QAbstractItemView*>(widget) != nullptr
-                   ? cellMargin
+                   ? CellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_HeaderMargin:
-        return cellMargin;
+        return CellMargin;
     case PM_SliderLength:
     case PM_SliderThickness:
     case PM_SliderControlThickness:
-        return handleSize;
+        return HandleSize;
     default:
         return QProxyStyle::pixelMetric(metric, option, widget);
     }
@@ -156,19 +156,19 @@ QRect ProxyStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
                                  SubControl part, const QWidget* widget) const {
     const QRect& all = option->rect;
     if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
-        return all.adjusted(5, 1, -arrowPart, -1);
+        return all.adjusted(5, 1, -ArrowPart, -1);
     }
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_Slider && slider != nullptr && part == SC_SliderGroove) {
-        return {all.left() + grooveMargin, all.top() + grooveCentre - grooveHeight / 2,
-                all.width() - 2 * grooveMargin, grooveHeight};
+        return {all.left() + GrooveMargin, all.top() + GrooveCentre - GrooveHeight / 2,
+                all.width() - 2 * GrooveMargin, GrooveHeight};
     }
     if (control == CC_Slider && slider != nullptr && part == SC_SliderHandle) {
         const int offset =
             sliderPositionFromValue(slider->minimum, slider->maximum, slider->sliderPosition,
-                                    all.width() - handleSize, slider->upsideDown);
-        return {all.left() + offset, all.top() + grooveCentre - handleSize / 2, handleSize,
-                handleSize};
+                                    all.width() - HandleSize, slider->upsideDown);
+        return {all.left() + offset, all.top() + GrooveCentre - HandleSize / 2, HandleSize,
+                HandleSize};
     }
     return QProxyStyle::subControlRect(control, option, part, widget);
 }

@@ -14,16 +14,16 @@ namespace larkspool {
 
 namespace {
 
-constexpr int patience = 30'000;                        // ms
-constexpr qint64 largestBody = qint64{8} * 1024 * 1024; // bytes
-constexpr qint64 receiveBuffer = qint64{256} * 1024;    // bytes
-constexpr int mostRedirects = 10;
+constexpr int Patience = 30'000;                        // ms
+constexpr qint64 LargestBody = qint64{8} * 1024 * 1024; // bytes
+constexpr qint64 ReceiveBuffer = qint64{256} * 1024;    // bytes
+constexpr int MostRedirects = 10;
 
 QNetworkRequest MakeRequest(const QUrl& url) {
     QNetworkRequest request(url);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
-    request.setMaximumRedirectsAllowed(mostRedirects);
+    request.setMaximumRedirectsAllowed(MostRedirects);
     return request;
 }
 
@@ -77,16 +77,16 @@ void QtHTTPSocket::Start() {
         Fail(EINVAL);
         return;
     }
-    timeLimit.start(patience);
+    timeLimit.start(Patience);
     reply.reset(manager().get(MakeRequest(url)));
-    reply->setReadBufferSize(receiveBuffer);
+    reply->setReadBufferSize(ReceiveBuffer);
     QObject::connect(reply.get(), &QNetworkReply::readyRead, &timeLimit, [this] { Collect(); });
     QObject::connect(reply.get(), &QNetworkReply::finished, &timeLimit, [this] { Finish(); });
 }
 
 void QtHTTPSocket::Collect() {
     body += reply->readAll();
-    if (body.size() > largestBody) {
+    if (body.size() > LargestBody) {
         Fail(EFBIG);
     }
 }
@@ -94,7 +94,7 @@ void QtHTTPSocket::Collect() {
 void QtHTTPSocket::Finish() {
     body += reply->readAll();
     const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (body.size() > largestBody) {
+    if (body.size() > LargestBody) {
         Fail(EFBIG);
     } else if (reply->error() == QNetworkReply::HostNotFoundError) {
         AskWhyNotFound();

@@ -19,9 +19,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr int patience = 20'000;                       // ms, for a connect and for a silent peer
-constexpr qint64 receiveBuffer = qint64{256} * 1024;   // bytes; what is beyond waits in the kernel
-constexpr qint64 sendQueueLimit = qint64{1024} * 1024; // bytes
+constexpr int Patience = 20'000;                       // ms, for a connect and for a silent peer
+constexpr qint64 ReceiveBuffer = qint64{256} * 1024;   // bytes; what is beyond waits in the kernel
+constexpr qint64 SendQueueLimit = qint64{1024} * 1024; // bytes
 
 bool MayBeName(std::string_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](char letter) {
@@ -40,7 +40,7 @@ void NoticeDeadPeers(QTcpSocket& socket) {
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     const qintptr descriptor = socket.socketDescriptor();
 #ifdef TCP_USER_TIMEOUT
-    SetOption(descriptor, TCP_USER_TIMEOUT, patience);
+    SetOption(descriptor, TCP_USER_TIMEOUT, Patience);
     SetOption(descriptor, TCP_KEEPIDLE, 10);
 #else
     SetOption(descriptor, TCP_KEEPALIVE, 10);
@@ -67,7 +67,7 @@ void QtTCPSocket::Connect() {
     } else if (port < 1 || port > 65535) {
         FailLater(EINVAL);
     } else {
-        timeLimit.start(patience);
+        timeLimit.start(Patience);
         LookUp();
     }
 }
@@ -97,7 +97,7 @@ void QtTCPSocket::LookUp() {
 void QtTCPSocket::Open() {
     link = MakeOwnedByLoop<QTcpSocket>();
     link->setProxy(QNetworkProxy::NoProxy);
-    link->setReadBufferSize(receiveBuffer);
+    link->setReadBufferSize(ReceiveBuffer);
     QObject::connect(link.get(), &QTcpSocket::connected, &events, [this] { Connected(); });
     QObject::connect(link.get(), &QTcpSocket::readyRead, &events, [this] {
         const auto handler = dataAvailable;
@@ -203,7 +203,7 @@ void QtTCPSocket::Write(std::string_view bytes) {
         return;
     }
     link->write(bytes.data(), static_cast<qint64>(bytes.size()));
-    if (link->bytesToWrite() > sendQueueLimit) {
+    if (link->bytesToWrite() > SendQueueLimit) {
         FailLater(ErrorLostConnection);
     }
 }

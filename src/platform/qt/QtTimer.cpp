@@ -8,7 +8,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int finePeriod = 50; // ms; below it a deviation of 5 % would be heard or seen
+constexpr int FinePeriod = 50; // ms; below it a deviation of 5 % would be heard or seen
 
 } // namespace
 
@@ -19,7 +19,7 @@ QtTimer::QtTimer(Desktop& host) : desktop(host) {
 
 void QtTimer::SetPeriod(int milliseconds) {
     const int period = std::max(1, milliseconds);
-    timer.setTimerType(period < finePeriod ? Qt::PreciseTimer : Qt::CoarseTimer);
+    timer.setTimerType(period < FinePeriod ? Qt::PreciseTimer : Qt::CoarseTimer);
     if (period != timer.interval()) {
         timer.setInterval(period);
     }

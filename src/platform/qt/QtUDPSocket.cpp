@@ -17,7 +17,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int turn = 4; // ms that datagrams may take of one turn of the event loop
+constexpr int Turn = 4; // ms that datagrams may take of one turn of the event loop
 
 } // namespace
 
@@ -60,7 +60,7 @@ void QtUDPSocket::Deliver() {
     QElapsedTimer clock;
     clock.start();
     while (!next) {
-        if (clock.elapsed() >= turn) {
+        if (clock.elapsed() >= Turn) {
             DeliverLater();
             return;
         }

@@ -12,7 +12,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::array watchedSignals = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array WatchedSignals = {SIGINT, SIGTERM, SIGHUP};
 
 std::array<int, 2> wakePipe = {-1, -1}; // the handler writes into the second
 
@@ -62,7 +62,7 @@ SignalWatcher::SignalWatcher(std::function<void()> signalled) {
         Drain();
         raise();
     });
-    for (const int number : watchedSignals) {
+    for (const int number : WatchedSignals) {
         Handle(number, WakeEventLoop);
     }
     // A file that may not grow any further is a failed write, not the end of the program.
@@ -73,7 +73,7 @@ SignalWatcher::~SignalWatcher() {
     if (!notifier) {
         return;
     }
-    for (const int number : watchedSignals) {
+    for (const int number : WatchedSignals) {
         Handle(number, SIG_DFL);
     }
     notifier.reset();

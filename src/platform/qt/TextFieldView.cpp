@@ -11,7 +11,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int unitsPerStep = 120;
+constexpr int UnitsPerStep = 120;
 
 // The turn of the wheel that an arrow key stands for, 0 for other keys.
 int TurnOf(const QKeyEvent& key) {
@@ -19,7 +19,7 @@ int TurnOf(const QKeyEvent& key) {
     if (others != Qt::NoModifier) {
         return 0;
     }
-    return key.key() == Qt::Key_Up ? unitsPerStep : key.key() == Qt::Key_Down ? -unitsPerStep : 0;
+    return key.key() == Qt::Key_Up ? UnitsPerStep : key.key() == Qt::Key_Down ? -UnitsPerStep : 0;
 }
 
 } // namespace

@@ -10,10 +10,10 @@ namespace larkspool {
 
 namespace {
 
-constexpr int anglePerPixel = 2; // 120ths of a step, for devices that report pixels alone
+constexpr int AnglePerPixel = 2; // 120ths of a step, for devices that report pixels alone
 
 QPoint AngleOf(const QWheelEvent& event) {
-    return event.angleDelta().isNull() ? event.pixelDelta() * anglePerPixel : event.angleDelta();
+    return event.angleDelta().isNull() ? event.pixelDelta() * AnglePerPixel : event.angleDelta();
 }
 
 } // namespace
