@@ -1,7 +1,5 @@
 #include "session/RecordingFixture.h"
 
-#include <filesystem>
-
 namespace larkspool {
 namespace {
 
@@ -54,10 +52,6 @@ class Cutting : public RecordingFixture {
         return sound;
     }
 
-    void ForgetRecordings() {
-        std::filesystem::remove_all(desktop.Folder(SpecialFolder::Documents).Path());
-    }
-
     struct Frame {
         std::size_t end; // in what is said
         std::string samples;
@@ -92,7 +86,7 @@ TEST_F(Cutting, TheWaterfallLinkAnywhereCostsTheWaterfallAlone) {
         Deliver(Waterfall().socket, std::string_view(waterfallSaid).substr(0, cut));
         Waterfall().socket.Fail();
         desktop.Advance(0);
-        const std::string later = SendFrame();
+        const std::string later = SendFrames(1);
         Console().PushButtonDisconnect.Push();
         ASSERT_EQ(OnlySound(), SoundBefore(said.size()) + later);
         ForgetRecordings();

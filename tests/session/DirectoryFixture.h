@@ -24,16 +24,25 @@ class DirectoryFixture : public ConsoleFixture {
 
     bool IsFetching() { return !desktop.httpSockets->empty() && !Fetch().url.empty(); }
     VirtualHTTPSocket& Fetch() { return *desktop.httpSockets->back(); }
+    void FetchAgain(const std::string& page) {
+        Console().GetKiwiList();
+        Fetch().Deliver(page);
+    }
 
-    std::vector<std::string> Rows() {
-        std::vector<std::string> rows;
-        rows.reserve(static_cast<std::size_t>(Popup().ListCount()));
+    PopupMenu& Popup() { return Console().PopupMenuKiwiList; }
+    Strings Rows() {
+        Strings rows;
         for (int i = 0; i < Popup().ListCount(); ++i) {
             rows.push_back(Popup().RowText(i));
         }
         return rows;
     }
-    PopupMenu& Popup() { return Console().PopupMenuKiwiList; }
+    // The rows of a popup that shows these below the site.
+    static Strings SiteAnd(const Strings& others) {
+        Strings rows = {"S1", "S2", "S3", "S4", "S5", "S6", "S7"};
+        rows.insert(rows.end(), others.begin(), others.end());
+        return rows;
+    }
     std::string Target() {
         return Console().TextFieldAddress.Text() + ":" + Console().TextFieldPort.Text();
     }
@@ -41,20 +50,7 @@ class DirectoryFixture : public ConsoleFixture {
     FolderItem FavoritesFile(SpecialFolder folder = SpecialFolder::ApplicationData) {
         return *desktop.Folder(folder).Child("favorite-kiwi.txt");
     }
-    void PutFavorites(const std::string& text,
-                      SpecialFolder folder = SpecialFolder::ApplicationData) {
-        Put(FavoritesFile(folder), text);
-    }
     std::string StoredFavorites() { return ContentOf(FavoritesFile()); }
-
-    const std::vector<std::string> site = {"S1", "S2", "S3", "S4", "S5", "S6", "S7"};
-
-    // The rows of a popup that shows these below the site.
-    std::vector<std::string> SiteAnd(const std::vector<std::string>& others) const {
-        std::vector<std::string> rows = site;
-        rows.insert(rows.end(), others.begin(), others.end());
-        return rows;
-    }
 };
 
 } // namespace larkspool

@@ -5,15 +5,19 @@
 #include <functional>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace larkspool {
 namespace {
 
-// A second copy of the program in a process of its own, on the same folders, that waits to be
-// killed once it has done its work.
+// A second copy of the program in a process of its own, on the same folders. Once it has done its
+// work it goes on with something until it is killed.
 class OtherProgram {
   public:
-    explicit OtherProgram(const std::function<void()>& work) {
+    using Act = std::function<void()>;
+
+    explicit OtherProgram(
+        const Act& work, const Act& goOn = [] { pause(); }) {
         int ends[2] = {};
         EXPECT_EQ(pipe(ends), 0);
         process = fork();
@@ -21,7 +25,7 @@ class OtherProgram {
             work();
             [[maybe_unused]] const auto told = write(ends[1], "x", 1);
             for (;;) {
-                pause();
+                goOn();
             }
         }
         char byte = 0;
@@ -33,12 +37,11 @@ class OtherProgram {
     OtherProgram(const OtherProgram&) = delete;
     OtherProgram& operator=(const OtherProgram&) = delete;
 
-    void Kill() {
-        if (process > 0) {
-            kill(process, SIGKILL);
-            waitpid(process, nullptr, 0);
-            process = 0;
-        }
+    // False if it had ended by itself.
+    bool Kill() {
+        int status = 0;
+        return process > 0 && kill(process, SIGKILL) == 0 &&
+               waitpid(std::exchange(process, 0), &status, 0) > 0 && WIFSIGNALED(status);
     }
 
   private:
@@ -54,64 +57,47 @@ class OtherDesktop : public VirtualDesktop {
     }
 };
 
-// Saves a text of its own letter over and over, as fast as it can, until it is killed.
-pid_t StartSaving(const FolderItem& file, char letter) {
-    const pid_t process = fork();
-    if (process == 0) {
-        OtherDesktop desktop;
-        const std::string text(100'000, letter);
-        while (ReplaceFile(desktop, file, text)) {
-        }
-        _exit(1);
-    }
-    return process;
-}
-
 class Killed : public RecordingFixture {
   protected:
-    void RecordSomeFrames(int count) {
+    std::string RecordSomeFrames() {
         Start();
         ConnectAndStream();
         PressRecord();
-        SendFrames(count);
+        return SendFrames(20);
     }
-    std::string FramesToCome(int count) {
+    // What the other program records: its receiver says the same as ours would.
+    std::string SomeFrames() {
         std::string frames;
-        for (int i = 0; i < count; ++i) {
+        for (; sequence < 20; ++sequence) {
             frames += NextFrame();
-            ++sequence;
         }
         sequence = 0;
         return frames;
     }
+    std::uint32_t ToldBytes() { return LittleEndianAt(ContentOf(Recordings().at(0)), 40); }
 };
 
 TEST_F(Killed, ARecordingIsFinishedAtTheNextStart) {
-    const std::string recorded = FramesToCome(20);
-    OtherProgram program([this] { RecordSomeFrames(20); });
+    const std::string recorded = SomeFrames();
+    OtherProgram program([this] { RecordSomeFrames(); });
     program.Kill();
-    ASSERT_EQ(Recordings().size(), 1U);
-    EXPECT_EQ(LittleEndianAt(ContentOf(Recordings().front()), 40), 0U);
     Start();
     desktop.Advance(4); // the window stands and works before the disk is asked
-    EXPECT_EQ(LittleEndianAt(ContentOf(Recordings().front()), 40), 0U);
+    EXPECT_EQ(ToldBytes(), 0U);
     desktop.Advance(4);
     EXPECT_EQ(OnlySound(), recorded);
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST_F(Killed, ARunningRecordingIsNeitherFinishedNorDeletedByAnother) {
-    const std::string recorded = FramesToCome(20);
-    OtherProgram program([this] { RecordSomeFrames(20); });
-    ASSERT_EQ(Recordings().size(), 1U);
-    const std::string before = ContentOf(Recordings().front());
-
+    const std::string recorded = SomeFrames();
+    OtherProgram program([this] { RecordSomeFrames(); });
     Start();
     ConnectAndStream();
     PressRecord(); // the same receiver in the same second: the same name
     EXPECT_FALSE(Console().audioRecording->isRecording);
     desktop.Advance(60);
-    EXPECT_EQ(ContentOf(Recordings().front()), before);
+    EXPECT_EQ(ToldBytes(), 0U);
 
     program.Kill();
     Restart();
@@ -121,31 +107,35 @@ TEST_F(Killed, ARunningRecordingIsNeitherFinishedNorDeletedByAnother) {
 
 TEST_F(Killed, WhatIsSavedIsWholeHoweverManySaveItAndWheneverTheyDie) {
     const FolderItem file = *desktop.Folder(SpecialFolder::Preferences).Child("saved");
-    ASSERT_TRUE(ReplaceFile(desktop, file, std::string(100'000, '0')));
-    for (int round = 0; round < 4; ++round) {
-        const pid_t saving[] = {StartSaving(file, 'a'), StartSaving(file, 'b')};
-        for (int look = 0; look < 20; ++look) {
-            usleep(static_cast<useconds_t>(500 + 137 * look + 61 * round));
-            const std::string text = ContentOf(file);
-            ASSERT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
-        }
-        for (const pid_t process : saving) {
-            EXPECT_EQ(waitpid(process, nullptr, WNOHANG), 0) << "one has cost the other its save";
-            kill(process, SIGKILL);
-            waitpid(process, nullptr, 0);
-        }
+    const auto expectAWholeText = [&file] {
         const std::string text = ContentOf(file);
         ASSERT_EQ(text, std::string(100'000, text.empty() ? '?' : text[0]));
+    };
+    const auto save = [&file](char letter) {
+        OtherDesktop own;
+        if (!ReplaceFile(own, file, std::string(100'000, letter))) {
+            _exit(1);
+        }
+    };
+    for (int round = 0; round < 4; ++round) {
+        OtherProgram one([&save] { save('a'); }, [&save] { save('a'); });
+        OtherProgram other([&save] { save('b'); }, [&save] { save('b'); });
+        for (int look = 0; look < 20; ++look) {
+            usleep(static_cast<useconds_t>(500 + 137 * look + 61 * round));
+            expectAWholeText();
+        }
+        EXPECT_TRUE(one.Kill() && other.Kill()) << "one has cost the other its save";
+        expectAWholeText();
     }
 }
 
 TEST_F(Killed, OurOwnRunningRecordingIsNotTakenForADeadOne) {
-    RecordSomeFrames(20);
+    std::string recorded = RecordSomeFrames();
     desktop.Advance(60);
-    EXPECT_EQ(LittleEndianAt(ContentOf(Recordings().front()), 40), 0U);
-    const std::string more = SendFrames(2);
+    EXPECT_EQ(ToldBytes(), 0U);
+    recorded += SendFrames(2);
     Console().PushButtonRecord.Push();
-    EXPECT_TRUE(OnlySound().ends_with(more));
+    EXPECT_EQ(OnlySound(), recorded);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "support/ConsoleFixture.h"
 
+#include "support/Files.h"
+
 #include <algorithm>
 #include <filesystem>
 
@@ -10,6 +12,7 @@ void ConsoleFixture::Start() {
     desktop.udpSockets.clear();
     desktop.hasEnded = false;
     app.reset(); // one program at a time on this computer
+    desktop.queue.Clear();
     app = std::make_unique<App>(desktop, deployment);
     app->Event_Open();
     desktop.Advance(0);
@@ -39,6 +42,8 @@ void ConsoleFixture::Upgrade() {
     Audio().Upgrade();
     Waterfall().Upgrade();
     desktop.Advance(0);
+    Audio().TakeRequest();
+    Waterfall().TakeRequest();
 }
 
 void ConsoleFixture::Stream(const std::string& rate) {
@@ -47,17 +52,21 @@ void ConsoleFixture::Stream(const std::string& rate) {
     desktop.Advance(0);
 }
 
-void ConsoleFixture::ConnectAndStream() {
-    PressConnect();
+void ConsoleFixture::Answer(const std::string& rate) {
     AcceptLinks();
     Upgrade();
-    Stream();
+    Stream(rate);
+}
+
+void ConsoleFixture::ConnectAndStream() {
+    PressConnect();
+    Answer();
     Audio().TakeRequest();
     Waterfall().TakeRequest();
 }
 
-std::vector<std::string> ConsoleFixture::Log() {
-    std::vector<std::string> rows;
+ConsoleFixture::Strings ConsoleFixture::Log() {
+    Strings rows;
     for (int i = 0; i < Console().Listbox1.ListCount(); ++i) {
         rows.push_back(Console().Listbox1.Cell(i, 0));
     }
@@ -78,6 +87,21 @@ std::vector<FolderItem> ConsoleFixture::Recordings() {
     std::sort(files.begin(), files.end(),
               [](const FolderItem& a, const FolderItem& b) { return a.Name() < b.Name(); });
     return files;
+}
+
+std::string ConsoleFixture::SoundIn(const FolderItem& item, std::uint32_t rate) {
+    const std::string file = ContentOf(item);
+    if (file.size() < 44) {
+        ADD_FAILURE() << item.Name() << " has " << file.size() << " bytes";
+        return {};
+    }
+    const std::uint32_t dataBytes = LittleEndianAt(file, 40);
+    EXPECT_EQ(file.substr(0, 4) + file.substr(8, 8) + file.substr(36, 4), "RIFFWAVEfmt data");
+    EXPECT_EQ(LittleEndianAt(file, 4), 36 + dataBytes);
+    EXPECT_EQ(LittleEndianAt(file, 24), rate);
+    EXPECT_EQ(dataBytes % 2, 0U);
+    EXPECT_EQ((file.size() - 44) / 2, dataBytes / 2) << item.Name();
+    return file.substr(44, dataBytes);
 }
 
 } // namespace larkspool

@@ -1,69 +1,25 @@
 #include "support/ScheduleFixture.h"
 
-#include "console/ModeSettingsClass.h"
-#include "platform/Text.h"
-#include "support/Files.h"
-
 #include <algorithm>
 #include <cmath>
-#include <cstring>
+#include <ctime>
 #include <ostream>
 
 namespace larkspool {
 
-namespace {
-
-constexpr std::size_t WavHeaderBytes = 44;
-constexpr double Tolerance = 2.5; // seconds
-
-HeardRecording Listen(const FolderItem& file) {
-    const std::string bytes = ContentOf(file);
-    EXPECT_GE(bytes.size(), WavHeaderBytes) << file.Name();
-    std::vector<std::int16_t> samples((bytes.size() - WavHeaderBytes) / 2);
-    std::memcpy(samples.data(), bytes.data() + WavHeaderBytes, samples.size() * 2);
-    EXPECT_EQ(LittleEndianAt(bytes, WavHeaderBytes - 4), samples.size() * 2)
-        << file.Name() << " has been left unfinished";
-
-    HeardRecording heard;
-    heard.seconds = static_cast<double>(samples.size()) / AutoReceivers::Rate;
-    if (samples.size() < AutoReceivers::HeardSamples) {
-        return heard;
-    }
-    // Every frame must tell the same: the console never recorded anything else into this file.
-    for (std::size_t i = AutoReceivers::HeardSamples; i < samples.size(); ++i) {
-        if (samples[i] != samples[i - AutoReceivers::HeardSamples]) {
-            ADD_FAILURE() << file.Name() << " changes at sample " << i;
-            break;
-        }
-    }
-    EXPECT_EQ(samples[AutoReceivers::Marker], AutoReceivers::MarkerValue);
-    heard.receiver = samples[AutoReceivers::Number];
-    const auto mode = static_cast<std::size_t>(samples[AutoReceivers::ModeRow]);
-    heard.tuning = Str(samples[AutoReceivers::FreqKHz]) + " " +
-                   ModeSettingsClass::Captions.at(mode) + " " +
-                   Str(samples[AutoReceivers::LowCut]) + " " + Str(samples[AutoReceivers::HighCut]);
-    return heard;
-}
-
-} // namespace
-
 bool HeardRecording::operator==(const HeardRecording& other) const {
-    return receiver == other.receiver && tuning == other.tuning &&
-           std::abs(seconds - other.seconds) <= Tolerance;
+    constexpr double Tolerance = 2.5; // seconds
+    return what == other.what && std::abs(seconds - other.seconds) <= Tolerance;
 }
 
 std::ostream& operator<<(std::ostream& out, const HeardRecording& recording) {
-    return out << "receiver " << recording.receiver << ", " << recording.tuning << ", "
-               << recording.seconds << " s";
+    return out << "receiver " << recording.what << ", " << recording.seconds << " s";
 }
 
 ScheduleFixture::ScheduleFixture() {
     desktop.sound.keepsSound = false;
     Start();
     receivers.Attach();
-    for (const std::string& receiver : {First, Second, Third}) {
-        receivers.Add(receiver);
-    }
 }
 
 SkedWindow& ScheduleFixture::NewWindow() {
@@ -94,31 +50,32 @@ void ScheduleFixture::AddRow(SkedWindow& window, const ScheduleRow& cells) {
 }
 
 void ScheduleFixture::SetClock(const std::string& utc) {
-    const auto number = [&utc](std::size_t at, std::size_t length = 2) {
-        return WholePart<int>(Val(utc.substr(at, length)));
-    };
-    Date date;
-    date.SetCalendarDay(number(0, 4), number(5), number(8));
-    date.SetTimeOfDay(number(11), number(14), number(17));
-    desktop.queue.SetNow(date.UnixSeconds());
-}
-
-void ScheduleFixture::Sleep(double seconds) {
-    constexpr double Piece = 600;
-    double left = seconds;
-    while (left > 0) {
-        desktop.Advance(std::min(left, Piece));
-        left -= Piece;
-        desktop.sound.TakeCalls(); // of a whole night they would fill the memory
-    }
+    std::tm time = {};
+    ASSERT_NE(strptime(utc.c_str(), "%Y-%m-%dT%H:%M:%S", &time), nullptr);
+    desktop.queue.SetNow(static_cast<double>(timegm(&time)));
 }
 
 ScheduleFixture::Recordings ScheduleFixture::Heard() {
+    constexpr std::size_t FrameBytes = 2 * AutoReceivers::FrameSamples;
     Recordings heard;
     for (const FolderItem& file : ConsoleFixture::Recordings()) {
-        if (file.Name().ends_with(".WAV")) {
-            heard.push_back(Listen(file));
+        if (!file.Name().ends_with(".WAV")) {
+            continue; // a schedule
         }
+        const std::string sound = SoundIn(file, AutoReceivers::Rate);
+        const std::string frame = sound.substr(0, FrameBytes);
+        std::string what;
+        for (std::size_t i = 0; i < frame.size() && frame[i] != '\0'; i += 2) {
+            what += frame[i];
+        }
+        // Every frame must tell the same: the console never recorded anything else into this file.
+        for (std::size_t at = 0; at < sound.size(); at += FrameBytes) {
+            if (sound.compare(at, FrameBytes, frame) != 0) {
+                what += " changes at byte " + std::to_string(at);
+                break;
+            }
+        }
+        heard.push_back({what, static_cast<double>(sound.size()) / 2 / AutoReceivers::Rate});
     }
     return heard;
 }

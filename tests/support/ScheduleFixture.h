@@ -13,8 +13,7 @@ namespace larkspool {
 
 // What a WAV file turned out to be a recording of.
 struct HeardRecording {
-    int receiver = 0;
-    std::string tuning; // "9410 am -5000 5000"
+    std::string what; // number of the receiver and how it was tuned: "1 9410 am -5000 5000"
     double seconds = 0;
 
     // A few seconds pass until the receiver streams, and a tick until the end is seen.
@@ -26,14 +25,10 @@ std::ostream& operator<<(std::ostream& out, const HeardRecording& recording);
 class ScheduleFixture : public ConsoleFixture {
   protected:
     using Recordings = std::vector<HeardRecording>;
-    static constexpr double Hour = 3600; // seconds
 
     ScheduleFixture();
 
     SkedWindow& NewWindow(); // from the menu
-    void Perform(const std::string& menuItem, const Window* front) {
-        desktop.Perform(MenuItem{menuItem, "", ""}, front);
-    }
     static std::vector<MenuItem> ContextItems(SkedWindow& window);
     static void Choose(SkedWindow& window, const std::string& contextItem);
     static void Enable(SkedWindow& window) { Choose(window, "Enable schedules"); }
@@ -46,13 +41,13 @@ class ScheduleFixture : public ConsoleFixture {
     }
 
     void SetClock(const std::string& utc); // "2027-01-16T22:00:00"
-    void Sleep(double seconds);
+    void Sleep(double seconds) { desktop.Advance(seconds); }
     Recordings Heard(); // in the order in which they were begun
 
     const std::string First = "first.example.net:8073";
     const std::string Second = "second.example.net:8073";
     const std::string Third = "third.example.net:8074";
-    AutoReceivers receivers{desktop};
+    AutoReceivers receivers{desktop, {First, Second, Third}};
 };
 
 } // namespace larkspool

@@ -1,5 +1,6 @@
 #include "support/VirtualDesktop.h"
 
+#include <algorithm>
 #include <random>
 #include <utility>
 
@@ -69,7 +70,7 @@ void VirtualDesktop::CallLater(int milliseconds, std::function<void()> call) {
 }
 
 void VirtualDesktop::MsgBox(const std::string& text) {
-    if (openBoxes.insert(text).second) {
+    if (std::find(boxes.begin(), boxes.end(), text) == boxes.end()) {
         boxes.push_back(text);
     }
 }

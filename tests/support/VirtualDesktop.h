@@ -9,7 +9,6 @@
 #include <deque>
 #include <filesystem>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -61,9 +60,8 @@ class VirtualDesktop : public Desktop {
     std::vector<VirtualTCPSocket*> tcpSockets; // in the order in which they were made
     std::vector<VirtualUDPSocket*> udpSockets;
     std::shared_ptr<std::vector<VirtualHTTPSocket*>> httpSockets; // those that are alive
-    void DismissBoxes() { openBoxes.clear(); }         // the user has read what stood there
-    std::vector<std::string> boxes;                    // texts of the message boxes, in order
-    std::vector<MessageDialog> dialogs;                // those shown
+    std::vector<std::string> boxes;     // texts of the message boxes, in order; each stays open
+    std::vector<MessageDialog> dialogs; // those shown
     std::deque<MessageDialog::Answer> answers;         // to come; without one a dialog stays open
     std::deque<std::optional<FolderItem>> chosenFiles; // answers of the file dialogs
     std::string offeredName;                           // of the last save dialog
@@ -77,7 +75,6 @@ class VirtualDesktop : public Desktop {
   private:
     void Choose(std::function<void(std::optional<FolderItem>)> chosen);
 
-    std::set<std::string> openBoxes;
     std::filesystem::path root;
 };
 

@@ -76,7 +76,9 @@ void RecordingSoundLibrary::Note(const std::string& function, const std::string&
     if (missing.count(function) > 0) {
         throw FunctionNotFound(function, "libtonebridge.so");
     }
-    calls.push_back(arguments.empty() ? function : function + " " + arguments);
+    if (keepsSound) {
+        calls.push_back(arguments.empty() ? function : function + " " + arguments);
+    }
 }
 
 std::int64_t RecordingSoundLibrary::BuildSoundDeviceList() {

@@ -97,7 +97,7 @@ class RecordingSoundLibrary : public SoundLibrary {
     std::set<std::string> missing; // functions that this library hasn't
     std::vector<std::int16_t> played;
     std::vector<std::pair<std::int64_t, std::string>> datagrams; // port, bytes
-    bool keepsSound = true;                                      // collect what is played
+    bool keepsSound = true; // collect what is called and played
 
   private:
     void Note(const std::string& function, const std::string& arguments);
