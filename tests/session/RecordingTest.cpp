@@ -232,20 +232,16 @@ TEST_F(Recording, RollsOverWithoutLosingASample) {
     EXPECT_EQ(heard, sent);
 }
 
-// Two thousand million bytes are more than a signed 32-bit size can tell. The file is small here,
-// its header is not.
+// Two thousand million bytes are more than a signed 32-bit size can tell. The file is small here.
 TEST_F(Recording, RollsOverAtAThousandMillionSamples) {
     PressRecord();
     Console().audioRecording->recordedSamples = 999'999'951;
-    SendFrames(1);
-    desktop.Advance(1.1);
-    EXPECT_EQ(Console().LabelRecordingStatus.Text(), "23:08:53");
-    EXPECT_EQ(Recordings().size(), 1U);
-    SendFrames(1);
-    desktop.Advance(0.1);
-    ASSERT_EQ(Recordings().size(), 2U);
+    for (std::size_t files = 1; files <= 2; ++files) {
+        SendFrames(1);
+        desktop.Advance(1);
+        EXPECT_EQ(Recordings().size(), files);
+    }
     EXPECT_EQ(LittleEndianAt(ContentOf(Recordings().front()), 40), 2'000'000'094U);
-    EXPECT_EQ(Console().LabelRecordingStatus.Text(), "");
 }
 
 TEST_F(Recording, OfAnUnknownRateShowsNoTime) {

@@ -109,14 +109,11 @@ TEST_F(Scheduling, DeletingTheRunningRowEndsIt) {
 TEST_F(Scheduling, EditsHoldFromTheNextTickAndABrokenTimeKeepsARowRunning) {
     SkedWindow& night = Night({Daily(First, "22:00:00-22:02:00", "9410")}, "2027-01-16T22:00:00");
     Sleep(60);
-    EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "0");
-    SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00");
-    Sleep(180);
-    EXPECT_EQ(night.state, 1);
-    EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "0") << "nothing was compared";
-    SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00-never");
-    Sleep(1);
-    EXPECT_EQ(night.state, 1);
+    for (const char* broken : {"22:00:00", "22:00:00-never"}) {
+        SetCell(night, 0, SkedWindow::TimeColumn, broken);
+        Sleep(90);
+        EXPECT_EQ(night.state, 1) << broken;
+    }
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "-1");
     SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00-22:03:00");
     Sleep(1);
@@ -126,12 +123,10 @@ TEST_F(Scheduling, EditsHoldFromTheNextTickAndABrokenTimeKeepsARowRunning) {
 }
 
 TEST_F(Scheduling, ADisabledWindowStartsNothingAndEndsNothing) {
-    SkedWindow& night = NewWindow();
-    AddRow(night, Daily(First, "22:00:00-22:05:00", "9410"));
-    SetClock("2027-01-16T22:00:00");
-    Sleep(60);
-    EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "");
-    EXPECT_EQ(night.Title(), "Schedules  Disabled 2027-01-16 22:01:00 UTC  state: 0");
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:05:00", "9410")}, "2027-01-16T21:59:00");
+    Choose(night, "Disable schedules");
+    Sleep(120);
+    EXPECT_EQ(night.state, 0);
     Enable(night); // late, and runs to the usual end if nobody disables it
     Sleep(60);
     Choose(night, "Disable schedules");
@@ -195,17 +190,6 @@ TEST_F(Scheduling, ARecordingUnderWayGivesWayToAnEntry) {
     Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T21:58:00");
     Sleep(10 * 60);
     EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 2 * 60), Of(1, "9410", 3 * 60)}));
-}
-
-TEST_F(Scheduling, AFailedStartLetsTheNextConnectionRecord) {
-    SkedWindow& night = Night({Daily("nowhere.example.net:8073", "22:00:00-22:05:00", "9410")},
-                              "2027-01-16T22:00:00");
-    Sleep(120);
-    EXPECT_EQ(night.state, 1);
-    Console().TextFieldAddress.SetText("first.example.net");
-    Console().PushButtonConnect.Push();
-    Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 3 * 60)}));
 }
 
 TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
