@@ -51,8 +51,9 @@ TEST_F(Tuning, AgcSquelchAndEmphasisGoOutAtOnce) {
     ConnectAndStream();
     Console().CheckBoxAgc.SetValue(false);
     Console().CheckBoxHang.SetValue(true);
-    EXPECT_EQ(Audio().TakeCommands().back(),
-              "SET agc=0 hang=1 thresh=-130 slope=6 decay=1000 manGain=50");
+    EXPECT_EQ(Audio().TakeCommands(),
+              (Strings{"SET agc=0 hang=0 thresh=-130 slope=6 decay=1000 manGain=50",
+                       "SET agc=0 hang=1 thresh=-130 slope=6 decay=1000 manGain=50"}));
     Console().SliderAgcThreshold.SetValue(-99);
     Console().SliderAgcSlope.SetValue(3);
     Console().SliderAgcDecay.SetValue(4000);
