@@ -44,7 +44,7 @@ class FailingDisk : public RecordingFixture {
 
 TEST_F(FailingDisk, KeepsWhatItTookWhereverItFails) {
     std::size_t boxes = 0;
-    for (rlim_t room = 0; room < 44 + 2 * 2 * FrameSamples + 3; ++room) {
+    for (rlim_t room = 0; room < 44 + 4 * FrameSamples + 3; ++room) {
         SCOPED_TRACE(room);
         std::string sent;
         {

@@ -19,7 +19,7 @@ class RecordingFixture : public ConsoleFixture {
     std::string NextFrame() const {
         std::string bytes;
         for (std::size_t i = 0; i < FrameSamples; ++i) {
-            const auto value = static_cast<std::uint16_t>(sequence * 257 + i * 3 + 2);
+            const auto value = static_cast<std::uint16_t>(257UL * sequence + i * 3 + 2);
             bytes += static_cast<char>(value & 0xFFU);
             bytes += static_cast<char>(value >> 8U);
         }
