@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace larkspool::demo {
 namespace {
@@ -127,11 +126,11 @@ void Band::AddStations(const Antenna& antenna, const Moment& from, double centre
 }
 
 double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz) const {
-    constexpr double slotSeconds = 4.0; // at most one crash each
+    constexpr int slotSeconds = 4; // at most one crash each
     constexpr double chance = 0.3;
     constexpr double strongestDb = 32.0; // over the noise, at 1 MHz and below
     constexpr double dbPerOctave = 7.0;  // so that at 10 MHz no crash opens a squelch of 10 dB
-    const auto slot = static_cast<std::uint64_t>(at.second) / 4;
+    const auto slot = static_cast<std::uint64_t>(at.second / slotSeconds);
     const std::uint64_t bits = Scramble(seed, 77, slot);
     if (Fraction(bits) >= chance) {
         return 1.0;

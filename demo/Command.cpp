@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
-#include <utility>
 
 namespace larkspool::demo {
 namespace {

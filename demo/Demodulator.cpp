@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace larkspool::demo {
 
@@ -13,8 +12,8 @@ void Demodulator::Set(Mode newMode, double rate) {
         Restart();
     }
     mode = newMode;
-    fastest = 2.0 * std::numbers::pi * farthestHertz / rate;
-    fmScale = static_cast<float>(rate / (2.0 * std::numbers::pi * fullDeviation));
+    fastest = Turn * farthestHertz / rate;
+    fmScale = static_cast<float>(rate / (Turn * fullDeviation));
 }
 
 void Demodulator::Restart() {
@@ -54,7 +53,7 @@ float Demodulator::Synchronous(const Sample& sample) {
         Times(sample, {static_cast<float>(std::cos(phase)), static_cast<float>(-std::sin(phase))});
     const double error = std::atan2(turned.imag(), turned.real());
     pace = std::clamp(pace + error * quickness * quickness / 4.0, -fastest, fastest);
-    phase = std::remainder(phase + pace + error * quickness, 2.0 * std::numbers::pi);
+    phase = std::remainder(phase + pace + error * quickness, Turn);
     return WithoutMean(turned.real());
 }
 

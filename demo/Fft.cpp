@@ -1,8 +1,6 @@
 #include "demo/Fft.h"
 
-#include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 namespace larkspool::demo {
@@ -12,8 +10,7 @@ Fft::Fft(std::size_t length) : reversed(length), turns(length / 2) {
         reversed[i] = (reversed[i / 2] + (i % 2 == 1 ? length : 0)) / 2;
     }
     for (std::size_t i = 0; i < turns.size(); ++i) {
-        const double angle =
-            -2.0 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(length);
+        const double angle = -Turn * static_cast<double>(i) / static_cast<double>(length);
         turns[i] = {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
     }
 }

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <functional>
 #include <map>
 #include <optional>
-#include <string_view>
 
 namespace larkspool::demo {
 namespace {

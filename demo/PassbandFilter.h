@@ -2,7 +2,6 @@
 
 #include "demo/Fft.h"
 
-#include <array>
 #include <cstddef>
 #include <span>
 #include <vector>

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace larkspool::demo {
 namespace {
@@ -15,7 +14,7 @@ constexpr int DeepestPlainZoom = 11;
 
 // The four-term Blackman-Harris window: strong stations don't smear over weak ones.
 double WindowAt(double share) {
-    const double angle = 2.0 * std::numbers::pi * share;
+    const double angle = Turn * share;
     return 0.35875 - 0.48829 * std::cos(angle) + 0.14128 * std::cos(2.0 * angle) -
            0.01168 * std::cos(3.0 * angle);
 }

@@ -11,7 +11,6 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
-#include <numbers>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +20,7 @@ namespace {
 
 using larkspool::demo::Fft;
 using larkspool::demo::Sample;
+using larkspool::demo::Turn;
 
 struct Sound {
     double rate = 0;            // samples a second
@@ -102,8 +102,7 @@ std::optional<Tone> StrongestTone(const Sound& sound, double seconds) {
     const std::size_t start = LoudestStart(sound.samples, length);
     std::vector<Sample> bins(length);
     for (std::size_t i = 0; i < length; ++i) {
-        const double turn =
-            2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(length);
+        const double turn = Turn * static_cast<double>(i) / static_cast<double>(length);
         const auto window = static_cast<float>(0.5 - 0.5 * std::cos(turn));
         bins[i] = {sound.samples[start + i] * window, 0.0F};
     }
