@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cmath>
 #include <iostream>
+#include <system_error>
 #include <utility>
 
 #include <poll.h>
@@ -82,10 +83,10 @@ void Server::WaitAndServe(int stopDescriptor, bool& stopped) {
             {peer->socket.Get(), static_cast<short>(writing ? POLLIN | POLLOUT : POLLIN), 0});
     }
     const int ready = ::poll(watched.data(), watched.size(), WaitMilliseconds(now));
-    now = Clock::now();
     if (ready < 0 && errno != EINTR) {
-        stopped = true;
+        throw std::system_error(errno, std::generic_category(), "poll");
     }
+    now = Clock::now();
     if (ready > 0) {
         stopped = watched[0].revents != 0;
         const std::size_t first = 1 + listeners.size();

@@ -11,8 +11,6 @@
 #include <string>
 #include <vector>
 
-struct pollfd;
-
 namespace larkspool::demo {
 
 // One TCP connection, from its request to its end; the server owns it.
@@ -39,7 +37,8 @@ class Server {
     std::uint16_t ReceiverPort(std::size_t receiver) const { return listeners[receiver].Port(); }
     std::uint16_t HttpPort() const { return listeners[HttpListener].Port(); }
 
-    // Serves until a byte can be read from `stopDescriptor`, which stays the caller's.
+    // Serves until a byte can be read from `stopDescriptor`, which stays the caller's. Throws
+    // if the system can't wait for the sockets.
     void Run(int stopDescriptor);
 
   private:

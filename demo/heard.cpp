@@ -133,6 +133,10 @@ int main(int argc, char** argv) {
         return 2;
     }
     std::ifstream stream(argv[1], std::ios::binary);
+    if (!stream) {
+        std::perror(argv[1]);
+        return 1;
+    }
     const std::string file(std::istreambuf_iterator<char>(stream), {});
     const auto sound = ReadWav(file);
     if (!sound) {

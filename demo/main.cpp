@@ -1,11 +1,13 @@
 #include "demo/Options.h"
 #include "demo/Server.h"
 
+#include <cerrno>
 #include <csignal>
 #include <exception>
 #include <iostream>
 #include <span>
 #include <string>
+#include <system_error>
 #include <variant>
 
 #include <fcntl.h>
@@ -47,7 +49,10 @@ void PrintPorts(const Server& server, const Options& options) {
 int Serve(const Options& options) {
     Server server(options);
     std::string error;
-    if (!CatchSignals() || !server.Open(error)) {
+    if (!CatchSignals()) {
+        throw std::system_error(errno, std::generic_category(), "catching signals");
+    }
+    if (!server.Open(error)) {
         std::cerr << "larkspool-demo: " << error << '\n';
         return 1;
     }
