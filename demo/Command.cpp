@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::array<std::string_view, 12> ModeNames{"am",   "amn", "lsb", "usb", "cw",  "cwn",
                                                      "nbfm", "lsn", "usn", "sam", "sal", "sau"};
-constexpr std::size_t LongestName = 100;
 
 std::optional<double> Number(std::string_view text) {
     double value = 0.0;
@@ -109,14 +108,6 @@ std::string_view NextWord(std::string_view& text) {
     return word;
 }
 
-bool TakeText(std::string_view command, std::string_view key, std::string& value) {
-    if (!command.starts_with(key)) {
-        return false;
-    }
-    value = command.substr(key.size(), LongestName);
-    return true;
-}
-
 } // namespace
 
 bool Obey(std::string_view command, Tuning& tuning) {
@@ -125,9 +116,8 @@ bool Obey(std::string_view command, Tuning& tuning) {
         return false;
     }
     command.remove_prefix(start.size());
-    if (TakeText(command, "ident_user=", tuning.identity) ||
-        TakeText(command, "geoloc=", tuning.place)) {
-        return true;
+    if (command.starts_with("ident_user=") || command.starts_with("geoloc=")) {
+        return true; // a name may look like a setting
     }
     if (command.starts_with("auth ")) {
         tuning.authorised = true;

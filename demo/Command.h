@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace larkspool::demo {
@@ -36,9 +35,6 @@ struct Tuning {
     double maxDb = 0.0;
     double minDb = -200.0;
     int speed = 0; // 0 stopped, 1 to 4
-
-    std::string identity;
-    std::string place;
 };
 
 // Carries out one "SET ..." command; what it doesn't know, or can't read, changes nothing.

@@ -120,15 +120,15 @@ std::optional<std::size_t> HeadSize(std::string_view bytes) {
 
 std::optional<Request> ParseRequest(std::string_view head) {
     const std::string_view first = head.substr(0, head.find('\r'));
-    const std::size_t afterMethod = first.find(' ');
-    const std::size_t afterTarget = first.rfind(' ');
-    if (afterMethod == std::string_view::npos || afterTarget == afterMethod ||
-        !first.substr(afterTarget + 1).starts_with("HTTP/1.")) {
+    const std::size_t methodEnd = first.find(' ');
+    const std::size_t targetEnd = first.rfind(' ');
+    if (methodEnd == std::string_view::npos || targetEnd == methodEnd ||
+        !first.substr(targetEnd + 1).starts_with("HTTP/1.")) {
         return std::nullopt;
     }
     Request request;
-    request.method = first.substr(0, afterMethod);
-    request.target = first.substr(afterMethod + 1, afterTarget - afterMethod - 1);
+    request.method = first.substr(0, methodEnd);
+    request.target = first.substr(methodEnd + 1, targetEnd - methodEnd - 1);
     head.remove_prefix(std::min(first.size() + 2, head.size()));
     while (!head.empty()) {
         const std::string_view line = head.substr(0, head.find('\n'));

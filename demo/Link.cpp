@@ -77,19 +77,14 @@ void Link::Take(const Incoming& message, TimePoint now, const Moment& utc) {
 void Link::Command(std::string_view text, TimePoint now, const Moment& utc) {
     const bool known = tuning.authorised;
     const int speed = tuning.speed;
-    Tuning wanted = tuning;
-    if (!Obey(text, wanted)) {
-        return;
-    }
-    tuning = wanted;
-    if (!tuning.authorised) {
+    if (!Obey(text, tuning) || !tuning.authorised) {
         return;
     }
     if (!known) {
         Welcome(now);
     }
     if (kind == LinkKind::Sound && !settings.busy) {
-        StartSound(now, utc);
+        StartOrRetuneSound(now, utc);
     }
     const bool rowsWanted = kind == LinkKind::Waterfall && tuning.zoomed && tuning.speed > 0;
     if (!rowsWanted) {
@@ -119,7 +114,7 @@ void Link::Welcome(TimePoint now) {
     }
 }
 
-void Link::StartSound(TimePoint now, const Moment& utc) {
+void Link::StartOrRetuneSound(TimePoint now, const Moment& utc) {
     if (!sound && tuning.audioAccepted && tuning.tuned) {
         sound = std::make_unique<SoundStream>(band, antenna, settings.rate);
         soundStart = now;

@@ -42,7 +42,6 @@ class Link {
     TimePoint NextTime(TimePoint now) const;
 
     OutputQueue& Output() { return output; }
-    const Tuning& CurrentTuning() const { return tuning; }
 
     // The link is to be closed, at once or when its output has gone out.
     bool IsCut(TimePoint now) const;
@@ -53,7 +52,7 @@ class Link {
     void Command(std::string_view text, TimePoint now, const Moment& utc);
     void Welcome(TimePoint now);
     void End(TimePoint now);
-    void StartSound(TimePoint now, const Moment& utc);
+    void StartOrRetuneSound(TimePoint now, const Moment& utc);
     void TickSound(TimePoint now, const Moment& utc);
     void TickWaterfall(TimePoint now, const Moment& utc);
     void SendMessage(std::string_view body);

@@ -27,8 +27,7 @@ void AddCharacter(std::vector<std::uint8_t>& keying, std::string_view code) {
     keying.insert(keying.end(), 2, 0);
 }
 
-} // namespace
-
+// The dots and dashes of a character, empty if it has none.
 std::string_view MorseCode(char character) {
     const int upper = std::toupper(static_cast<unsigned char>(character));
     if (upper >= 'A' && upper <= 'Z') {
@@ -48,6 +47,8 @@ std::string_view MorseCode(char character) {
         return {};
     }
 }
+
+} // namespace
 
 std::vector<std::uint8_t> MorseKeying(std::string_view text) {
     std::vector<std::uint8_t> keying;

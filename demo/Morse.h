@@ -11,9 +11,6 @@ namespace larkspool::demo {
 // Characters without a code are left out.
 std::vector<std::uint8_t> MorseKeying(std::string_view text);
 
-// The dots and dashes of a character, empty if it has none.
-std::string_view MorseCode(char character);
-
 // The bits of a text as a teleprinter sends them: a start bit 0, five code bits,
 // two stop bits 1. Letters and blanks only.
 std::vector<std::uint8_t> TeleprinterBits(std::string_view text);

@@ -30,10 +30,10 @@ class SoundStream {
 
     // Power in the passband during the last frame, dBm.
     double SMeter() const { return sMeter; }
-    double NoiseDbm() const;
-    bool IsSquelched() const { return tuning.squelch > 0.0 && tailFrames <= 0; }
 
   private:
+    bool IsSquelched() const { return tuning.squelch > 0.0 && tailFrames <= 0; }
+    double NoiseDbm() const;
     void Receive(const Moment& from);
     void FillFilter(const Moment& from);
     void MeasureAndSquelch();
