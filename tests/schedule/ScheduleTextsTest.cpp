@@ -20,7 +20,6 @@ TEST(ScheduleTexts, ALineOfAStationListGivesFrequencyAndTime) {
         const char* line;
         const char* expected;
     } cases[] = {
-        {"Station\t9410\t0600-0700\tEnglish", "9410|06:00:00-07:00:00"},
         {"Station\t9410\t0600-0700\tEnglish\r\n", "9410|06:00:00-07:00:00"},
         {"Station\t9410\t0630-745\r\n", "9410|06:30:00-07:45:00"},
         {"\t 9410.5 kHz\t2200-0000", " 9410.5 kHz|22:00:00-00:00:00"},
