@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <limits>
 #include <string>
 #include <vector>
 
@@ -37,23 +35,17 @@ std::vector<std::string> Rows(const ReceiverList& list) {
     return rows;
 }
 
-TEST(DirectoryScanner, APageGivesItsReceiversInItsOrder) {
-    const std::string page = "<html>\n" + Entry("Harbour light", "192.0.2.10:8073/") + "<hr>\n\n" +
-                             Entry("Grüße vom Bodensee", "lark.example:8074") +
-                             Entry("Harbour light", "192.0.2.10:8073/?f=9750am") + "</html>";
-    EXPECT_EQ(Rows(Scan(page)), (std::vector<std::string>{"Harbour light|192.0.2.10|8073",
-                                                          "Grüße vom Bodensee|lark.example|8074",
-                                                          "Harbour light|192.0.2.10|8073"}));
-}
-
 TEST(DirectoryScanner, OnlyWhatIsToldInItsWayIsTaken) {
     const struct {
         const char* what;
         std::string page;
         std::vector<std::string> rows;
     } cases[] = {
+        {"receivers between other lines",
+         "<html>\n" + Entry("Grüße", "192.0.2.10:8073/") + "<hr>\n\n" +
+             Entry("Grüße", "lark.example:8074/?f=9750am") + "</html>",
+         {"Grüße|192.0.2.10|8073", "Grüße|lark.example|8074"}},
         {"a blank line between", NameLine("a") + "\n" + AddressLine("h:1"), {}},
-        {"two names in a row", NameLine("a") + NameLine("b") + AddressLine("h:1"), {}},
         {"three names in a row", NameLine("a") + NameLine("b") + Entry("c", "h:1"), {"c|h|1"}},
         {"an address in the name's line",
          "'cl-name'>a</span><a href='http://x:1'>\n" + AddressLine("h:2"),
@@ -70,14 +62,12 @@ TEST(DirectoryScanner, OnlyWhatIsToldInItsWayIsTaken) {
         {"more than one colon", Entry("a", "[2001:db8::1]:8073/") + Entry("b", "u:p@h:1"), {}},
         {"an address without end", NameLine("a") + "<a href='http://h:1\n", {}},
         {"another scheme", NameLine("a") + "<a href='https://h:1'>\n", {}},
-        {"other quotes", NameLine("a") + "<a href=\"http://h:1\">\n", {}},
         {"ports that are none",
          Entry("a", "h:x") + Entry("b", "h:") + Entry("c", "h:80.9"),
          {"a|h|0", "b|h|0", "c|h|80"}},
-        {"line ends of two characters",
-         "'cl-name'>a</span>\r\n<a href='http://h:1'>\r\n",
+        {"line ends of two characters, and none at the end",
+         "'cl-name'>a</span>\r\n<a href='http://h:1'",
          {"a|h|1"}},
-        {"no line end at all", "'cl-name'>a</span>\n<a href='http://h:1'", {"a|h|1"}},
         {"a name at the very end", NameLine("a"), {}},
     };
     for (const auto& [what, page, rows] : cases) {
@@ -86,31 +76,24 @@ TEST(DirectoryScanner, OnlyWhatIsToldInItsWayIsTaken) {
 }
 
 TEST(DirectoryScanner, NamesKeepTheirBytes) {
-    for (const std::string name :
-         {"北の受信所", "\xFF\xFE broken \xC3", "it's <b>&amp;</b>", "tab\tbell\a"}) {
+    for (const std::string& name : {std::string("\xFF\xFE broken \xC3"),
+                                    std::string("<b>&amp;</b>\t"), std::string("a\0b", 3)}) {
         EXPECT_EQ(Scan(Entry(name, "h:1")).names, std::vector<std::string>{name});
     }
-    const std::string withNul("a\0b", 3);
-    EXPECT_EQ(Scan(Entry(withNul, "h:1")).names, std::vector<std::string>{withNul});
 }
 
-// Whatever the skipping does, it finds what reading line after line finds.
 TEST(DirectoryScanner, TheLargestPagesOfNonsenseAreReadInTheirTime) {
     constexpr std::size_t Size = std::size_t{8} * 1024 * 1024;
     for (const std::string piece :
-         {"'cl-name'", "'cl-name'\n", "'cl-name'></span>\n", "'", "\n", ":",
-          "'cl-name'></span>\n<a href='http://", "'cl-name'></span>\n<a href='http://:::::\n"}) {
+         {"'cl-name'", "'cl-name'></span>\n", "\n", "'cl-name'></span>\n<a href='http://:::::\n"}) {
         std::string page;
         while (page.size() < Size) {
             page += piece;
         }
         EXPECT_EQ(Scan(page).Count(), 0U) << piece;
     }
-    EXPECT_EQ(
-        Scan("'cl-name'>" + std::string(Size, 'n') + "</span>\n" + AddressLine("h:1")).Count(), 1U);
-    EXPECT_EQ(Scan(NameLine("a") + AddressLine(std::string(Size, ':'))).Count(), 0U);
-    EXPECT_EQ(Scan(NameLine("a") + AddressLine("h:" + std::string(Size, '9'))).ports.front(),
-              std::numeric_limits<std::int64_t>::max());
+    EXPECT_EQ(Rows(Scan(NameLine("a") + AddressLine("h:" + std::string(Size, '9')))),
+              std::vector<std::string>{"a|h|9223372036854775807"});
 }
 
 } // namespace
