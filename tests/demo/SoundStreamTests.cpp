@@ -41,7 +41,7 @@ TEST(SoundStream, CarrierOffTuneGivesItsBeatNoteInEveryMode) {
     }
 }
 
-TEST(SoundStream, MeterOnTheWireReadsThePowerInThePassband) {
+TEST(SoundStream, FrameHasItsNumberAndThePowerInThePassband) {
     struct Case {
         const char* what;
         double khz, low, high, dbm;
@@ -51,20 +51,14 @@ TEST(SoundStream, MeterOnTheWireReadsThePowerInThePassband) {
                             Case{"noise alone", 10105.0, -5000.0, 5000.0, -114.6},
                             Case{"a carrier outside", 10021.0, 100.0, 5000.0, -117.7}}) {
         auto stream = Stream(TunedTo(one.khz, Mode::Am, one.low, one.high));
+        for (int i = 0; i < 0x102; ++i) {
+            stream.SkipFrame();
+        }
         const auto frame = stream.Frame(someTime);
+        ASSERT_EQ(frame.size(), 10U + 1024U);
+        EXPECT_EQ(std::string(frame.begin(), frame.begin() + 8), std::string("SND\0\2\1\0\0", 8));
         EXPECT_NEAR((frame[8] << 8 | frame[9]) * 0.1 - 127.0, one.dbm, 0.3) << one.what;
     }
-}
-
-TEST(SoundStream, FrameHasItsFieldsInTheirByteOrders) {
-    auto stream = Stream(TunedTo(10020.0, Mode::Am, -5000.0, 5000.0));
-    for (int i = 0; i < 0x102; ++i) {
-        stream.SkipFrame();
-    }
-    const auto frame = stream.Frame(someTime);
-    ASSERT_EQ(frame.size(), 10U + 1024U);
-    EXPECT_EQ(std::string(frame.begin(), frame.begin() + 3), "SND");
-    EXPECT_EQ(std::vector<int>(frame.begin() + 4, frame.begin() + 8), (std::vector{2, 1, 0, 0}));
 }
 
 TEST(SoundStream, SquelchedSoundIsTheFillerAndMutedSoundIsSilence) {
@@ -92,30 +86,20 @@ TEST(SoundStream, SquelchedSoundIsTheFillerAndMutedSoundIsSilence) {
 }
 
 TEST(SoundStream, LoudnessFollowsTheUsersSettings) {
-    Tuning plain = TunedTo(10018.0, Mode::Usb, 100.0, 2700.0);
-    Tuning quarter = plain;
-    quarter.agc = false;
-    quarter.manualGain = 58.0;
-    Tuning tenth = quarter;
-    tenth.manualGain = 50.0;
-    Tuning held = plain;
-    held.threshold = -50.0;
-    Tuning sloping = plain;
-    sloping.slope = 10.0;
-    Tuning dulled = plain;
-    dulled.deEmphasis = 1; // one pole at 2122 Hz
-    const std::tuple<const char*, Tuning, double> cases[] = {
-        {"gain 50 dB", tenth, -20.0},
-        {"gain 58 dB", quarter, -12.0},
-        {"AGC", plain, -6.6},
-        {"AGC with a slope", sloping, -7.0},
-        {"below the threshold", held, -25.4},
-        {"de-emphasis", dulled, -9.2},
+    const std::tuple<const char*, double> cases[] = {
+        {"SET agc=0 manGain=50", -20.0},
+        {"SET agc=0 manGain=58", -12.0},
+        {"SET agc=1", -6.6},
+        {"SET agc=1 slope=10", -7.0},
+        {"SET thresh=-50", -25.4},
+        {"SET de_emp=1", -9.2}, // one pole at 2122 Hz
     };
-    for (const auto& [what, tuning, wanted] : cases) {
+    for (const auto& [command, wanted] : cases) {
+        Tuning tuning = TunedTo(10018.0, Mode::Usb, 100.0, 2700.0);
+        Obey(command, tuning);
         auto stream = Stream(tuning);
         const double heard = AmplitudeAt(Listen(stream, someTime, 0.3), 2000.0);
-        EXPECT_NEAR(20.0 * std::log10(heard / 32767.0), wanted, 0.2) << what;
+        EXPECT_NEAR(20.0 * std::log10(heard / 32767.0), wanted, 0.2) << command;
     }
 }
 
@@ -160,32 +144,19 @@ TEST(SoundStream, RetuningDoesNotClick) {
     EXPECT_LT(std::max(-lowest, highest), carrier / 20.0);
 }
 
-// Reads keying back from sound: dots and dashes, a blank between letters, a stroke between words.
-std::string ReadMorse(std::span<const double> samples, double hertz, double unitSeconds) {
-    const auto window = static_cast<std::size_t>(unitSeconds / 6.0 * Rate);
-    std::string text;
-    double units = 0.0;
-    bool down = false;
-    for (std::size_t at = 0; at + window <= samples.size(); at += window) {
-        const bool wasDown = down;
-        down = AmplitudeAt(samples.subspan(at, window), hertz) > 7500.0;
-        if (down != wasDown) {
-            if (wasDown) {
-                text += units > 2.0 ? '-' : '.';
-            } else if (units > 2.0) {
-                text += units > 5.0 ? '/' : ' ';
-            }
-            units = 0.0;
-        }
-        units += 1.0 / 6.0;
-    }
-    return text;
-}
-
 TEST(SoundStream, BeaconSendsMorseThatCanBeRead) {
+    constexpr std::size_t dot = 720;    // samples, 60 ms
+    constexpr std::size_t middle = 496; // of a dot, late by the filter's delay
     auto stream = Stream(TunedTo(14099.5, Mode::Cw, 300.0, 700.0));
-    const auto text = ReadMorse(Listen(stream, someTime, 20.0), 500.0, 0.06);
-    EXPECT_NE(text.find("/...- ...- ...-/-.. ./.-.. .- .-. -.-/"), std::string::npos) << text;
+    const auto samples = Listen(stream, {someTime.second, 0.0}, 20.0);
+    std::string keying;
+    for (std::size_t at = middle; at + dot < samples.size(); at += dot) {
+        keying += AmplitudeAt(std::span(samples).subspan(at, 240), 500.0) > 7500.0 ? '=' : ' ';
+    }
+    EXPECT_NE(keying.find("= = = ===   = = = ===   = = = ===       === = =   =       "
+                          "= === = =   = ===   = === =   === = ===       "),
+              std::string::npos)
+        << keying;
 }
 
 } // namespace
