@@ -9,7 +9,6 @@
 #include <cstring>
 #include <set>
 #include <string>
-#include <vector>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -67,22 +66,20 @@ int main() {
         std::puts("the port is taken");
         return 77;
     }
-    std::vector<int> sent;
-    std::vector<int> received;
-    std::set<std::string> destinations;
     for (std::int32_t i = 0; i < Datagrams; ++i) {
         SendUdpCommand(&i, sizeof i, Port);
-        sent.push_back(i);
     }
-    for (int number = 0; (number = Receive(handle, destinations)) >= 0;) {
-        received.push_back(number);
+    std::set<std::string> destinations;
+    int received = 0;
+    int number = Receive(handle, destinations);
+    for (; number == received; number = Receive(handle, destinations)) {
+        ++received;
     }
-    close(handle);
     for (const std::string& destination : destinations) {
         std::puts(destination.c_str());
     }
-    if (received != sent) {
-        std::printf("%zu of %d came\n", received.size(), Datagrams);
+    if (received != Datagrams || number >= 0) {
+        std::printf("%d of %d came, then number %d\n", received, Datagrams, number);
         return 1;
     }
     return 0;

@@ -3,72 +3,61 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace larkspool {
 namespace {
 
 using Verb = RemoteVerb;
 
-struct Case {
-    std::string datagram;
-    std::optional<RemoteCommand> expected;
-};
-
 std::optional<RemoteCommand> Parse(const std::string& datagram) {
     return ParseRemoteCommand(RemoteLine(datagram));
 }
 
-void Check(const std::vector<Case>& cases) {
+TEST(RemoteCommand, EachWordIsUnderstoodWithItsArgument) {
+    const std::pair<std::string, RemoteCommand> cases[] = {
+        {"vrxct:whatever", {Verb::TellReceivers}},
+        {"staud: 1.9", {Verb::StartStreaming}},
+        {"staud:2", {Verb::EndStreaming}},
+        {"staud:", {Verb::EndStreaming}},
+        {"staud:" + std::string(99, ' ') + "1", {Verb::StartStreaming}},
+        {"staud:" + std::string(100, ' ') + "1", {Verb::EndStreaming}}, // no more is looked at
+        {"ofreq:14074000", {Verb::SetFrequency, "14074"}},
+        {"ofreq:7055123.5", {Verb::SetFrequency, "7055.1235"}},
+        {"ofreq:loud", {Verb::SetFrequency, "0"}},
+        {"togglerecord", {Verb::ToggleRecording}},
+        {"connectme", {Verb::Connect}},
+        {"disconnect", {Verb::Disconnect}},
+        {"address:sdr.example.net", {Verb::SetAddress, "sdr.example.net"}},
+        {"highcut:2700", {Verb::SetHighCut, "2700"}},
+        {std::string("lowcut:-2700\0", 13), {Verb::SetLowCut, std::string("-2700\0", 6)}},
+    };
     for (const auto& [datagram, expected] : cases) {
         EXPECT_EQ(Parse(datagram), expected) << datagram;
     }
 }
 
-RemoteCommand Row(int row) { return {Verb::SelectMode, "", row}; }
-
-TEST(RemoteCommand, EachWordIsUnderstoodWithItsArgument) {
-    Check({{"vrxct:", {{Verb::TellReceivers}}},
-           {"vrxct:whatever", {{Verb::TellReceivers}}},
-           {"staud:1", {{Verb::StartStreaming}}},
-           {"staud: 1.9", {{Verb::StartStreaming}}},
-           {"staud:0", {{Verb::EndStreaming}}},
-           {"staud:2", {{Verb::EndStreaming}}},
-           {"staud:", {{Verb::EndStreaming}}},
-           {"ofreq:14074000", {{Verb::SetFrequency, "14074"}}},
-           {"ofreq:7055123.5", {{Verb::SetFrequency, "7055.1235"}}},
-           {"ofreq:loud", {{Verb::SetFrequency, "0"}}},
-           {"togglerecord", {{Verb::ToggleRecording}}},
-           {"connect", {{Verb::Connect}}},
-           {"connectme", {{Verb::Connect}}},
-           {"disconnect", {{Verb::Disconnect}}},
-           {"address:sdr.example.net", {{Verb::SetAddress, "sdr.example.net"}}},
-           {"address:", {{Verb::SetAddress, ""}}},
-           {"highcut:2700", {{Verb::SetHighCut, "2700"}}},
-           {std::string("lowcut:-2700\0", 13), {{Verb::SetLowCut, std::string("-2700\0", 6)}}}});
-}
-
 TEST(RemoteCommand, WhatIsNoCommandDoesNothing) {
     for (const char* line : {"", "c", "CONNECT", " connect", "vrxct", "mode", "5ofreq:1000",
-                             "123connect", "reconnect", "SET mute=1"}) {
+                             "123connect", "reconnect", "mode:8", "mode:-1", "mode:1e300"}) {
         EXPECT_EQ(Parse(line), std::nullopt) << line;
     }
 }
 
 TEST(RemoteCommand, ModesAreNumberedInThePeersWay) {
-    Check({{"mode:0", Row(0)},
-           {"mode:1", Row(9)},
-           {"mode:2", Row(6)},
-           {"mode:3", Row(3)},
-           {"mode:4", Row(2)},
-           {"mode:5", Row(4)},
-           {"mode:6", Row(4)},
-           {"mode:7.99", Row(6)},
-           {"mode:usb", Row(0)},
-           {"mode:-0.9", Row(0)},
-           {"mode:8", std::nullopt},
-           {"mode:-1", std::nullopt},
-           {"mode:1e300", std::nullopt}});
+    for (const auto& [code, row] : {std::pair{"0", 0},
+                                    {"1", 9},
+                                    {"2", 6},
+                                    {"3", 3},
+                                    {"4", 2},
+                                    {"5", 4},
+                                    {"6", 4},
+                                    {"7.99", 6},
+                                    {"usb", 0},
+                                    {"-0.9", 0}}) {
+        EXPECT_EQ(Parse(std::string("mode:") + code), (RemoteCommand{Verb::SelectMode, "", row}))
+            << code;
+    }
 }
 
 TEST(RemoteCommand, ThePrefixAndOneLineEndAreTakenOff) {
@@ -87,11 +76,6 @@ TEST(RemoteCommand, ThePrefixAndOneLineEndAreTakenOff) {
     for (const auto& [datagram, line] : cases) {
         EXPECT_EQ(RemoteLine(datagram), line) << datagram;
     }
-}
-
-TEST(RemoteCommand, ANumberEndsAfterAHundredCharacters) {
-    EXPECT_EQ(Parse("staud:" + std::string(99, ' ') + "1"), (RemoteCommand{Verb::StartStreaming}));
-    EXPECT_EQ(Parse("staud:" + std::string(100, ' ') + "1"), (RemoteCommand{Verb::EndStreaming}));
 }
 
 } // namespace
