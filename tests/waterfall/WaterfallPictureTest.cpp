@@ -3,16 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
-#include <vector>
 
 namespace larkspool {
 namespace {
 
 constexpr std::size_t Header = 13;
-constexpr Color Yellow = {255, 255, 0};
-constexpr Color Red = {255, 0, 0};
 
 class WaterfallPicture : public ::testing::Test {
   protected:
@@ -22,15 +18,29 @@ class WaterfallPicture : public ::testing::Test {
         canvas.SetUpdating(true);
     }
 
-    static std::string Frame(const std::string& bins) { return std::string(Header, 'h') + bins; }
-    static std::string Flat(std::uint8_t bin, std::size_t count = 1024) {
-        return Frame(std::string(count, static_cast<char>(bin)));
+    void Row(const std::string& bins) { canvas.NewData(std::string(Header, 'h') + bins); }
+    void FlatRow(int bin, std::size_t count = 1024) {
+        Row(std::string(count, static_cast<char>(bin)));
     }
 
     Picture Paint(int width = 1024) {
         PictureGraphics graphics(width, 105);
         canvas.Event_Paint(graphics);
         return graphics.paper;
+    }
+
+    // A row of the paper: yellow 'y', red 'r', black 'b'.
+    std::string Marks(int y, int width = 1024) {
+        const Picture picture = Paint(width);
+        std::string marks;
+        for (int x = 0; x < width; ++x) {
+            const Color color = picture.Pixel(x, y);
+            marks += color == Color{255, 255, 0} ? 'y'
+                     : color == Color{255, 0, 0} ? 'r'
+                     : color == Color{0, 0, 0}   ? 'b'
+                                                 : '.';
+        }
+        return marks;
     }
 
     // The colour of one bin at gain 1.00 and offset 0.
@@ -40,89 +50,91 @@ class WaterfallPicture : public ::testing::Test {
     ColorTable table;
 };
 
+TEST_F(WaterfallPicture, TheBandsOfColorMeetWhereTheyShould) {
+    // Worked out by hand at both edges of every band; what overruns is cut at 255.
+    const std::pair<int, Color> cases[] = {
+        {0, {0, 0, 0}},       {1, {0, 0, 1}},       {171, {0, 0, 253}},    {172, {0, 0, 255}},
+        {173, {0, 1, 255}},   {347, {0, 255, 255}}, {348, {0, 255, 255}},  {349, {0, 255, 253}},
+        {479, {0, 255, 0}},   {480, {0, 255, 0}},   {481, {1, 255, 0}},    {615, {255, 255, 0}},
+        {616, {255, 255, 0}}, {617, {255, 253, 0}}, {867, {255, 0, 0}},    {868, {255, 0, 0}},
+        {869, {255, 0, 0}},   {946, {255, 0, 65}},  {1020, {255, 0, 128}}, {1023, {255, 0, 130}}};
+    for (const auto& [index, color] : cases) {
+        EXPECT_EQ(table[index], color) << index;
+    }
+}
+
+TEST_F(WaterfallPicture, GainStretchesAndOffsetMovesTheBlackPoint) {
+    struct Case {
+        double gain;
+        int offset;
+        int bin; // 55 is the bottom; what lies below wraps to the top
+        int level;
+    };
+    const Case cases[] = {{1.00, 0, 55, 0},     {1.00, 0, 54, 255},  {1.00, 0, 255, 200},
+                          {1.00, 63, 117, 0},   {1.00, 63, 119, 1},  {2.22, 0, 155, 222},
+                          {2.22, 10, 155, 199}, {5.00, 0, 106, 255}, {5.00, 0, 107, 255},
+                          {0.00, 0, 54, 0},     {0.01, 0, 254, 1},   {0.50, 0, 56, 0}};
+    for (const auto& [gain, offset, bin, level] : cases) {
+        canvas.SetLevels(gain, offset);
+        FlatRow(bin);
+        EXPECT_EQ(Paint().Pixel(7, 5), table[level * 4]) << gain << ' ' << offset << ' ' << bin;
+    }
+}
+
 TEST_F(WaterfallPicture, EachRowIsDrawnAboveTheOneBefore) {
-    std::mt19937 dice(1);
-    std::vector<std::string> rows;
-    for (int i = 0; i < 230; ++i) { // more than the picture is high
-        std::string bins(1024, '\0');
-        for (char& bin : bins) {
-            bin = static_cast<char>(dice());
+    const auto bin = [](int row, int x) { return static_cast<std::uint8_t>(row * 31 + x * x / 7); };
+    constexpr int Rows = 230; // more than the picture is high
+    for (int row = 0; row < Rows; ++row) {
+        std::string bins;
+        for (int x = 0; x < 1024; ++x) {
+            bins += static_cast<char>(bin(row, x));
         }
-        canvas.NewData(Frame(bins));
-        rows.push_back(bins);
+        Row(bins);
     }
     const Picture picture = Paint();
     for (int y = 0; y < 100; ++y) {
-        const std::string& bins = rows[rows.size() - 1 - static_cast<std::size_t>(y)];
         for (int x = 0; x < 1024; ++x) {
-            const auto bin = static_cast<std::uint8_t>(bins[static_cast<std::size_t>(x)]);
-            ASSERT_EQ(picture.Pixel(x, 5 + y), ColorOf(bin)) << x << ' ' << y << ' ' << int{bin};
+            ASSERT_EQ(picture.Pixel(x, 5 + y), ColorOf(bin(Rows - 1 - y, x))) << x << ' ' << y;
         }
     }
 }
 
-TEST_F(WaterfallPicture, AByteBelowTheBottomWrapsToTheTop) {
-    canvas.NewData(Flat(54));
-    EXPECT_EQ(Paint().Pixel(7, 5), table[1020]);
-    canvas.NewData(Flat(55));
-    EXPECT_EQ(Paint().Pixel(7, 5), (Color{0, 0, 0}));
-    canvas.NewData(Flat(255));
-    EXPECT_EQ(Paint().Pixel(7, 5), table[800]);
-}
-
 TEST_F(WaterfallPicture, ShortRowsKeepTheOldTailAndTooShortOnesAreNone) {
-    canvas.NewData(Flat(100));
-    canvas.NewData(Flat(200, 1000 - Header)); // the shortest that counts: 987 bins
-    EXPECT_EQ(Paint().Pixel(986, 5), ColorOf(200));
-    EXPECT_EQ(Paint().Pixel(987, 5), ColorOf(100));
-    EXPECT_EQ(Paint().Pixel(1023, 5), ColorOf(100));
-    canvas.NewData(Flat(250, 999 - Header));
+    FlatRow(100);
+    FlatRow(200, 1000 - Header); // the shortest that counts: 987 bins
+    FlatRow(250, 999 - Header);
     canvas.NewData("");
-    EXPECT_EQ(Paint().Pixel(0, 5), ColorOf(200));
-    EXPECT_EQ(Paint().Pixel(0, 6), ColorOf(100));
-    canvas.NewData(Flat(90, 100'000)); // far more than a row holds
+    const Picture picture = Paint();
+    EXPECT_EQ(picture.Pixel(986, 5), ColorOf(200));
+    EXPECT_EQ(picture.Pixel(987, 5), ColorOf(100));
+    EXPECT_EQ(picture.Pixel(0, 6), ColorOf(100));
+    FlatRow(90, 100'000); // far more than a row holds
     EXPECT_EQ(Paint().Pixel(1023, 5), ColorOf(90));
 }
 
-TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrier) {
-    EXPECT_EQ(Paint().Pixel(512, 0), (Color{0, 0, 0})) << "no marks without a picture";
-    canvas.NewData(Flat(55));
-    canvas.SetPassband(-2700, -100); // a lower sideband, left of the carrier
-    const Picture picture = Paint();
-    // 512 pixels stand for 7,328 Hz: from 323.4 to 505.0.
-    EXPECT_EQ(picture.Pixel(322, 0), PictureGraphics::Untouched);
-    EXPECT_EQ(picture.Pixel(323, 0), Yellow);
-    EXPECT_EQ(picture.Pixel(504, 3), Yellow);
-    EXPECT_EQ(picture.Pixel(505, 3), PictureGraphics::Untouched);
-    EXPECT_EQ(picture.Pixel(400, 4), PictureGraphics::Untouched) << "one row stays free";
-    for (const int x : {510, 513}) {
-        EXPECT_EQ(picture.Pixel(x, 3), Red);
-    }
-    EXPECT_EQ(picture.Pixel(509, 0), PictureGraphics::Untouched);
-    EXPECT_EQ(picture.Pixel(514, 0), PictureGraphics::Untouched);
-}
-
-TEST_F(WaterfallPicture, ANarrowerWindowScalesPictureAndMarks) {
-    std::string bins(1024, static_cast<char>(55));
+TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrierAtAnyWidth) {
+    using Run = std::string;
+    EXPECT_EQ(Marks(0), Run(1024, 'b')) << "no marks without a picture";
+    std::string bins(1024, static_cast<char>(100));
     bins[800] = static_cast<char>(155);
-    canvas.NewData(Frame(bins));
+    Row(bins);
+    canvas.SetPassband(-2700, -100); // a lower sideband, left of the carrier
+    // 512 pixels stand for 7,328 Hz: from 323.4 to 505.0.
+    const Run marks = Run(323, '.') + Run(182, 'y') + Run(5, '.') + Run(4, 'r') + Run(510, '.');
+    EXPECT_EQ(Marks(0), marks);
+    EXPECT_EQ(Marks(3), marks);
+    EXPECT_EQ(Marks(4), Run(1024, '.')) << "one row stays free";
     canvas.SetPassband(0, 3664); // a quarter of the span
-    const Picture picture = Paint(960);
-    EXPECT_EQ(picture.Pixel(750, 5), ColorOf(155)) << "bin 800 at 960/1024";
-    EXPECT_EQ(picture.Pixel(719, 0), Yellow);
-    EXPECT_EQ(picture.Pixel(721, 0), PictureGraphics::Untouched);
-    EXPECT_EQ(picture.Pixel(478, 0), Red) << "510 at 960/1024";
-    EXPECT_EQ(picture.Pixel(481, 0), Red) << "four points wide at any scale";
-    EXPECT_EQ(picture.Pixel(482, 0), Yellow);
+    EXPECT_EQ(Marks(0, 960), Run(478, '.') + Run(4, 'r') + Run(238, 'y') + Run(240, '.'));
+    EXPECT_EQ(Paint(960).Pixel(750, 5), ColorOf(155)) << "bin 800 at 960/1024";
 }
 
 TEST_F(WaterfallPicture, APictureNarrowerThanTheRowDropsTheRest) {
-    canvas.Place("canvas", {0, 0, 960, 105});
-    canvas.NewData(Flat(155));
-    EXPECT_EQ(Paint(960).Pixel(959, 5), ColorOf(155));
-    canvas.Place("canvas", {0, 0, 0, 0});
-    canvas.DropPicture();
-    canvas.NewData(Flat(155));
+    for (const int width : {960, 0}) {
+        canvas.Place("canvas", {0, 0, width, 105});
+        canvas.DropPicture();
+        FlatRow(155);
+    }
     Paint();
 }
 
