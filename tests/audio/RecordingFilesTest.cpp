@@ -15,16 +15,12 @@ TEST(RecordingFiles, TheHeaderIsTheOneThatEveryPlayerKnows) {
 }
 
 TEST(RecordingFiles, SizesNeverWrap) {
-    struct Size {
-        std::int64_t samples;
-        std::uint32_t dataBytes;
-    };
-    for (const auto& [samples, dataBytes] : {Size{1'000'000'000, 2'000'000'000},
-                                             {1'073'741'824, 2'147'483'648},
-                                             {2'147'483'629, 4'294'967'258},
-                                             {2'147'483'630, 4'294'967'258},
-                                             {5'000'000'000, 4'294'967'258},
-                                             {-1, 0}}) {
+    const std::pair<std::int64_t, std::uint32_t> sizes[] = {{1'073'741'824, 2'147'483'648},
+                                                            {2'147'483'629, 4'294'967'258},
+                                                            {2'147'483'630, 4'294'967'258},
+                                                            {5'000'000'000, 4'294'967'258},
+                                                            {-1, 0}};
+    for (const auto& [samples, dataBytes] : sizes) {
         const std::string header = WavHeader(250'000, samples);
         EXPECT_EQ(LittleEndianAt(header, 40), dataBytes) << samples;
         EXPECT_EQ(LittleEndianAt(header, 4), 36 + dataBytes) << samples;
@@ -32,30 +28,22 @@ TEST(RecordingFiles, SizesNeverWrap) {
 }
 
 TEST(RecordingFiles, TheNameTellsWhenAndWhat) {
-    struct Case {
-        double frequency;
-        std::string mode;
-        std::string address;
-        std::string name;
-    };
-    for (const auto& [frequency, mode, address, name] :
-         {Case{10000, "usb", "example", "10000.000usb_example_8073.WAV"},
-          Case{7.0125, "am", "10.0.0.7", "7.013am_10.0.0.7_8073.WAV"},
-          Case{0, "lsb", "", ".000lsb__8073.WAV"},
-          Case{123456.5, "iq", "x", "123456.500iq_x_8073.WAV"}}) {
+    const auto name = [](double frequency, const std::string& mode, const std::string& address) {
         AudioRecordingClass recording;
         recording.frequency = frequency;
         recording.mode = mode;
         recording.remoteAddress = address;
         recording.remotePort = 8073;
-        const std::string whole = RecordingName(recording, Date::FromUnixSeconds(1614834367));
-        EXPECT_EQ(whole, "KiwiRecording-2021-03-04T05_06_07Z" + name);
-        EXPECT_TRUE(IsRecordingName(whole));
-    }
+        return RecordingName(recording, Date::FromUnixSeconds(1614834367));
+    };
+    const std::string start = "KiwiRecording-2021-03-04T05_06_07Z";
+    EXPECT_EQ(name(123456.5, "iq", "example"), start + "123456.500iq_example_8073.WAV");
+    EXPECT_EQ(name(7.0125, "am", "10.0.0.7"), start + "7.013am_10.0.0.7_8073.WAV");
+    EXPECT_EQ(name(0, "lsb", ""), start + ".000lsb__8073.WAV");
+    EXPECT_TRUE(IsRecordingName(name(0, "lsb", "")));
 }
 
 TEST(RecordingFiles, TheTimeStartsOverAfterADay) {
-    EXPECT_EQ(SecondsToTimeString(0), "00:00:00");
     EXPECT_EQ(SecondsToTimeString(3661), "01:01:01");
     EXPECT_EQ(SecondsToTimeString(86399), "23:59:59");
     EXPECT_EQ(SecondsToTimeString(86400), "00:00:00");
