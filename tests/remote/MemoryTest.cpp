@@ -1,44 +1,15 @@
 // Counts what the program allocates while it streams and while it is flooded.
 #include "audio/SoundFrame.h"
 #include "link/LinkFixture.h"
+#include "support/Allocations.h"
 #include "support/ConsoleFixture.h"
 
-#include <cstdlib>
-#include <new>
 #include <random>
-
-namespace {
-
-long made = 0;
-long freed = 0;
-
-void* Make(std::size_t size) {
-    ++made;
-    void* memory = std::malloc(size == 0 ? 1 : size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
-}
-
-void Free(void* memory) {
-    if (memory != nullptr) {
-        ++freed;
-        std::free(memory);
-    }
-}
-
-} // namespace
-
-[[gnu::noinline]] void* operator new(std::size_t size) { return Make(size); }
-void* operator new[](std::size_t size) { return Make(size); }
-[[gnu::noinline]] void operator delete(void* memory) noexcept { Free(memory); }
-[[gnu::noinline]] void operator delete[](void* memory) noexcept { Free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { Free(memory); }
-[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { Free(memory); }
 
 namespace larkspool {
 namespace {
+
+const Allocations& counted = Allocations::OfThisThread();
 
 // Takes everything and keeps nothing.
 class ForgetfulSoundLibrary : public SoundLibrary {
@@ -82,14 +53,14 @@ class Memory : public ::testing::Test {
     VirtualUDPSocket& Peer() { return *desktop.udpSockets.at(0); }
 
     // What it takes to receive and play so many frames of 700 samples, at their pace.
-    long AllocationsFor(int frames) {
+    std::int64_t AllocationsFor(int frames) {
         const std::vector<std::int16_t> samples(700, 5);
-        const long before = made;
+        const std::int64_t before = counted.made;
         for (int i = 0; i < frames; ++i) {
             Audio().Sound(sequence++, samples);
             desktop.Advance(0.06); // whole ticks of every timer
         }
-        return made - before;
+        return counted.made - before;
     }
 
     ForgetfulDesktop desktop;
@@ -103,7 +74,7 @@ TEST_F(Memory, StreamingAllocatesNothingBeyondWhatHearingDoes) {
     AllocationsFor(300); // as many blocks as it takes are there now
     const int before = desktop.library.blocks;
     EXPECT_GT(before, 400);
-    const long streaming = AllocationsFor(500);
+    const std::int64_t streaming = AllocationsFor(500);
     EXPECT_EQ(desktop.library.blocks - before, 500 * 700 / 512);
     Peer().Deliver("staud:0");
     desktop.Advance(0);
@@ -127,10 +98,10 @@ TEST_F(Memory, AFloodOfDatagramsLeavesItFlat) {
         }
     };
     flood(10'000);
-    const long held = made - freed;
+    const std::int64_t held = counted.made - counted.freed;
     flood(100'000);
     // A row of the log is one or two pieces, and there are 2,000 of them.
-    EXPECT_NEAR(static_cast<double>(made - freed), static_cast<double>(held), 2000);
+    EXPECT_LE(std::abs(counted.made - counted.freed - held), 2000);
     EXPECT_EQ(app.Console().Listbox1.ListCount(), 2000);
     Peer().Deliver("ofreq:7055000");
     desktop.Advance(0);
@@ -145,13 +116,13 @@ TEST_F(FrameAllocations, AFrameCostsItsSamplesBlockAndNothingElse) {
     std::string body;
     for (int round = 0; round < 50; ++round) {
         socket.Deliver(frame);
-        const long before = made;
+        const std::int64_t before = counted.made;
         link.ReadNewData();
         ASSERT_TRUE(link.WebsocketRead(tag, body));
         ASSERT_TRUE(ReadSoundHeader(body));
         ASSERT_EQ(SoundSamples(body).Size(), 1024U);
         if (round > 0) { // the first makes room for the body
-            EXPECT_EQ(made - before, 1);
+            EXPECT_EQ(counted.made - before, 1);
         }
     }
 }
