@@ -12,13 +12,13 @@ constexpr float ReferenceLevel = 0.001F; // -60 dBm comes out at the steady leve
 } // namespace
 
 void Agc::Set(const Tuning& tuning, double rate) {
-    constexpr double hangReleaseSeconds = 0.1;
+    constexpr double HangReleaseSeconds = 0.1;
     on = tuning.agc;
     manual = static_cast<float>(std::pow(10.0, tuning.manualGain / 20.0));
     weakest = static_cast<float>(std::pow(10.0, tuning.threshold / 20.0));
     exponent = static_cast<float>(tuning.slope / 100.0 - 1.0);
     const double decaySeconds = std::max(tuning.decay, 5.0) / 1000.0;
-    const double releaseSeconds = tuning.hang ? hangReleaseSeconds : decaySeconds;
+    const double releaseSeconds = tuning.hang ? HangReleaseSeconds : decaySeconds;
     release = static_cast<float>(std::exp(-1.0 / (releaseSeconds * rate)));
     hangSamples = tuning.hang ? static_cast<int>(decaySeconds * rate) : 0;
     untilRelease = std::min(untilRelease, hangSamples);

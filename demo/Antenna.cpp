@@ -7,21 +7,21 @@
 namespace larkspool::demo {
 
 double Antenna::GainDb(double hertz, double stationBearing) const {
-    constexpr double frontToBackDb = 20.0;
+    constexpr double FrontToBackDb = 20.0;
     const double octaves = std::log2(std::max(hertz, 1000.0) / (bestKhz * 1000.0));
     double gain = gainDb - dbPerOctave * std::abs(octaves);
     if (bearing) {
         const double off = (stationBearing - *bearing) * std::numbers::pi / 180.0;
-        gain -= frontToBackDb * (1.0 - std::cos(off)) / 2.0;
+        gain -= FrontToBackDb * (1.0 - std::cos(off)) / 2.0;
     }
     return gain;
 }
 
 double Antenna::NoiseDbmHz(double hertz) const {
-    constexpr double dbPerDecade = 18.0;
-    constexpr double receiverDbmHz = -164.0; // the receiver's own noise lies below all else
-    const double outside = noiseDbmHz - dbPerDecade * std::log10(std::max(hertz, 10000.0) / 10.0e6);
-    return 10.0 * std::log10(std::pow(10.0, outside / 10.0) + std::pow(10.0, receiverDbmHz / 10.0));
+    constexpr double DbPerDecade = 18.0;
+    constexpr double ReceiverDbmHz = -164.0; // the receiver's own noise lies below all else
+    const double outside = noiseDbmHz - DbPerDecade * std::log10(std::max(hertz, 10000.0) / 10.0e6);
+    return 10.0 * std::log10(std::pow(10.0, outside / 10.0) + std::pow(10.0, ReceiverDbmHz / 10.0));
 }
 
 const std::array<Antenna, 7>& Antennas() {

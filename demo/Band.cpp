@@ -104,7 +104,7 @@ float Band::Amplitude(const Transmitter& transmitter, const Antenna& antenna,
 void Band::AddStations(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
                        std::span<Sample> out) const {
     // Nothing that a station does shows within so short a time.
-    constexpr double instant = 0.0005;
+    constexpr double Instant = 0.0005;
     const double seconds = static_cast<double>(out.size()) / rate;
     const double lowest = (centreHertz - rate / 2.0) / 1000.0;
     const double highest = (centreHertz + rate / 2.0) / 1000.0;
@@ -113,7 +113,7 @@ void Band::AddStations(const Antenna& antenna, const Moment& from, double centre
     std::vector<Sample> envelope(out.size());
     const Moment end = from.After(seconds);
     for (auto one = first; one != transmitters.end() && one->station.khz < highest; ++one) {
-        if (seconds < instant) {
+        if (seconds < Instant) {
             RenderEnvelope(*one, from, rate, std::span(envelope).first(1));
             std::ranges::fill(envelope, envelope.front());
         } else {
@@ -126,16 +126,16 @@ void Band::AddStations(const Antenna& antenna, const Moment& from, double centre
 }
 
 double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz) const {
-    constexpr int slotSeconds = 4; // at most one crash each
-    constexpr double chance = 0.3;
-    constexpr double strongestDb = 32.0; // over the noise, at 1 MHz and below
-    constexpr double dbPerOctave = 7.0;  // so that at 10 MHz no crash opens a squelch of 10 dB
-    const auto slot = static_cast<std::uint64_t>(at.second / slotSeconds);
+    constexpr int SlotSeconds = 4; // at most one crash each
+    constexpr double Chance = 0.3;
+    constexpr double StrongestDb = 32.0; // over the noise, at 1 MHz and below
+    constexpr double DbPerOctave = 7.0;  // so that at 10 MHz no crash opens a squelch of 10 dB
+    const auto slot = static_cast<std::uint64_t>(at.second / SlotSeconds);
     const std::uint64_t bits = Scramble(seed, 77, slot);
-    if (Fraction(bits) >= chance) {
+    if (Fraction(bits) >= Chance) {
         return 1.0;
     }
-    const double into = at.Within(slotSeconds) - Fraction(Scramble(bits, 1)) * (slotSeconds - 1.0);
+    const double into = at.Within(SlotSeconds) - Fraction(Scramble(bits, 1)) * (SlotSeconds - 1.0);
     if (into < 0.0 || into > 0.9) {
         return 1.0;
     }
@@ -144,23 +144,23 @@ double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz)
     const auto stroke = static_cast<std::uint64_t>(into / 0.011);
     const double flicker = 10.0 * Fraction(Scramble(bits, 3, stroke)) - 10.0;
     const double octaves = std::max(0.0, std::log2(std::max(hertz, 1.0e6) / 1.0e6));
-    const double db = strongestDb + antenna.crashDb - dbPerOctave * octaves + flicker -
+    const double db = StrongestDb + antenna.crashDb - DbPerOctave * octaves + flicker -
                       8.0 * Fraction(Scramble(bits, 4)) - 8.7 * into / length;
     return 1.0 + std::pow(10.0, db / 10.0);
 }
 
 void Band::AddNoise(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
                     std::span<Sample> out) const {
-    constexpr std::size_t step = 64; // samples between two looks at the lightning
+    constexpr std::size_t Step = 64; // samples between two looks at the lightning
     const double power = std::pow(10.0, antenna.NoiseDbmHz(centreHertz) / 10.0) * rate;
     Noise noise(Scramble(seed, static_cast<std::uint64_t>(from.second),
                          static_cast<std::uint64_t>(from.fraction * 1.0e9) +
                              (AntennaNumber(antenna) << 32)));
-    for (std::size_t at = 0; at < out.size(); at += step) {
+    for (std::size_t at = 0; at < out.size(); at += Step) {
         const double seconds = static_cast<double>(at) / rate;
         const auto scale = static_cast<float>(
             std::sqrt(power * CrashFactor(antenna, from.After(seconds), centreHertz)));
-        for (Sample& sample : out.subspan(at, std::min(step, out.size() - at))) {
+        for (Sample& sample : out.subspan(at, std::min(Step, out.size() - at))) {
             sample += scale * noise.NextComplex();
         }
     }

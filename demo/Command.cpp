@@ -49,13 +49,13 @@ void TakeMode(std::string_view text, Tuning& tuning) {
 }
 
 void TakeTuning(std::string_view key, std::string_view value, Tuning& tuning) {
-    constexpr double widest = 6000.0;
+    constexpr double Widest = 6000.0;
     if (key == "mod") {
         TakeMode(value, tuning);
     } else if (key == "low_cut") {
-        Take(value, -widest, widest, tuning.lowCut);
+        Take(value, -Widest, Widest, tuning.lowCut);
     } else if (key == "high_cut") {
-        Take(value, -widest, widest, tuning.highCut);
+        Take(value, -Widest, Widest, tuning.highCut);
     } else if (key == "freq") {
         Take(value, 0.0, 32000.0, tuning.khz);
     }
@@ -111,11 +111,11 @@ std::string_view NextWord(std::string_view& text) {
 } // namespace
 
 bool Obey(std::string_view command, Tuning& tuning) {
-    constexpr std::string_view start = "SET ";
-    if (!command.starts_with(start)) {
+    constexpr std::string_view Start = "SET ";
+    if (!command.starts_with(Start)) {
         return false;
     }
-    command.remove_prefix(start.size());
+    command.remove_prefix(Start.size());
     if (command.starts_with("ident_user=") || command.starts_with("geoloc=")) {
         return true; // a name may look like a setting
     }

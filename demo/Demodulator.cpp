@@ -6,14 +6,14 @@
 namespace larkspool::demo {
 
 void Demodulator::Set(Mode newMode, double rate) {
-    constexpr double farthestHertz = 300.0;
-    constexpr double fullDeviation = 5000.0;
+    constexpr double FarthestHertz = 300.0;
+    constexpr double FullDeviation = 5000.0;
     if (newMode != mode) {
         Restart();
     }
     mode = newMode;
-    fastest = Turn * farthestHertz / rate;
-    fmScale = static_cast<float>(rate / (Turn * fullDeviation));
+    fastest = Turn * FarthestHertz / rate;
+    fmScale = static_cast<float>(rate / (Turn * FullDeviation));
 }
 
 void Demodulator::Restart() {
@@ -48,12 +48,12 @@ float Demodulator::Envelope(const Sample& sample) {
 }
 
 float Demodulator::Synchronous(const Sample& sample) {
-    constexpr double quickness = 0.02;
+    constexpr double Quickness = 0.02;
     const Sample turned =
         Times(sample, {static_cast<float>(std::cos(phase)), static_cast<float>(-std::sin(phase))});
     const double error = std::atan2(turned.imag(), turned.real());
-    pace = std::clamp(pace + error * quickness * quickness / 4.0, -fastest, fastest);
-    phase = std::remainder(phase + pace + error * quickness, Turn);
+    pace = std::clamp(pace + error * Quickness * Quickness / 4.0, -fastest, fastest);
+    phase = std::remainder(phase + pace + error * Quickness, Turn);
     return WithoutMean(turned.real());
 }
 
@@ -65,8 +65,8 @@ float Demodulator::Discriminator(const Sample& sample) {
 
 // Takes the carrier's level out, and with it all below some 10 Hz.
 float Demodulator::WithoutMean(float value) {
-    constexpr float quickness = 0.005F;
-    mean = meanKnown ? mean + quickness * (value - mean) : value;
+    constexpr float Quickness = 0.005F;
+    mean = meanKnown ? mean + Quickness * (value - mean) : value;
     meanKnown = true;
     return value - mean;
 }

@@ -25,10 +25,10 @@ void Fill(std::span<Sample> out, double rate, Function value) {
 }
 
 void RenderDrift(double swingHertz, const Moment& from, double rate, std::span<Sample> out) {
-    constexpr double period = 300.0;
-    const double start = from.Within(period);
+    constexpr double Period = 300.0;
+    const double start = from.Within(Period);
     Fill(out, rate, [=](double t) {
-        return Turned(-swingHertz * period / Turn * std::cos(Turn * (start + t) / period));
+        return Turned(-swingHertz * Period / Turn * std::cos(Turn * (start + t) / Period));
     });
 }
 
@@ -81,7 +81,7 @@ void RenderFrequency(const Transmitter& transmitter, const Moment& from, double 
 
 // The key rises and falls within 5 ms, so that it doesn't click.
 double KeyShape(const std::vector<std::uint8_t>& keying, double place, double unit) {
-    constexpr double edge = 0.005;
+    constexpr double Edge = 0.005;
     const auto index = static_cast<std::size_t>(place) % keying.size();
     if (keying[index] == 0) {
         return 0.0;
@@ -91,10 +91,10 @@ double KeyShape(const std::vector<std::uint8_t>& keying, double place, double un
     const bool goesUp = keying[(index + 1) % keying.size()] == 0;
     double share = 1.0;
     if (wasUp) {
-        share = std::min(share, into / edge);
+        share = std::min(share, into / Edge);
     }
     if (goesUp) {
-        share = std::min(share, (unit - into) / edge);
+        share = std::min(share, (unit - into) / Edge);
     }
     return share >= 1.0 ? 1.0 : 0.5 - 0.5 * std::cos(std::numbers::pi * share);
 }
@@ -112,14 +112,14 @@ void RenderMorse(const Transmitter& transmitter, const Moment& from, double rate
 // At 50 baud a shift of 100 Hz makes two whole turns a bit: the phase never jumps.
 void RenderTeleprinter(const Transmitter& transmitter, const Moment& from, double rate,
                        std::span<Sample> out) {
-    constexpr double bitSeconds = 0.02;
-    constexpr double shiftHertz = 100.0;
-    const double start = from.Within(bitSeconds * static_cast<double>(transmitter.keying.size()));
+    constexpr double BitSeconds = 0.02;
+    constexpr double ShiftHertz = 100.0;
+    const double start = from.Within(BitSeconds * static_cast<double>(transmitter.keying.size()));
     Fill(out, rate, [&](double t) {
-        const double place = (start + t) / bitSeconds;
+        const double place = (start + t) / BitSeconds;
         const auto index = static_cast<std::size_t>(place) % transmitter.keying.size();
-        const double hertz = transmitter.keying[index] == 1 ? -shiftHertz : shiftHertz;
-        return Turned(hertz * (place - std::floor(place)) * bitSeconds);
+        const double hertz = transmitter.keying[index] == 1 ? -ShiftHertz : ShiftHertz;
+        return Turned(hertz * (place - std::floor(place)) * BitSeconds);
     });
 }
 

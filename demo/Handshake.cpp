@@ -87,7 +87,7 @@ std::vector<std::uint8_t> Sha1(std::string_view text) {
 }
 
 std::string Base64(std::span<const std::uint8_t> bytes) {
-    constexpr std::string_view alphabet =
+    constexpr std::string_view Alphabet =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string out;
     for (std::size_t at = 0; at < bytes.size(); at += 3) {
@@ -97,7 +97,7 @@ std::string Base64(std::span<const std::uint8_t> bytes) {
             group = group << 8 | (i < count ? bytes[at + i] : 0U);
         }
         for (std::size_t i = 0; i < 4; ++i) {
-            out += i <= count ? alphabet[group >> (18 - 6 * i) & 0x3F] : '=';
+            out += i <= count ? Alphabet[group >> (18 - 6 * i) & 0x3F] : '=';
         }
     }
     return out;
@@ -142,12 +142,12 @@ std::optional<Request> ParseRequest(std::string_view head) {
 }
 
 std::optional<LinkKind> RequestedLink(const Request& request) {
-    constexpr std::string_view prefix = "/kiwi/";
+    constexpr std::string_view Prefix = "/kiwi/";
     if (request.method != "GET" || Lower(request.Header("upgrade")) != "websocket" ||
-        !request.target.starts_with(prefix)) {
+        !request.target.starts_with(Prefix)) {
         return std::nullopt;
     }
-    const std::string_view behind = std::string_view(request.target).substr(prefix.size());
+    const std::string_view behind = std::string_view(request.target).substr(Prefix.size());
     const std::size_t slash = behind.find('/');
     if (slash == std::string_view::npos || slash == 0 ||
         behind.substr(0, slash).find_first_not_of("0123456789") != std::string_view::npos) {

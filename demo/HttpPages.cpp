@@ -98,13 +98,13 @@ std::string WelcomePage(const std::string& host, const PageSettings& settings) {
 
 // The version that runs, as the digits behind the product's four: "0001130M1207" runs 130.
 int AskedDigits(std::string_view target) {
-    constexpr std::string_view key = "p=";
+    constexpr std::string_view Key = "p=";
     const std::size_t query = target.find('?');
-    const std::size_t found = query == std::string_view::npos ? query : target.find(key, query);
-    if (found == std::string_view::npos || target.size() < found + key.size() + 7) {
+    const std::size_t found = query == std::string_view::npos ? query : target.find(Key, query);
+    if (found == std::string_view::npos || target.size() < found + Key.size() + 7) {
         return 0;
     }
-    const std::string_view digits = target.substr(found + key.size() + 4, 3);
+    const std::string_view digits = target.substr(found + Key.size() + 4, 3);
     int value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
     return value;

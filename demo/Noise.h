@@ -27,9 +27,9 @@ class Noise {
 
     // Mean power 1.
     Sample NextComplex() {
-        constexpr float half = 0.70710678F;
+        constexpr float Half = 0.70710678F;
         const float real = Next();
-        return {real * half, Next() * half};
+        return {real * Half, Next() * Half};
     }
 
     // Even from 0 up to, not including, 1.

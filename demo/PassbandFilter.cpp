@@ -57,11 +57,11 @@ void PassbandFilter::Process(std::span<const Sample> input, std::span<Sample> ou
     std::ranges::copy(input, spectrum.begin() + InputSize);
     std::ranges::copy(input, previous.begin());
     wide.Forward(spectrum);
-    constexpr std::size_t half = InputSize / 2;
-    for (std::size_t i = 0; i < half; ++i) {
-        const std::size_t mirrored = 2 * InputSize - half + i;
+    constexpr std::size_t Half = InputSize / 2;
+    for (std::size_t i = 0; i < Half; ++i) {
+        const std::size_t mirrored = 2 * InputSize - Half + i;
         folded[i] = Times(spectrum[i], response[i]) * 0.5F;
-        folded[half + i] = Times(spectrum[mirrored], response[mirrored]) * 0.5F;
+        folded[Half + i] = Times(spectrum[mirrored], response[mirrored]) * 0.5F;
     }
     narrow.Inverse(folded);
     std::copy_n(folded.begin() + OutputSize, OutputSize, output.begin());

@@ -81,10 +81,10 @@ Vowel Between(const Vowel& from, const Vowel& to, double share) {
 // The harmonics of a voice with their loudness. Their phases are spread, so that
 // the sum has no sharp peaks and sounds as loud as it may.
 void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmonics) {
-    constexpr double highest = 3400.0;
+    constexpr double Highest = 3400.0;
     harmonics.clear();
-    for (double number = 1.0; number * hertz < highest; number += 1.0) {
-        const double phase = std::numbers::pi * number * number * hertz / highest;
+    for (double number = 1.0; number * hertz < Highest; number += 1.0) {
+        const double phase = std::numbers::pi * number * number * hertz / Highest;
         harmonics.emplace_back(
             std::polar(Loudness(number * hertz, vowel), std::remainder(phase, Turn)));
     }
@@ -93,13 +93,13 @@ void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmon
 // The voiced part of a syllable, gliding from one vowel to the next, as a sum of
 // harmonics that all turn the same way.
 void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to) {
-    constexpr std::size_t step = 256; // samples between two looks at the vowel
+    constexpr std::size_t Step = 256; // samples between two looks at the vowel
     double phase = 0.0;
     std::vector<Sample> harmonics;
     for (std::size_t i = 0; i < out.size(); ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(out.size());
         const double hertz = pitch * (1.08 - 0.16 * share);
-        if (i % step == 0) {
+        if (i % Step == 0) {
             FindHarmonics(hertz, Between(from, to, share), harmonics);
         }
         phase = std::fmod(phase + Turn * hertz / Programme::Rate, Turn);
@@ -115,29 +115,29 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
 // A hiss in front of the voice, as of an s. Two resonances in a row leave nothing of it far
 // above and below.
 void AddHiss(std::span<Sample> out, std::uint64_t seed) {
-    constexpr double centreHertz = 2700.0;
-    constexpr double decaySeconds = 0.0005;
-    constexpr auto narrowness = static_cast<float>(1.0 - 1.0 / (decaySeconds * Programme::Rate));
-    constexpr float loudness = 0.08F * (1.0F - narrowness);
+    constexpr double CentreHertz = 2700.0;
+    constexpr double DecaySeconds = 0.0005;
+    constexpr auto Narrowness = static_cast<float>(1.0 - 1.0 / (DecaySeconds * Programme::Rate));
+    constexpr float Loudness = 0.08F * (1.0F - Narrowness);
     Noise noise(seed);
     const Sample turning =
-        std::polar(narrowness, static_cast<float>(Turn * centreHertz / Programme::Rate));
+        std::polar(Narrowness, static_cast<float>(Turn * CentreHertz / Programme::Rate));
     Sample first{};
     Sample second{};
     for (Sample& sample : out) {
         first = Times(first, turning) + Sample{noise.Next(), 0.0F};
         second = Times(second, turning) + first;
-        sample += loudness * second;
+        sample += Loudness * second;
     }
 }
 
 // Rises and falls softly, and brings each syllable to the same peak.
 void Shape(std::span<Sample> syllable) {
-    constexpr double edge = 0.25; // share of the length at either end
+    constexpr double Edge = 0.25; // share of the length at either end
     float loudest = 1.0e-9F;
     for (std::size_t i = 0; i < syllable.size(); ++i) {
         const double share = static_cast<double>(i) / static_cast<double>(syllable.size());
-        const double rise = std::min(1.0, std::min(share, 1.0 - share) / edge);
+        const double rise = std::min(1.0, std::min(share, 1.0 - share) / Edge);
         syllable[i] *= static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * rise));
         loudest = std::max(loudest, std::abs(syllable[i]));
     }
@@ -150,9 +150,9 @@ std::size_t Samples(double seconds) { return static_cast<std::size_t>(seconds * 
 
 // Phrases of a few syllables each, whose pitch sinks towards the end.
 std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
-    constexpr double length = 16.0; // seconds
-    constexpr std::size_t longestPhrase = 9;
-    std::vector<Sample> out(Samples(length));
+    constexpr double Length = 16.0; // seconds
+    constexpr std::size_t LongestPhrase = 9;
+    std::vector<Sample> out(Samples(Length));
     std::size_t at = 0;
     std::size_t left = 5; // syllables until the phrase ends
     for (std::uint64_t number = 0;; ++number) {
@@ -174,7 +174,7 @@ std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
         if (--left > 0) {
             at += Samples(0.02);
         } else {
-            left = 3 + (bits >> 16) % (longestPhrase - 2);
+            left = 3 + (bits >> 16) % (LongestPhrase - 2);
             at += Samples(0.25 + 0.9 * Fraction(Scramble(bits, 3)));
         }
     }
@@ -183,13 +183,13 @@ std::vector<Sample> RenderVoice(double pitch, std::uint64_t seed) {
 } // namespace
 
 Programme::Programme(Kind kind, std::uint64_t seed) {
-    constexpr double middleC = 261.63;
+    constexpr double MiddleC = 261.63;
     switch (kind) {
     case Kind::FirstTune:
-        samples = RenderTune(Round, 2.0 * middleC);
+        samples = RenderTune(Round, 2.0 * MiddleC);
         break;
     case Kind::SecondTune:
-        samples = RenderTune(Hymn, 1.5 * middleC);
+        samples = RenderTune(Hymn, 1.5 * MiddleC);
         break;
     case Kind::DeepVoice:
         samples = RenderVoice(115.0, seed);

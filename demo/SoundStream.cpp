@@ -41,8 +41,8 @@ void SoundStream::Tune(const Tuning& wanted) {
     filter.Set(low, high, 2.0 * rate);
     demodulator.Set(tuning.mode, rate);
     agc.Set(tuning, rate);
-    constexpr double timeConstants[] = {0.0, 75.0e-6, 50.0e-6};
-    const double seconds = timeConstants[tuning.deEmphasis];
+    constexpr double TimeConstants[] = {0.0, 75.0e-6, 50.0e-6};
+    const double seconds = TimeConstants[tuning.deEmphasis];
     emphasisShare =
         seconds > 0.0 ? static_cast<float>(1.0 - std::exp(-1.0 / (seconds * rate))) : 1.0F;
 }
@@ -85,7 +85,7 @@ void SoundStream::MeasureAndSquelch() {
 }
 
 void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
-    constexpr unsigned filler = 1; // what a client takes for "squelched"
+    constexpr unsigned Filler = 1; // what a client takes for "squelched"
     const bool squelched = IsSquelched();
     for (std::size_t i = 0; i < SamplesPerFrame; ++i) {
         const float gain = agc.Gain(std::sqrt(std::norm(passed[i])));
@@ -93,7 +93,7 @@ void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
         emphasis += emphasisShare * (loud - emphasis);
         const float level =
             tuning.muted ? 0.0F : std::clamp(emphasis * 32767.0F, -32767.0F, 32767.0F);
-        PutBigEndian16(message, squelched ? filler : static_cast<unsigned>(std::lrint(level)));
+        PutBigEndian16(message, squelched ? Filler : static_cast<unsigned>(std::lrint(level)));
     }
 }
 

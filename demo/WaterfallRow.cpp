@@ -48,14 +48,14 @@ void WaterfallRow::Prepare(std::size_t size) {
 
 // Noise has its own level in each bin, so that wide spans show it sink with frequency.
 void WaterfallRow::AddNoise(const Tuning& tuning, const Moment& at) {
-    constexpr std::size_t step = 32; // bins over which the level is taken as even
+    constexpr std::size_t Step = 32; // bins over which the level is taken as even
     const double binWidth = Span(tuning) / Bins;
     const std::size_t size = spectrum.size();
     Noise noise(Scramble(band.Seed() + 5, static_cast<std::uint64_t>(at.second),
                          static_cast<std::uint64_t>(at.fraction * 1.0e9)));
     float scale = 0.0F;
     for (std::size_t bin = 0; bin < Bins; ++bin) {
-        if (bin % step == 0) {
+        if (bin % Step == 0) {
             const double hertz = LeftEdge(tuning) + static_cast<double>(bin) * binWidth;
             const double power = std::pow(10.0, antenna.NoiseDbmHz(hertz) / 10.0) * binWidth *
                                  WindowNoiseBins * band.CrashFactor(antenna, at, hertz);

@@ -76,10 +76,10 @@ std::string CutUtf8(const std::string& text, std::size_t size) {
     if (text.size() <= size) {
         return text;
     }
-    constexpr unsigned continuationMask = 0xC0;
-    constexpr unsigned continuation = 0x80;
+    constexpr unsigned ContinuationMask = 0xC0;
+    constexpr unsigned Continuation = 0x80;
     while (size > 0 &&
-           (static_cast<unsigned char>(text[size]) & continuationMask) == continuation) {
+           (static_cast<unsigned char>(text[size]) & ContinuationMask) == Continuation) {
         --size;
     }
     return text.substr(0, size);

@@ -39,8 +39,8 @@ std::size_t Resampler::Pull(SampleReader& reader, std::span<float> out, double r
 
 double Resampler::LookAhead(double ratio) {
     // Half the length of the medium filter, in input samples.
-    constexpr double halfFilter = 46.0;
-    return halfFilter / std::min(1.0, ratio) + 2.0;
+    constexpr double HalfFilter = 46.0;
+    return HalfFilter / std::min(1.0, ratio) + 2.0;
 }
 
 bool Resampler::Refill(SampleReader& reader, double framesToMake, double ratio) {

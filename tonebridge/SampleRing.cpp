@@ -19,9 +19,9 @@ std::size_t SampleRing::Write(std::span<const std::int16_t> block) {
 }
 
 void SampleRing::Copy(std::uint64_t position, std::span<float> out) const {
-    constexpr float scale = 1.0F / 32768.0F;
+    constexpr float Scale = 1.0F / 32768.0F;
     for (float& value : out) {
-        value = static_cast<float>(samples[position & (samples.size() - 1)]) * scale;
+        value = static_cast<float>(samples[position & (samples.size() - 1)]) * Scale;
         ++position;
     }
 }

@@ -11,8 +11,8 @@ SoundOutput::~SoundOutput() {
     if (!thread.joinable()) {
         return;
     }
-    constexpr std::chrono::seconds patience{2};
-    if (worker->Quit(patience)) {
+    constexpr std::chrono::seconds Patience{2};
+    if (worker->Quit(Patience)) {
         thread.join();
     } else {
         thread.detach();

@@ -33,8 +33,8 @@ Library library;
 } // namespace
 
 int64_t BuildSoundDeviceList() {
-    constexpr std::chrono::seconds patience{3};
-    tonebridge::DeviceList found = library.output.Scan(patience);
+    constexpr std::chrono::seconds Patience{3};
+    tonebridge::DeviceList found = library.output.Scan(Patience);
     const std::lock_guard lock(library.mutex);
     library.devices = std::move(found);
     return static_cast<int64_t>(library.devices.Devices().size());
@@ -44,10 +44,10 @@ void GetSoundDeviceInfo(int64_t index, void* info, void* name) {
     if (info == nullptr || name == nullptr) {
         return;
     }
-    constexpr std::size_t size = tonebridge::DeviceList::RecordSize;
+    constexpr std::size_t Size = tonebridge::DeviceList::RecordSize;
     const std::lock_guard lock(library.mutex);
-    library.devices.Describe(index, {static_cast<std::byte*>(info), size},
-                             {static_cast<std::byte*>(name), size});
+    library.devices.Describe(index, {static_cast<std::byte*>(info), Size},
+                             {static_cast<std::byte*>(name), Size});
 }
 
 void StartSoundOutput(int64_t device, double volume) {
@@ -59,8 +59,8 @@ void StartSoundOutput(int64_t device, double volume) {
 void StopSoundOutput() { library.output.Stop(); }
 
 void setSoundOutputVolume(double volume) {
-    constexpr double fullVolume = 4.0;
-    library.engine->SetGain(volume / fullVolume);
+    constexpr double FullVolume = 4.0;
+    library.engine->SetGain(volume / FullVolume);
 }
 
 void OutputSoundBlock(int64_t count, const int16_t* samples, int64_t rate) {
@@ -68,9 +68,9 @@ void OutputSoundBlock(int64_t count, const int16_t* samples, int64_t rate) {
 }
 
 void SendUdpCommand(const void* data, int64_t length, int64_t port) {
-    constexpr int64_t longest = 65507;
-    constexpr int64_t highestPort = 65535;
-    if (data == nullptr || length < 0 || length > longest || port < 1 || port > highestPort) {
+    constexpr int64_t Longest = 65507;
+    constexpr int64_t HighestPort = 65535;
+    if (data == nullptr || length < 0 || length > Longest || port < 1 || port > HighestPort) {
         return;
     }
     library.sender.Send({static_cast<const std::byte*>(data), static_cast<std::size_t>(length)},
