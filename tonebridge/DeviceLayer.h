@@ -41,8 +41,7 @@ class DeviceLayer {
     virtual ~DeviceLayer() = default;
     virtual std::vector<DeviceSide> ListOutputs() = 0;
     virtual std::vector<DeviceSide> ListInputs() = 0;
-    // Plays on this output, in stereo at this rate; the default one for an empty
-    // id. Null where that fails.
+    // Plays on this output, in stereo at this rate. Null where that fails.
     virtual std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                                StreamClient& client) = 0;
 };

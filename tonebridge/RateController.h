@@ -20,7 +20,6 @@ class RateController {
 
     // By how much faster than the nominal rate to play: 1e-6 is one part per million.
     double Correction() const { return correction; }
-    double MeanFill() const { return meanFill; }
 
   private:
     double meanFill = Target;
