@@ -6,7 +6,6 @@
 #include <condition_variable>
 #include <cstring>
 #include <filesystem>
-#include <map>
 #include <thread>
 
 namespace tonebridge::test {
@@ -89,30 +88,22 @@ class FakeServer {
         world = std::move(other);
         changed.notify_all();
     }
-    // Waits for exactly this device to play, or none for "".
+    // Waits for this device to play, or none for "".
     bool WaitForPlaying(const std::string& id) {
         std::unique_lock lock(mutex);
-        return changed.wait_for(lock, std::chrono::seconds(10), [&] {
-            return id.empty() ? streams.empty()
-                              : streams.size() == 1 && streams.begin()->second.first == id;
-        });
+        return changed.wait_for(lock, std::chrono::seconds(10), [&] { return playing == id; });
     }
-    // All streams on this device are lost.
+    // The stream is lost, if it plays on this device.
     void Fail(const std::string& id) {
         const std::lock_guard lock(mutex);
-        for (const auto& [stream, playing] : streams) {
-            if (playing.first == id) {
-                playing.second->StreamFailed();
-            }
+        if (playing == id) {
+            client->StreamFailed();
         }
     }
-    // One callback on each open stream.
     std::vector<float> Render(std::size_t frames) {
         const std::lock_guard lock(mutex);
         std::vector<float> samples(2 * frames);
-        for (const auto& [stream, playing] : streams) {
-            playing.second->RenderStereo(samples);
-        }
+        client->RenderStereo(samples);
         return samples;
     }
     std::unique_ptr<DeviceLayer> Connect() {
@@ -130,7 +121,7 @@ class FakeServer {
         Stream& operator=(const Stream&) = delete;
         ~Stream() override {
             const std::lock_guard lock(server.mutex);
-            server.streams.erase(this);
+            server.playing.clear();
             server.changed.notify_all();
         }
         FakeServer& server;
@@ -147,11 +138,12 @@ class FakeServer {
             if (!server.Ask().canOpen) {
                 return nullptr;
             }
-            auto stream = std::make_unique<Stream>(server);
             const std::lock_guard lock(server.mutex);
-            server.streams[stream.get()] = {id, &client};
+            EXPECT_EQ(server.playing, "") << "a second stream";
+            server.playing = id;
+            server.client = &client;
             server.changed.notify_all();
-            return stream;
+            return std::make_unique<Stream>(server);
         }
         FakeServer& server;
     };
@@ -165,7 +157,8 @@ class FakeServer {
     std::mutex mutex;
     std::condition_variable changed;
     World world;
-    std::map<Stream*, std::pair<std::string, StreamClient*>> streams;
+    std::string playing;
+    StreamClient* client = nullptr;
 };
 
 class OutputTest : public ::testing::Test {
