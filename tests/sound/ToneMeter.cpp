@@ -12,34 +12,18 @@ constexpr double pi = std::numbers::pi;
 constexpr float silence = 1e-4F;
 constexpr double blocksPerSecond = 100.0;
 
-// The parabola through `values`, whose abscissae run from -1 to 1.
-struct Parabola {
-    double constant = 0.0;
-    double slope = 0.0;
-    double bend = 0.0;
-    double At(double x) const { return constant + (slope + bend * x) * x; }
-};
-
-Parabola FitParabola(std::span<const double> values) {
-    double s2 = 0.0;
-    double s4 = 0.0;
-    double y0 = 0.0;
-    double y1 = 0.0;
-    double y2 = 0.0;
-    const double n = static_cast<double>(values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        const double x = (2.0 * static_cast<double>(i) + 1.0) / n - 1.0;
-        s2 += x * x;
-        s4 += x * x * x * x;
-        y0 += values[i];
-        y1 += values[i] * x;
-        y2 += values[i] * x * x;
-    }
-    const double bend = (n * y2 - s2 * y0) / (n * s4 - s2 * s2);
-    return {(y0 - bend * s2) / n, y1 / s2, bend};
-}
-
 } // namespace
+
+std::vector<std::int16_t> ToneSource::Next(std::size_t count) {
+    std::vector<std::int16_t> block(count);
+    for (std::int16_t& sample : block) {
+        const double level = std::min(Seconds() / fadeIn, 1.0);
+        const double height = 16384.0 * level * level * (3.0 - 2.0 * level);
+        sample = static_cast<std::int16_t>(
+            std::lrint(height * std::sin(turn * static_cast<double>(made++))));
+    }
+    return block;
+}
 
 ToneMeter::ToneMeter(double toneFrequency, double deviceRate, double peak)
     : frequency(toneFrequency), rate(deviceRate), amplitude(peak),
@@ -81,14 +65,14 @@ void ToneMeter::Look(float sample) {
     silentFor = 0;
     if (!HasBegun() && std::abs(sample) > amplitude / 8.0) {
         // The swelling reaches an eighth of the tone's height after some 0.22 of its time.
-        beganAt = static_cast<double>(count) / rate - 0.22 * fadeIn;
+        beganAt = static_cast<double>(count) / rate - 0.22 * ToneSource::fadeIn;
     }
 }
 
 void ToneMeter::FinishBlock() {
     const double middle =
         (static_cast<double>(count) - static_cast<double>(inBlock + 1) / 2.0) / rate;
-    if (HasBegun() && middle > beganAt + fadeIn) {
+    if (HasBegun() && middle > beganAt + ToneSource::fadeIn) {
         // A sine has its zero phase a quarter turn before the cosine of the sum.
         const double cycles = std::arg(sum) / (2.0 * pi) + 0.25 + frequency * middle;
         const double guess = heard.empty() ? (middle - beganAt) * frequency
@@ -101,9 +85,9 @@ void ToneMeter::FinishBlock() {
     sum = {};
     inBlock = 0;
     oscillator /= std::abs(oscillator);
-    const auto kept = static_cast<std::size_t>(rate);
-    if (recent.size() > 8 * kept) {
-        recent.erase(recent.begin(), recent.end() - static_cast<std::ptrdiff_t>(kept));
+    if (recent.size() > 100 * window.size()) {
+        recent.erase(recent.begin(),
+                     recent.end() - static_cast<std::ptrdiff_t>(10 * window.size()));
     }
 }
 
@@ -114,38 +98,27 @@ double ToneMeter::Sinad() const {
         return 0.0;
     }
     const std::span<const float> sound = std::span(recent).last(length + inBlock).first(length);
-    const Parabola phase = FitParabola(std::span(heard).last(blocks));
-    const auto reference = [&](std::size_t i) {
-        const double x = (2.0 * static_cast<double>(i) + 1.0) / static_cast<double>(length) - 1.0;
-        return std::polar(1.0, 2.0 * pi * frequency * (phase.At(x) - phase.constant));
-    };
-    // The least squares fit of a cosine and a sine at the reference's phase.
-    double cc = 0.0;
-    double cs = 0.0;
-    double ss = 0.0;
-    double cy = 0.0;
-    double sy = 0.0;
+    // The parabola through the first, the middle and the last block's phase.
+    const std::span<const double> phase = std::span(heard).last(blocks);
+    const double slope = (phase[4] - phase[0]) / 1.6;
+    const double bend = (phase[4] - 2.0 * phase[2] + phase[0]) / 1.28;
+    // The least squares fit of a cosine and a sine at that phase.
+    std::complex<double> squares;
+    std::complex<double> match;
     double power = 0.0;
+    const auto n = static_cast<double>(length);
     for (std::size_t i = 0; i < length; ++i) {
-        const std::complex<double> wave = reference(i);
+        const double x = (2.0 * static_cast<double>(i) + 1.0) / n - 1.0;
+        const auto wave = std::polar(1.0, 2.0 * pi * frequency * (slope + bend * x) * x);
         const double y = sound[i];
-        cc += wave.real() * wave.real();
-        cs += wave.real() * wave.imag();
-        ss += wave.imag() * wave.imag();
-        cy += wave.real() * y;
-        sy += wave.imag() * y;
+        squares += wave * wave;
+        match += wave * y;
         power += y * y;
     }
-    const double determinant = cc * ss - cs * cs;
-    const double cosine = (cy * ss - sy * cs) / determinant;
-    const double sine = (sy * cc - cy * cs) / determinant;
-    double noise = 0.0;
-    for (std::size_t i = 0; i < length; ++i) {
-        const std::complex<double> wave = reference(i);
-        const double difference = sound[i] - cosine * wave.real() - sine * wave.imag();
-        noise += difference * difference;
-    }
-    return 10.0 * std::log10(power / noise);
+    const double fitted = 2.0 *
+                          (n * std::norm(match) - std::real(std::conj(squares) * match * match)) /
+                          (n * n - std::norm(squares));
+    return 10.0 * std::log10(power / (power - fitted));
 }
 
 } // namespace tonebridge::test

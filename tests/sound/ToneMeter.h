@@ -2,19 +2,36 @@
 
 #include <complex>
 #include <cstddef>
+#include <cstdint>
+#include <numbers>
 #include <span>
 #include <vector>
 
 namespace tonebridge::test {
 
+// A tone at half of full scale as a receiver sends it.
+class ToneSource {
+  public:
+    // Seconds over which it swells at its beginning, along 3x² - 2x³, so that its
+    // onset isn't a click of its own.
+    static constexpr double fadeIn = 0.02;
+
+    ToneSource(double frequency, double sampleRate)
+        : turn(2.0 * std::numbers::pi * frequency / sampleRate), rate(sampleRate) {}
+
+    std::vector<std::int16_t> Next(std::size_t count);
+    double Seconds() const { return static_cast<double>(made) / rate; } // made so far
+
+  private:
+    const double turn;
+    const double rate;
+    std::uint64_t made = 0;
+};
+
 // Listens to a tone and says what became of it: clicks, gaps, purity, and how
 // far into the tone the sound has come. It looks at the samples alone.
 class ToneMeter {
   public:
-    // Seconds over which the tone swells at its beginning, along 3x² - 2x³, so
-    // that its onset isn't a click of the source's own.
-    static constexpr double fadeIn = 0.02;
-
     // In Hz; `peak` is the tone's amplitude. The frequency is a multiple of 100 Hz.
     ToneMeter(double toneFrequency, double deviceRate, double peak);
 
@@ -25,7 +42,6 @@ class ToneMeter {
     double Peak() const { return highest; }
     // Silences of more than 5 ms since the tone began, in seconds.
     const std::vector<double>& Gaps() const { return gaps; }
-    bool HasBegun() const { return beganAt >= 0.0; }
     // Seconds of the tone that have been heard, one value for each 10 ms of
     // sound, meant for its middle; valid as long as nothing is cut out.
     const std::vector<double>& Heard() const { return heard; }
@@ -36,6 +52,7 @@ class ToneMeter {
     double Sinad() const;
 
   private:
+    bool HasBegun() const { return beganAt >= 0.0; }
     void Look(float sample);
     void FinishBlock();
 
