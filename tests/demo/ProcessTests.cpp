@@ -25,7 +25,7 @@ namespace {
 class Program {
   public:
     explicit Program(const std::string& arguments) {
-        const std::string command = "\"$LARKSPOOL_DEMO\" " + arguments + " 2>&1 & echo $!; wait $!";
+        const std::string command = "echo $$; exec \"$LARKSPOOL_DEMO\" " + arguments + " 2>&1";
         output = ::popen(command.c_str(), "r");
         process = std::atoi(ReadLine().c_str());
     }
@@ -51,8 +51,11 @@ class Program {
 
     void Terminate() const { ::kill(process, SIGTERM); }
 
-    // Waits for the end.
-    int ExitCode() { return WEXITSTATUS(::pclose(std::exchange(output, nullptr))); }
+    // Waits for the end; the exit code, or -1 for a violent one.
+    int ExitCode() {
+        const int status = ::pclose(std::exchange(output, nullptr));
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
 
   private:
     FILE* output = nullptr;
