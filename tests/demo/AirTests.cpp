@@ -61,8 +61,8 @@ TEST(Programme, LoopIsAsLoudAsItMayBeAndCloses) {
         const Programme programme(kind, 3);
         const double end = programme.Length() - 1.0e-9;
         float loudest = 0.0F;
-        for (double at = 0.0; at < end; at += 1.0 / Programme::Rate) {
-            loudest = std::max(loudest, std::abs(programme.At(at)));
+        for (int i = 0; i < end * Programme::Rate; ++i) {
+            loudest = std::max(loudest, std::abs(programme.At(i / Programme::Rate)));
         }
         EXPECT_NEAR(loudest, 1.0F, 0.02F);
         EXPECT_NEAR(std::abs(programme.At(end) - programme.At(0.0)), 0.0F, 0.05F);

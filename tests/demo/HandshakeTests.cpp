@@ -18,7 +18,8 @@ TEST(Handshake, LinksAreToldApartAndOthersRefused) {
           Case{"/kiwi//SND", "Upgrade: websocket", std::nullopt},
           Case{"/kiwi/12ab/SND", "Upgrade: websocket", std::nullopt},
           Case{"/", "Upgrade: websocket", std::nullopt}}) {
-        const std::string head = "GET " + target + " HTTP/1.1\r\nHost: x\r\n" + header + "\r\n\r\n";
+        std::string head = "GET ";
+        head.append(target).append(" HTTP/1.1\r\nHost: x\r\n").append(header).append("\r\n\r\n");
         for (std::size_t size = 0; size < head.size(); ++size) {
             EXPECT_FALSE(HeadSize(std::string_view(head).substr(0, size))) << size;
         }

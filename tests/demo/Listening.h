@@ -42,8 +42,9 @@ inline SoundStream Stream(const Tuning& tuning, const Antenna& antenna = Antenna
 inline std::vector<double> Listen(SoundStream& stream, const Moment& from, double seconds) {
     std::vector<double> samples;
     constexpr double frameSeconds = SoundStream::SamplesPerFrame / Rate;
-    for (double into = 0.0; into < seconds; into += frameSeconds) {
-        const auto frame = stream.Frame(from.After(into));
+    const auto frames = std::lround(std::ceil(seconds / frameSeconds));
+    for (long number = 0; number < frames; ++number) {
+        const auto frame = stream.Frame(from.After(static_cast<double>(number) * frameSeconds));
         for (std::size_t i = 10; i < frame.size(); i += 2) {
             samples.push_back(static_cast<std::int16_t>(frame[i] << 8 | frame[i + 1]));
         }
@@ -67,7 +68,8 @@ inline double AmplitudeAt(std::span<const double> samples, double hertz) {
 inline double StrongestHertz(std::span<const double> samples) {
     double best = 0.0;
     double strongest = 0.0;
-    for (double hertz = 50.0; hertz <= 5000.0; hertz += 5.0) {
+    for (int step = 10; step <= 1000; ++step) {
+        const double hertz = 5.0 * step;
         if (const double amplitude = AmplitudeAt(samples, hertz); amplitude > strongest) {
             strongest = amplitude;
             best = hertz;
