@@ -28,18 +28,18 @@ TEST(ScheduleFile, SavedRowsComeBackByteForByte) {
 }
 
 TEST(ScheduleFile, TheCountInTheFirstLineRules) {
-    for (const auto& [count, rows] : {std::pair<std::string, std::size_t>{"2\r", 2},
-                                      {"3", 2},
-                                      {"1", 1},
-                                      {"1.9", 1},
-                                      {"9223372036854775808", 2},
-                                      {"1e300", 2},
-                                      {"", 0},
-                                      {"nonsense", 0},
-                                      {"-5", 0},
-                                      {"0.9", 0},
-                                      {";;;;;", 0}}) {
-        const Rows read = Read(count + "\n" + BothLines);
+    for (const auto& [count, rows] : {std::pair<std::string, std::size_t>{"2\r\n", 2},
+                                      {"3\n", 2},
+                                      {"1\n", 1},
+                                      {"1.9\n", 1},
+                                      {"9223372036854775808\n", 2},
+                                      {"1e300\n", 2},
+                                      {"\n", 0},
+                                      {"nonsense\n", 0},
+                                      {"-5\n", 0},
+                                      {"0.9\n", 0},
+                                      {";;;;;\n", 0}}) {
+        const Rows read = Read(count + BothLines);
         EXPECT_EQ(read.size(), rows) << count;
         EXPECT_TRUE(read.empty() || read[0] == EveryDay) << count;
     }
