@@ -62,7 +62,8 @@ TEST(DeviceList, FindsAChosenOutputAgainByItsName) {
     const Sides outputs{Side("new1", "Headset"), Side("main", "Speakers", true),
                         Side("new2", "Headset")};
     const auto found = [&](const std::string& id, const std::string& name) {
-        return FindOutput(outputs, Device{.id = id, .name = name})->id;
+        const DeviceSide* const side = FindOutput(outputs, Device{.id = id, .name = name});
+        return side != nullptr ? side->id : "none";
     };
     EXPECT_EQ(found("old", "Headset"), "new1");
     EXPECT_EQ(found("new2", "Headset"), "new2") << "of two with one name, the same one";
