@@ -18,17 +18,17 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t callback = 480; // 10 ms
+constexpr std::size_t Callback = 480; // 10 ms
 
 class EngineTest : public ::testing::Test {
   protected:
     // Renders `seconds` of sound, pushing a tone at the same pace, and returns it.
     std::vector<float> Play(double seconds, double amplitude = 16384.0) {
         const auto pieces = static_cast<std::size_t>(std::lround(seconds * 100.0));
-        std::vector<float> sound(pieces * callback);
+        std::vector<float> sound(pieces * Callback);
         for (std::size_t i = 0; i < pieces; ++i) {
             PushTone(static_cast<std::size_t>(rate / 100), amplitude);
-            engine.Render(std::span(sound).subspan(i * callback, callback));
+            engine.Render(std::span(sound).subspan(i * Callback, Callback));
             clock += 0.01;
         }
         return sound;
@@ -88,13 +88,13 @@ TEST_F(EngineTest, SamplesAtTheirLimitsNeitherWrapNorExceedFullScale) {
 }
 
 TEST_F(EngineTest, AStepOfTheVolumeIsNotAClickAndOneOutOfRangeIsClamped) {
-    constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+    constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
     engine.SetGain(0.0);
     Begin();
     Play(1.5);
     const std::pair<double, double> steps[] = {{0.0, 0.0},      {1.0, 0.5},  {0.0, 0.0},
                                                {0.7, 0.35},     {0.1, 0.05}, {17.0, 0.5},
-                                               {noNumber, 0.5}, {-1.0, 0.0}, {1.0, 0.5}};
+                                               {NoNumber, 0.5}, {-1.0, 0.0}, {1.0, 0.5}};
     for (const auto& [gain, peak] : steps) {
         engine.SetGain(gain);
         EXPECT_LE(LargestStep(Play(0.05)), 1.05F * ToneStep(0.5)) << gain;
@@ -110,7 +110,7 @@ TEST_F(EngineTest, ANewStreamEndsTheOldOneSoftlyAndStartsAtItsOwnRate) {
     Begin(20250);
     const std::vector<float> change = Play(0.9);
     EXPECT_LE(LargestStep(change), 1.05F * ToneStep(0.25));
-    EXPECT_EQ(Peak({change.begin() + 2 * callback, change.end()}), 0.0F)
+    EXPECT_EQ(Peak({change.begin() + 2 * Callback, change.end()}), 0.0F)
         << "what was queued before the new stream is still heard";
     Play(0.5);
     // Samples of a 1 kHz tone at 12,000 Hz, played at 20,250 Hz, and the volume stays.
@@ -161,7 +161,7 @@ TEST_F(EngineTest, NonsenseIsIgnored) {
 TEST_F(EngineTest, NeitherThreadAllocatesWhateverTheStreamDoes) {
     Begin();
     const std::vector<std::int16_t> block(512, 1000);
-    std::vector<float> out(callback);
+    std::vector<float> out(Callback);
     const std::int64_t& asked = larkspool::Allocations::OfThisThread().made;
     const std::int64_t before = asked;
     for (int i = 0; i < 1000; ++i) {

@@ -26,13 +26,13 @@ TEST(DeviceList, JoinsTheTwoSidesOfADeviceAndCountsOutputsInItsOrder) {
                            Side("broken", "No channels", false, 0)},
                           {Side("hdmi.monitor", "Monitor of Screen"),
                            Side("card", "Speakers", false, 1), Side("mic", "Microphone")});
-    constexpr std::uint32_t none = Device::None;
+    constexpr std::uint32_t None = Device::None;
     using Fields = std::array<std::uint32_t, 7>;
     const std::pair<std::string, Fields> records[] = {
         {"Speakers", {0, 1, 2, 1, 0, 1, 0xEEEEEEEE}}, // the default output stands first
-        {"Screen", {1, 0, 2, none, 1, 1, 0xEEEEEEEE}},
-        {"Monitor of Screen", {2, 2, 0, 0, none, 0, 0xEEEEEEEE}},
-        {"Microphone", {3, 2, 0, 2, none, 0, 0xEEEEEEEE}}};
+        {"Screen", {1, 0, 2, None, 1, 1, 0xEEEEEEEE}},
+        {"Monitor of Screen", {2, 2, 0, 0, None, 0, 0xEEEEEEEE}},
+        {"Microphone", {3, 2, 0, 2, None, 0, 0xEEEEEEEE}}};
     std::vector<std::byte> info(1024, std::byte{0xEE});
     std::vector<std::byte> name(1024);
     for (std::int64_t index = 0; const auto& [text, expected] : records) {

@@ -62,9 +62,9 @@ class Simulation {
         Outcome outcome;
         outcome.lowestSinad = std::numeric_limits<double>::infinity();
         std::vector<float> sound(scene.callback);
-        double nextSinad = std::min(settlingTime, scene.length / 2.0);
-        const std::vector<std::int16_t> silence(static_cast<std::size_t>(nominalRate));
-        engine.Push(Engine::NewStream, silence.data(), nominalRate);
+        double nextSinad = std::min(SettlingTime, scene.length / 2.0);
+        const std::vector<std::int16_t> silence(static_cast<std::size_t>(NominalRate));
+        engine.Push(Engine::NewStream, silence.data(), NominalRate);
         Push(silence);
         arrival = NextArrival();
         for (std::uint64_t done = 0;; done += scene.callback) {
@@ -85,7 +85,7 @@ class Simulation {
         outcome.trims = engine.Trims();
         outcome.gaps = meter.Gaps();
         outcome.largestStep = meter.LargestStep();
-        if (scene.length > settlingTime && outcome.gaps.empty()) {
+        if (scene.length > SettlingTime && outcome.gaps.empty()) {
             MeasureFill(outcome);
             MeasureRate(outcome);
         }
@@ -94,16 +94,16 @@ class Simulation {
 
   private:
     // The first ten minutes belong to the controller.
-    static constexpr double settlingTime = 600.0;
-    static constexpr std::int64_t nominalRate = 12000;
-    static constexpr std::size_t frameSize = 512;
-    static constexpr double noteInterval = 0.01;
-    static constexpr std::size_t notesPerSecond = 100;
+    static constexpr double SettlingTime = 600.0;
+    static constexpr std::int64_t NominalRate = 12000;
+    static constexpr std::size_t FrameSize = 512;
+    static constexpr double NoteInterval = 0.01;
+    static constexpr std::size_t NotesPerSecond = 100;
 
     double Uniform() { return std::uniform_real_distribution<double>(0.0, 1.0)(random); }
 
     void Push(const std::vector<std::int16_t>& block) {
-        engine.Push(static_cast<std::int64_t>(block.size()), block.data(), nominalRate);
+        engine.Push(static_cast<std::int64_t>(block.size()), block.data(), NominalRate);
     }
 
     void DeliverUntil(double time) {
@@ -111,11 +111,11 @@ class Simulation {
             NoteFill(arrival);
             clock = arrival;
             if (!isFrameLost) {
-                Push(source.Next(frameSize));
+                Push(source.Next(FrameSize));
             }
             if (!isBurstOver && arrival >= scene.burstAt) {
                 isBurstOver = true;
-                Push(source.Next(static_cast<std::size_t>(scene.burstLength * nominalRate)));
+                Push(source.Next(static_cast<std::size_t>(scene.burstLength * NominalRate)));
             }
             arrival = NextArrival();
         }
@@ -123,8 +123,8 @@ class Simulation {
     }
 
     double NextArrival() {
-        const double trueRate = nominalRate * (1.0 + scene.clockError);
-        const double made = static_cast<double>(++frames * frameSize) / trueRate;
+        const double trueRate = NominalRate * (1.0 + scene.clockError);
+        const double made = static_cast<double>(++frames * FrameSize) / trueRate;
         double time = std::max(arrival, made + scene.jitter * Uniform());
         if (scene.stallEvery > 0.0 && time >= nextStall) {
             stallUntil = nextStall + scene.stallLength * Uniform();
@@ -137,7 +137,7 @@ class Simulation {
     }
 
     void NoteFill(double time) {
-        while (static_cast<double>(arrived.size()) * noteInterval < time) {
+        while (static_cast<double>(arrived.size()) * NoteInterval < time) {
             arrived.push_back(source.Seconds());
         }
     }
@@ -146,13 +146,13 @@ class Simulation {
         const std::vector<double>& heard = meter.Heard();
         // The meter's value is for the middle of its 10 ms, a note for their end.
         const auto shift =
-            static_cast<std::size_t>(std::lround(meter.FirstHeardAt() / noteInterval));
-        const double early = static_cast<double>(shift) * noteInterval - meter.FirstHeardAt();
+            static_cast<std::size_t>(std::lround(meter.FirstHeardAt() / NoteInterval));
+        const double early = static_cast<double>(shift) * NoteInterval - meter.FirstHeardAt();
         const auto fillAt = [&](std::size_t i) { return arrived[i + shift] - (heard[i] + early); };
         const std::size_t end = std::min(heard.size(), arrived.size() - shift);
-        const std::size_t window = 10 * notesPerSecond;
+        const std::size_t window = 10 * NotesPerSecond;
         outcome.lowestFill = outcome.lowestMeanFill = std::numeric_limits<double>::infinity();
-        for (auto i = static_cast<std::size_t>(settlingTime / noteInterval); i + window <= end;
+        for (auto i = static_cast<std::size_t>(SettlingTime / NoteInterval); i + window <= end;
              i += window) {
             double sum = 0.0;
             for (std::size_t k = i; k < i + window; ++k) {
@@ -170,14 +170,14 @@ class Simulation {
         double last = 0.0;
         double squares = 0.0;
         std::size_t settled = 0;
-        for (std::size_t i = notesPerSecond; i < heard.size(); i += notesPerSecond) {
-            const double correction = (heard[i] - heard[i - notesPerSecond] - 1.0) * 1e6;
+        for (std::size_t i = NotesPerSecond; i < heard.size(); i += NotesPerSecond) {
+            const double correction = (heard[i] - heard[i - NotesPerSecond] - 1.0) * 1e6;
             outcome.largestCorrection = std::max(outcome.largestCorrection, std::abs(correction));
-            if (i > notesPerSecond) {
+            if (i > NotesPerSecond) {
                 outcome.largestSlew = std::max(outcome.largestSlew, std::abs(correction - last));
             }
             last = correction;
-            if (static_cast<double>(i) * noteInterval > settlingTime) {
+            if (static_cast<double>(i) * NoteInterval > SettlingTime) {
                 const double error = correction - scene.clockError * 1e6;
                 squares += error * error;
                 ++settled;
@@ -191,7 +191,7 @@ class Simulation {
     std::mt19937 random;
     double clock = 0.0;
     Engine engine{[this] { return static_cast<std::int64_t>(clock * 1e9); }};
-    ToneSource source{scene.tone, nominalRate};
+    ToneSource source{scene.tone, NominalRate};
     ToneMeter meter{scene.tone, static_cast<double>(scene.deviceRate), 0.5};
     std::uint64_t frames = 0;
     double arrival = 0.0;

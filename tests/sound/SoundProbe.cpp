@@ -19,9 +19,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr int rate = 12000;
-constexpr double tone = 1000.0;
-constexpr double peak = 0.5;
+constexpr int Rate = 12000;
+constexpr double Tone = 1000.0;
+constexpr double Peak = 0.5;
 
 // list: one line a device: input channels, output channels, name.
 int List() {
@@ -41,19 +41,19 @@ int Play(double seconds, double clockError, double jitter, std::int64_t device) 
     StopSoundOutput();
     StartSoundOutput(device, 1.0);
     setSoundOutputVolume(4.0);
-    const std::vector<std::int16_t> silence(rate);
-    OutputSoundBlock(TONEBRIDGE_NEW_STREAM, silence.data(), rate);
-    OutputSoundBlock(rate, silence.data(), rate);
+    const std::vector<std::int16_t> silence(Rate);
+    OutputSoundBlock(TONEBRIDGE_NEW_STREAM, silence.data(), Rate);
+    OutputSoundBlock(Rate, silence.data(), Rate);
     std::mt19937 random(1);
     std::uniform_real_distribution<double> lateness(0.0, jitter);
     const auto start = Clock::now();
-    tonebridge::test::ToneSource source(tone, rate);
+    tonebridge::test::ToneSource source(Tone, Rate);
     while (source.Seconds() < seconds) {
         const double due = source.Seconds() / (1.0 + clockError * 1e-6);
         const std::vector<std::int16_t> frame = source.Next(512);
         std::this_thread::sleep_until(start +
                                       std::chrono::duration<double>(due + lateness(random)));
-        OutputSoundBlock(std::ssize(frame), frame.data(), rate);
+        OutputSoundBlock(std::ssize(frame), frame.data(), Rate);
     }
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
     return 0;
@@ -62,7 +62,7 @@ int Play(double seconds, double clockError, double jitter, std::int64_t device) 
 // calls PATIENCE SCAN: every call in turn must return within PATIENCE seconds,
 // the scan within SCAN.
 int TimeCalls(double patience, double scan) {
-    const std::vector<std::int16_t> silence(rate);
+    const std::vector<std::int16_t> silence(Rate);
     bool isInTime = true;
     const auto time = [&](const char* name, double bound, const auto& call) {
         const auto before = Clock::now();
@@ -76,7 +76,7 @@ int TimeCalls(double patience, double scan) {
         time("StopSoundOutput", patience, [] { StopSoundOutput(); });
         time("StartSoundOutput", patience, [] { StartSoundOutput(0, 0.5); });
         time("setSoundOutputVolume", patience, [] { setSoundOutputVolume(2.0); });
-        time("OutputSoundBlock", patience, [&] { OutputSoundBlock(rate, silence.data(), rate); });
+        time("OutputSoundBlock", patience, [&] { OutputSoundBlock(Rate, silence.data(), Rate); });
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
     }
     return isInTime ? 0 : 1;
@@ -101,7 +101,7 @@ Recording Load(const std::string& file) {
 // judge FILE SECONDS: fails unless a whole tone of that length was recorded.
 int Judge(const std::string& file, double seconds) {
     const Recording recording = Load(file);
-    tonebridge::test::ToneMeter meter(tone, 48000.0, peak);
+    tonebridge::test::ToneMeter meter(Tone, 48000.0, Peak);
     meter.Add(recording.left);
     const auto& gaps = meter.Gaps();
     const double length =
@@ -112,7 +112,7 @@ int Judge(const std::string& file, double seconds) {
               << meter.LargestStep() << " of the tone's own, peak " << meter.Peak() << ", sides "
               << (recording.areSidesEqual ? "equal" : "different") << '\n';
     const bool isGood = recording.areSidesEqual && gaps.empty() && meter.LargestStep() <= 1.05 &&
-                        std::abs(meter.Peak() - peak) < 0.01 && std::abs(length - seconds) < 0.3;
+                        std::abs(meter.Peak() - Peak) < 0.01 && std::abs(length - seconds) < 0.3;
     return isGood ? 0 : 1;
 }
 

@@ -14,7 +14,7 @@ class ToneSource {
   public:
     // Seconds over which it swells at its beginning, along 3x² - 2x³, so that its
     // onset isn't a click of its own.
-    static constexpr double fadeIn = 0.02;
+    static constexpr double FadeIn = 0.02;
 
     ToneSource(double frequency, double sampleRate)
         : turn(2.0 * std::numbers::pi * frequency / sampleRate), rate(sampleRate) {}
