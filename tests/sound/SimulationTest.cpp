@@ -7,8 +7,11 @@
 #include <cmath>
 #include <cstdlib>
 #include <functional>
+#include <iostream>
 #include <limits>
 #include <random>
+#include <sstream>
+#include <string>
 #include <vector>
 
 namespace tonebridge::test {
@@ -234,14 +237,30 @@ std::vector<Scenario> Variants(const std::vector<Scenario>& quick, bool isLong) 
     return all.empty() ? quick : all;
 }
 
+void Print(const std::string& name, const Outcome& outcome) {
+    std::cout << name << ": " << outcome.underruns << " underruns, " << outcome.trims
+              << " trims, step " << outcome.largestStep << ", SINAD " << outcome.lowestSinad
+              << " dB, mean fill " << outcome.lowestMeanFill << " to " << outcome.highestMeanFill
+              << " s, lowest " << outcome.lowestFill << " s, error rms " << outcome.errorRms
+              << " ppm, correction " << outcome.largestCorrection << " ppm, slew "
+              << outcome.largestSlew << " ppm/s, gaps";
+    for (const double gap : outcome.gaps) {
+        std::cout << ' ' << gap;
+    }
+    std::cout << std::endl;
+}
+
 // Runs the variants, each of which must be without a click.
 void RunAll(const std::vector<Scenario>& quick, bool isLong,
             const std::function<void(const Outcome&)>& expect) {
     for (const Scenario& scenario : Variants(quick, isLong)) {
-        SCOPED_TRACE(::testing::Message()
-                     << scenario.clockError * 1e6 << " ppm, callback " << scenario.callback
-                     << " at " << scenario.deviceRate << " Hz, seed " << scenario.seed);
+        std::ostringstream name;
+        name << scenario.length << " s, " << scenario.clockError * 1e6 << " ppm, jitter "
+             << scenario.jitter << " s, tone " << scenario.tone << " Hz, callback "
+             << scenario.callback << " at " << scenario.deviceRate << " Hz, seed " << scenario.seed;
+        SCOPED_TRACE(name.str());
         const Outcome outcome = Simulation(scenario).Run();
+        Print(name.str(), outcome);
         EXPECT_LE(outcome.largestStep, 1.05);
         expect(outcome);
     }
