@@ -135,14 +135,14 @@ class FakeServer {
         Sides ListOutputs() override { return server.Ask().outputs; }
         Sides ListInputs() override { return server.Ask().inputs; }
         std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t /*rate*/,
-                                           StreamClient& client) override {
+                                           StreamClient& played) override {
             if (!server.Ask().canOpen) {
                 return nullptr;
             }
             const std::lock_guard lock(server.mutex);
             EXPECT_EQ(server.playing, "") << "a second stream";
             server.playing = id;
-            server.client = &client;
+            server.client = &played;
             server.changed.notify_all();
             return std::make_unique<Stream>(server);
         }
