@@ -8,7 +8,7 @@ namespace larkspool::demo {
 namespace {
 
 constexpr double PipSeconds = 0.1;
-constexpr double MinutePipSeconds = 0.6;
+constexpr double MinutePipSeconds = 0.3; // a listener of two seconds still hears the tone most
 
 Sample Turned(double turns) {
     const double angle = Turn * (turns - std::floor(turns));

@@ -24,6 +24,12 @@ TEST(SoundStream, TimeStationIsASteadyToneOf1000HzAnywhereInTheMinute) {
     }
 }
 
+TEST(SoundStream, TimeStationsToneIsTheStrongestEvenInTwoSecondsAboutTheFullMinute) {
+    auto stream = Stream(TunedTo(10000.0, Mode::Am, -5000.0, 5000.0));
+    const auto samples = Listen(stream, {1'700'000'039, 0.15}, 2.0);
+    EXPECT_GT(AmplitudeAt(samples, 1000.0), 2.0 * AmplitudeAt(samples, 2000.0));
+}
+
 TEST(SoundStream, CarrierOffTuneGivesItsBeatNoteInEveryMode) {
     struct Case {
         Mode mode;
