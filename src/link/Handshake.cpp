@@ -5,6 +5,8 @@
 
 namespace larkspool {
 
+namespace {
+
 std::string EncodeBase64(std::string_view bytes) {
     static constexpr char Digits[] =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -21,6 +23,8 @@ std::string EncodeBase64(std::string_view bytes) {
     }
     return text;
 }
+
+} // namespace
 
 std::string UpgradeRequest(LinkKind kind, std::int64_t unixTime, std::string_view hostPort,
                            std::string_view key) {

@@ -16,6 +16,4 @@ inline constexpr std::string_view SwitchingProtocols = "101 Switching Protocols"
 std::string UpgradeRequest(LinkKind kind, std::int64_t unixTime, std::string_view hostPort,
                            std::string_view key);
 
-std::string EncodeBase64(std::string_view bytes);
-
 } // namespace larkspool

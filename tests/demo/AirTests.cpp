@@ -23,6 +23,16 @@ TEST(Stations, StandInOrderAndLeaveTheQuietStretchAlone) {
     }));
 }
 
+TEST(Antennas, ABeverageHearsWhatItPointsAtAndADipoleAllRound) {
+    const auto frontToBack = [](const Antenna& antenna, double bearing) {
+        return antenna.GainDb(1.85e6, bearing) - antenna.GainDb(1.85e6, bearing + 180.0);
+    };
+    EXPECT_NEAR(frontToBack(Antennas()[3], 0.0), 20.0, 0.1);
+    EXPECT_NEAR(frontToBack(Antennas()[4], 270.0), 20.0, 0.1);
+    EXPECT_NEAR(frontToBack(Antennas()[4], 0.0), 0.0, 0.1);
+    EXPECT_NEAR(frontToBack(Antennas()[2], 0.0), 0.0, 0.1);
+}
+
 TEST(Antennas, HearTheSameStationDifferently) {
     constexpr double decibels[] = {0.0, 1.5, -0.4, -5.3, -15.3, -5.7, -14.1};
     for (std::size_t i = 0; i < Antennas().size(); ++i) {

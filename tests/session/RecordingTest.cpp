@@ -195,10 +195,15 @@ TEST_F(Recording, GoesOnInANewFileOnceTheReceiverIsBack) {
         Answer("20250");
         EXPECT_EQ(Caption(), "Stop Recording");
         const std::string after = SendFrames(3);
-        Console().PushButtonDisconnect.Push();
+        Console().PushButtonRecord.Push();
         ASSERT_EQ(Recordings().size(), 2U);
         EXPECT_EQ(SoundIn(Recordings()[0]), before);
         EXPECT_EQ(SoundIn(Recordings()[1], 20250), after);
+        loss(); // of a session that its user records no longer
+        desktop.Advance(60.1);
+        Answer();
+        EXPECT_EQ(Recordings().size(), 2U);
+        EXPECT_EQ(Caption(), "Start Recording");
     }
 }
 
