@@ -72,6 +72,10 @@ void WaterfallClass::Event_Paint(Graphics& g) {
     g.Clear(0, 0, g.Width(), MarkStrip);
     if (g.Width() == Bins) {
         g.DrawPicture(*thePicture, 0, MarkStrip);
+        // A picture that was begun on a narrower canvas ends before this one does.
+        if (const int width = thePicture->Width(); width < Bins) {
+            g.Clear(width, MarkStrip, Bins - width, g.Height() - MarkStrip);
+        }
     } else {
         g.DrawPicture(*thePicture, 0, MarkStrip, g.Width(), g.Height() - MarkStrip);
     }

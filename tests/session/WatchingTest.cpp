@@ -33,7 +33,7 @@ TEST_F(Watching, RowsArriveAndAreDroppedWhileSwitchedOff) {
     EXPECT_EQ(TopRow(), table[200]);
     Console().CheckBoxUpdateWaterfall.SetValue(false);
     Row(100);
-    EXPECT_EQ(TopRow(), PictureGraphics::Untouched);
+    EXPECT_EQ(TopRow(), PictureGraphics::Ground);
     Console().CheckBoxUpdateWaterfall.SetValue(true);
     EXPECT_EQ(TopRow(), table[200]) << "what came meanwhile hasn't disturbed the picture";
     Console().SliderWaterfallGain.SetValue(200);

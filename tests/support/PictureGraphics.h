@@ -11,6 +11,7 @@ namespace larkspool {
 class PictureGraphics final : public Graphics {
   public:
     static constexpr Color Untouched = {1, 2, 3};
+    static constexpr Color Ground = {4, 5, 6};
 
     PictureGraphics(int width, int height) : paper(width, height) {
         SetForeColor(Untouched);
@@ -21,7 +22,7 @@ class PictureGraphics final : public Graphics {
     int Height() const override { return paper.Height(); }
     void Clear(int x, int y, int width, int height) override {
         const Color kept = pen;
-        pen = Untouched;
+        pen = Ground;
         FillRect(x, y, width, height);
         pen = kept;
     }

@@ -138,5 +138,15 @@ TEST_F(WaterfallPicture, APictureNarrowerThanTheRowDropsTheRest) {
     Paint();
 }
 
+TEST_F(WaterfallPicture, BesideAPictureBegunOnANarrowerCanvasTheGroundShows) {
+    canvas.Place("canvas", {0, 0, 960, 105});
+    FlatRow(155);
+    canvas.Place("canvas", {0, 0, 1024, 105});
+    const Picture picture = Paint();
+    EXPECT_EQ(picture.Pixel(959, 5), ColorOf(155)) << "unscaled, as the marks are";
+    EXPECT_EQ(picture.Pixel(960, 5), PictureGraphics::Ground);
+    EXPECT_EQ(picture.Pixel(1023, 104), PictureGraphics::Ground);
+}
+
 } // namespace
 } // namespace larkspool
