@@ -95,8 +95,10 @@ bool Window1::Event_CancelClose(bool appQuitting) {
     if (!appQuitting && app.EndsWith(*this)) {
         return false; // the quit that follows asks again
     }
-    // Whoever closes the console wants no reconnect, neither a new one nor one that waits.
+    // Whoever closes the console wants no link to come, neither by a reconnect nor by one that
+    // waits, nor the recording that was to begin with it.
     pendingConnect = 0;
+    startRecordingWhenConnected = false;
     didManuallyDisconnect = true;
     DoDisconnect();
     didManuallyDisconnect = false;

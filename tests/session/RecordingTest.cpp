@@ -219,6 +219,18 @@ TEST_F(Recording, DoesNotGoOnOnceTheUserHasDisconnected) {
     EXPECT_EQ(Caption(), "Start Recording");
 }
 
+TEST_F(Recording, OfAnEntryDoesNotOutliveAConsoleThatIsClosedBeforeTheLinkStands) {
+    Perform("FileNewScheduleWindow", &Console()); // the program goes on
+    Console().ConnectAndRecord("sdr.example.net:8073", "9410", "am", "5000");
+    Console().Close();
+    desktop.Advance(60);
+    Console().Show();
+    ConnectAndStream();
+    desktop.Advance(1);
+    EXPECT_EQ(Caption(), "Start Recording");
+    EXPECT_TRUE(Recordings().empty());
+}
+
 TEST_F(Recording, RollsOverWithoutLosingASample) {
     Console().rollOverSamples = 1000;
     PressRecord();
