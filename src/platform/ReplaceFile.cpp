@@ -35,6 +35,10 @@ bool ReplaceFile(Desktop& desktop, const FolderItem& file, std::string_view byte
     if (!stream) {
         return false;
     }
+    if (const auto old = std::filesystem::status(target.Path(), failure); !failure) {
+        // What its user has hidden from others stays hidden.
+        std::filesystem::permissions(fresh->Path(), old.permissions(), failure);
+    }
     stream->WriteString(bytes);
     if (stream->Close() && desktop.Settle(*fresh) && fresh->MoveTo(target)) {
         desktop.Settle(target.Parent()); // the new name; the old file would be whole too

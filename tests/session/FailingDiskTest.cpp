@@ -148,5 +148,16 @@ TEST(UnsettledDisk, NeverCostsWhatWasSavedBefore) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
+TEST(SavedFile, StaysHiddenFromOthersIfItWas) {
+    VirtualDesktop desktop;
+    const FolderItem file = *desktop.Folder(SpecialFolder::Preferences).Child("saved");
+    constexpr auto Mine = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    Put(file, "before");
+    std::filesystem::permissions(file.Path(), Mine);
+    EXPECT_TRUE(ReplaceFile(desktop, file, "after"));
+    EXPECT_EQ(ContentOf(file), "after");
+    EXPECT_EQ(std::filesystem::status(file.Path()).permissions(), Mine);
+}
+
 } // namespace
 } // namespace larkspool
