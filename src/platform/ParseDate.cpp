@@ -1,5 +1,6 @@
 #include "platform/ParseDate.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace larkspool {
@@ -51,10 +52,16 @@ bool Exists(const Fields& fields) {
            fields.minute <= 59 && fields.second <= 59;
 }
 
+std::string_view WithoutBlanksAround(std::string_view text) {
+    const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
+    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
+}
+
 } // namespace
 
-bool ParseDateMBS(std::string_view format, std::string_view text, Date& result) {
+bool ParseDateMBS(std::string_view format, std::string_view given, Date& result) {
     Fields fields;
+    std::string_view text = WithoutBlanksAround(given);
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] == '%') {
             ++i;
