@@ -1,6 +1,7 @@
 #include "link/WebsocketsClass.h"
 
 #include "link/CommandText.h"
+#include "platform/Text.h"
 
 #include <algorithm>
 #include <array>
@@ -171,7 +172,7 @@ void WebsocketsClass::WebsocketWrite(std::string_view text) {
     if (theSocket == nullptr) {
         return;
     }
-    const std::string_view sent = text.substr(0, LongestShortPayload);
+    const std::string sent = CutUtf8(text, LongestShortPayload);
     std::string frame;
     frame.reserve(sent.size() + 2 + KeySize);
     frame += static_cast<char>(BinaryFrame);

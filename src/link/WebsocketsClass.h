@@ -33,7 +33,7 @@ class WebsocketsClass {
     // A stream that has lost its framing ends the link, which the socket reports as lost.
     bool WebsocketRead(std::string& tag, std::string& body);
 
-    // Sends a command as one frame. Only its first 125 bytes go out.
+    // Sends a command as one frame. Only its first 125 bytes go out, never half a letter.
     void WebsocketWrite(std::string_view text);
 
     // Stops the keep-alive and closes the socket. The object is of no use afterwards.

@@ -34,6 +34,9 @@ TEST_F(FrameWriter, ACommandKeepsItsBytesUpTo125) {
     link.WebsocketWrite("M\xc3\xbcnchen" + std::string(200, 'c'));
     EXPECT_EQ(CommandsIn(socket.TakeSent()),
               std::vector<std::string>{"M\xc3\xbcnchen" + std::string(117, 'c')});
+    link.WebsocketWrite(std::string(124, 'c') + "\xc3\xbc");
+    EXPECT_EQ(CommandsIn(socket.TakeSent()), std::vector<std::string>{std::string(124, 'c')})
+        << "half a letter";
 }
 
 TEST(CommandText, TheWaterfallStartsAtWholeStepsInPlainDigits) {
