@@ -24,7 +24,8 @@ void App::ReadPrefs() {
     FolderItem file = PreferencesFile();
     if (desktop.ShiftKeyDown() && desktop.ControlKeyDown()) {
         file.Delete();
-        desktop.MsgBox("Settings cleared");
+        // The console, which opens next, would cover it.
+        desktop.CallLater(0, [&host = desktop] { host.MsgBox("Settings cleared"); });
         return; // also where the file could not be deleted
     }
     auto stream = BinaryStream::Open(file);
