@@ -138,6 +138,7 @@ TEST_F(Boxes, AFileDialogAnswersWithTheFileOrNothing) {
     };
     TheDesktop().ShowOpenFileDialog("text/txt", note);
     ASSERT_NE(OpenFileDialog(), nullptr);
+    EXPECT_TRUE(OpenFileDialog()->isModal()) << "else the window that asks could go meanwhile";
     EXPECT_EQ(answers, 0);
     OpenFileDialog()->reject();
     EXPECT_EQ(answers, 1);

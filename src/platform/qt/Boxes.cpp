@@ -103,6 +103,11 @@ void Boxes::Show(std::unique_ptr<QWidget> box, Answer answer) {
     QWidget* shown = box.release(); // deletes itself once it is closed
     shown->setAttribute(Qt::WA_DeleteOnClose);
     open.push_back({shown, answer});
+    // Whoever waits for an answer is not closed meanwhile; and what comes over such a box can be
+    // answered first.
+    if (answer == Answer::Awaited || QApplication::activeModalWidget() != nullptr) {
+        shown->setWindowModality(Qt::ApplicationModal);
+    }
     PlaceOverFront(*shown);
     shown->show();
 }
