@@ -59,9 +59,9 @@ std::string_view WithoutBlanksAround(std::string_view text) {
 
 } // namespace
 
-bool ParseDateMBS(std::string_view format, std::string_view given, Date& result) {
+bool ParseDateMBS(std::string_view format, std::string_view text, Date& result) {
     Fields fields;
-    std::string_view text = WithoutBlanksAround(given);
+    text = WithoutBlanksAround(text);
     for (std::size_t i = 0; i < format.size(); ++i) {
         if (format[i] == '%') {
             ++i;
