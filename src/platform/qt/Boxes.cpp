@@ -103,11 +103,6 @@ void Boxes::Show(std::unique_ptr<QWidget> box, Answer answer) {
     QWidget* shown = box.release(); // deletes itself once it is closed
     shown->setAttribute(Qt::WA_DeleteOnClose);
     open.push_back({shown, answer});
-    // Whoever waits for an answer is not closed meanwhile; and what comes over such a box can be
-    // answered first.
-    if (answer == Answer::Awaited || QApplication::activeModalWidget() != nullptr) {
-        shown->setWindowModality(Qt::ApplicationModal);
-    }
     PlaceOverFront(*shown);
     shown->show();
 }
@@ -146,6 +141,7 @@ void Boxes::AskForFile(const std::string& filter, const std::optional<std::strin
     auto dialog = std::make_unique<QFileDialog>(
         nullptr, QString(), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     SetUp(*dialog, filter, nameToSave);
+    dialog->setModal(true); // as message boxes are: the window that asks must not go meanwhile
     QObject::connect(dialog.get(), &QDialog::finished, dialog.get(),
                      [this, shown = dialog.get(), handler = std::move(chosen)](int result) {
                          std::optional<FolderItem> file;
