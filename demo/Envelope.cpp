@@ -54,13 +54,13 @@ void RenderBroadcast(const Transmitter& transmitter, const Moment& from, double 
     const double start = from.After(transmitter.offset).Within(length);
     Fill(out, rate, [&](double t) {
         const double sound = transmitter.programme->At(start + t).real();
-        return Sample{static_cast<float>(1.0 + transmitter.station.detail * sound), 0.0F};
+        return Sample{static_cast<float>(1.0 + transmitter.station.depth * sound), 0.0F};
     });
 }
 
 void RenderSideband(const Transmitter& transmitter, const Moment& from, double rate,
                     std::span<Sample> out) {
-    const double speed = transmitter.station.detail;
+    const double speed = transmitter.station.speed;
     const double length = transmitter.programme->Length();
     const double start = from.After(transmitter.offset).Within(length / speed) * speed;
     const bool lower = transmitter.station.kind == Kind::LowerSideband;
@@ -75,7 +75,7 @@ void RenderFrequency(const Transmitter& transmitter, const Moment& from, double 
     const double start = from.Within(transmitter.programme->Length());
     Fill(out, rate, [&](double t) {
         const double sum = transmitter.programme->SumAt(start + t);
-        return Turned(transmitter.station.detail * sum);
+        return Turned(transmitter.station.deviationHz * sum);
     });
 }
 
@@ -101,7 +101,7 @@ double KeyShape(const std::vector<std::uint8_t>& keying, double place, double un
 
 void RenderMorse(const Transmitter& transmitter, const Moment& from, double rate,
                  std::span<Sample> out) {
-    const double unit = 1.2 / transmitter.station.detail;
+    const double unit = 1.2 / transmitter.station.wordsPerMinute;
     const double start = from.Within(unit * static_cast<double>(transmitter.keying.size()));
     Fill(out, rate, [&](double t) {
         return Sample{static_cast<float>(KeyShape(transmitter.keying, (start + t) / unit, unit)),
@@ -132,7 +132,7 @@ void RenderEnvelope(const Transmitter& transmitter, const Moment& from, double r
         std::ranges::fill(out, Sample{1.0F, 0.0F});
         break;
     case Kind::DriftingTone:
-        RenderDrift(transmitter.station.detail, from, rate, out);
+        RenderDrift(transmitter.station.swingHz, from, rate, out);
         break;
     case Kind::TimeTone:
         RenderTime(true, from, rate, out);

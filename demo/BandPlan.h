@@ -1,0 +1,14 @@
+#pragma once
+
+#include "demo/StationTable.h"
+
+#include <vector>
+
+namespace larkspool::demo {
+
+// Adds the stations that nobody looks for by name: each band has slots of equal width,
+// and a slot's frequency alone decides whether a station is in it and which. Slots near
+// a station that is there already stay empty.
+void AddPlannedStations(std::vector<Station>& stations);
+
+} // namespace larkspool::demo
