@@ -99,4 +99,21 @@ std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
     return std::string(text.substr(0, end));
 }
 
+std::string EncodeBase64(std::string_view bytes) {
+    static constexpr char Alphabet[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::string_view group = bytes.substr(i, 3);
+        std::uint32_t bits = 0;
+        for (std::size_t k = 0; k < 3; ++k) {
+            bits = bits << 8U | (k < group.size() ? static_cast<std::uint8_t>(group[k]) : 0U);
+        }
+        for (std::size_t k = 0; k < 4; ++k) {
+            text += k <= group.size() ? Alphabet[bits >> (18 - 6 * k) & 0x3FU] : '=';
+        }
+    }
+    return text;
+}
+
 } // namespace larkspool

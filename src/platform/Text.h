@@ -49,6 +49,9 @@ inline bool Contains(std::string_view text, std::string_view key) {
 // At most maxBytes from the start of a UTF-8 text, never half a character.
 std::string CutUtf8(std::string_view text, std::size_t maxBytes);
 
+// Base64 with padding.
+std::string EncodeBase64(std::string_view bytes);
+
 // Cuts the fraction off; stops at the ends of T's range; 0 for what is no number.
 template <std::signed_integral T = std::int64_t>
 T WholePart(double value) {
