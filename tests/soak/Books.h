@@ -1,46 +1,18 @@
 #pragma once
 
-#include "platform/FolderItem.h"
-
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
 
-namespace larkspool::soak {
+namespace larkspool {
 
-// Every sample that the receiver sends has a number, and a value that follows from it: one that is
-// lost, doubled or displaced shows. Never 0 or 1, which silence and the squelch's filler are.
-std::int16_t SampleNumbered(std::uint64_t number);
+using Samples = std::vector<std::int16_t>;
 
-// A run of samples: of the receiver's sound, of its filler, or of the silence that stands in a file
-// for a quiet stretch.
-struct Piece {
-    enum class Kind { Sound, Filler, Silence };
-
-    std::int16_t At(std::size_t index) const;
-
-    Kind kind = Kind::Sound;
-    std::uint64_t first = 0; // number of the first sample
-    std::size_t samples = 0;
-    std::size_t hour = 0; // in which it was sent
-};
-
-// What has become of the samples of one hour.
-struct HourBook {
-    std::int64_t sent = 0;
-    std::int64_t recorded = 0; // found in a file, in their place
-    std::int64_t leftOut = 0;  // by the quiet rule
-    std::int64_t lost = 0;     // on the wire
-    std::int64_t idle = 0;     // heard while nothing was recording
-    std::int64_t silence = 0;  // found in a file; nobody has sent it
-
-    std::int64_t Difference() const { return sent - recorded - leftOut - lost - idle; }
-};
-
-// How the console stands while it takes a frame.
+// What the console does with a frame that it takes.
 struct ConsoleState {
     bool records = false;
     bool leavesQuietOut = false;
@@ -48,38 +20,102 @@ struct ConsoleState {
 };
 
 // The accounts of every sample from the receiver to the files. The only knowledge of the program in
-// them is what its user has been promised.
+// them is what its user has been promised. Every sample has a number, and a value that follows from
+// it: one that is lost, doubled or displaced shows.
 class Books {
   public:
-    explicit Books(std::size_t hours);
+    Books() { awaited.reserve(LongestFiles); }
 
-    Piece Send(std::size_t samples, bool quiet); // what the receiver sends next
-    void Lose(const Piece& frame) { hours[frame.hour].lost += Count(frame); }
-    void Travel(const Piece& frame) { onTheWire.push_back(frame); }
-    void LinkGone(); // with all that was still on its way
+    // What the receiver sends next: its sound, or the squelch's filler.
+    Samples Next(std::size_t count, bool quiet) {
+        Samples frame(count, 1);
+        if (!quiet) {
+            std::ranges::generate(frame, [this] { return Numbered(nextNumber++); });
+        }
+        sent += std::ssize(frame);
+        return frame;
+    }
+    void Lose(const Samples& frame) { lost += std::ssize(frame); }
+    void Travel(const Samples& frame) { onTheWire.push_back(frame); }
+    void LinkGone() { // with all that was still on its way
+        std::ranges::for_each(onTheWire, [this](const Samples& frame) { Lose(frame); });
+        onTheWire.clear();
+    }
 
-    // The program has handed these samples to the sound output, and will record them next.
-    void Hear(std::span<const std::int16_t> samples, const ConsoleState& console);
+    // The program has handed these samples to the sound output, and will record them next. False if
+    // they aren't what was sent.
+    bool Hear(std::span<const std::int16_t> samples, const ConsoleState& console) {
+        if (onTheWire.empty() || !std::ranges::equal(samples, onTheWire.front())) {
+            return false;
+        }
+        const Samples frame = std::move(onTheWire.front());
+        onTheWire.pop_front();
+        if (!console.records) {
+            idle += std::ssize(frame);
+            return true;
+        }
+        const bool quiet = frame.front() == 1 && console.leavesQuietOut;
+        if (!quiet) {
+            Await(frame);
+        } else {
+            leftOut += std::ssize(frame);
+            if (!inQuietStretch) {
+                Await(Samples(console.deadSamples));
+                silence += static_cast<std::int64_t>(console.deadSamples);
+            }
+        }
+        inQuietStretch = quiet;
+        return true;
+    }
 
-    // A file that is no longer written, the earliest first: all of it must be what was to come.
-    void ReadBack(const FolderItem& file);
+    // The sound of a file that is no longer written, the earliest first. False unless all of it is
+    // what was to come.
+    bool ReadBack(const std::string& sound) {
+        const bool same = awaited.starts_with(sound);
+        inFiles += std::ssize(sound) / 2;
+        awaited.erase(0, sound.size());
+        return same;
+    }
 
-    std::vector<HourBook> hours;
-    std::size_t hour = 0; // the one that runs
-    std::int64_t files = 0;
-    std::vector<std::string> faults; // in words; the first few
+    // Of what was sent and what the program has put in place of quiet stretches, neither in a file
+    // nor explained. It must be what is still on its way to one.
+    std::int64_t Unexplained() const { return sent + silence - inFiles - leftOut - lost - idle; }
+    std::int64_t OnTheWay() const {
+        return std::accumulate(
+            onTheWire.begin(), onTheWire.end(), std::ssize(awaited) / 2,
+            [](std::int64_t sum, const Samples& frame) { return sum + std::ssize(frame); });
+    }
+
+    // Samples.
+    std::int64_t sent = 0;
+    std::int64_t inFiles = 0; // read back, silence included
+    std::int64_t leftOut = 0; // by the quiet rule
+    std::int64_t lost = 0;    // on the wire
+    std::int64_t idle = 0;    // heard while nothing was recording
+    std::int64_t silence = 0; // in place of quiet stretches
 
   private:
-    static std::int64_t Count(const Piece& piece) {
-        return static_cast<std::int64_t>(piece.samples);
-    }
-    void Fault(const std::string& text);
-    void Expect(const Piece& frame, const ConsoleState& console);
+    // Room for all that is awaited at a time; made at once, so that the books don't grow while
+    // memory is compared.
+    static constexpr std::size_t LongestFiles = std::size_t{64} * 1024 * 1024;
 
-    std::deque<Piece> onTheWire;
-    std::vector<Piece> awaited; // in the files, in order
-    std::uint64_t nextSample = 0;
+    // Never 0 or 1, which silence and filler are.
+    static std::int16_t Numbered(std::uint64_t number) {
+        const auto value = static_cast<std::uint16_t>(number * 40503U + (number >> 16U) * 12347U);
+        return static_cast<std::int16_t>(value < 2 ? value + 2 : value);
+    }
+    void Await(const Samples& samples) {
+        for (const std::int16_t sample : samples) { // as a file holds them, little-endian
+            const auto bits = static_cast<std::uint16_t>(sample);
+            awaited += static_cast<char>(bits & 0xFFU);
+            awaited += static_cast<char>(bits >> 8U);
+        }
+    }
+
+    std::deque<Samples> onTheWire;
+    std::string awaited; // in the files, in order
+    std::uint64_t nextNumber = 0;
     bool inQuietStretch = false;
 };
 
-} // namespace larkspool::soak
+} // namespace larkspool

@@ -27,48 +27,57 @@ void AutoReceivers::LoseLinks() {
     }
 }
 
+void AutoReceivers::Later(VirtualTCPSocket& socket, double seconds, std::function<void()> event) {
+    desktop.queue.After(seconds, [&socket, link = socket.connects, event = std::move(event)] {
+        if (socket.IsConnected() && socket.connects == link) {
+            event();
+        }
+    });
+}
+
 void AutoReceivers::AnswerConnect(VirtualTCPSocket& socket) {
     const auto found =
         std::find(receivers.begin(), receivers.end(), socket.address + ":" + Str(socket.port));
-    if (found == receivers.end()) {
+    if (found == receivers.end() || !Answers(socket)) {
         socket.Fail();
         return;
     }
     socket.Accept();
-    desktop.queue.After(Latency, [&socket] {
+    Later(socket, Latency, [this, &socket, number = Str(found - receivers.begin() + 1)] {
         socket.TakeSent(); // the upgrade request
         VirtualReceiver(socket).Upgrade();
+        Later(socket, Latency, [this, &socket, number] { Greet(socket, number); });
     });
-    if (&socket == desktop.tcpSockets.front()) { // the one for sound
-        desktop.queue.After(2 * Latency, [this, &socket, number = found - receivers.begin() + 1] {
-            Greet(socket, Str(number));
-        });
-    }
 }
 
 void AutoReceivers::Greet(VirtualTCPSocket& socket, const std::string& number) {
-    if (areFull) {
-        VirtualReceiver(socket).Message(" too_busy=4");
-        return;
-    }
-    VirtualReceiver(socket).Message(" audio_init=0 audio_rate=" + Str(Rate));
-    StreamOn(socket, number, 0);
-}
-
-// Ends with the link: the console takes longer to connect again than a frame lasts.
-void AutoReceivers::StreamOn(VirtualTCPSocket& socket, const std::string& number,
-                             std::uint32_t sequence) {
-    desktop.queue.After(FramePeriod, [this, &socket, number, sequence] {
-        if (!socket.IsConnected()) {
+    if (IsAudio(socket)) {
+        if (areFull) {
+            VirtualReceiver(socket).Message(" too_busy=4");
             return;
         }
-        NoteTuning(CommandsIn(socket.TakeSent()));
-        const std::string text = number + " " + tuning;
-        std::vector<std::int16_t> samples(text.begin(), text.end());
-        samples.resize(FrameSamples);
-        VirtualReceiver(socket).Sound(sequence, samples);
-        StreamOn(socket, number, sequence + 1);
-    });
+        VirtualReceiver(socket).Message(" audio_init=0 audio_rate=" + Str(SampleRate()));
+    }
+    Later(socket, FramePeriod, [this, &socket, number] { StreamOn(socket, number); });
+}
+
+void AutoReceivers::StreamOn(VirtualTCPSocket& socket, const std::string& number) {
+    const double pause = SendNext(socket, number);
+    if (pause > 0) {
+        Later(socket, pause, [this, &socket, number] { StreamOn(socket, number); });
+    }
+}
+
+double AutoReceivers::SendNext(VirtualTCPSocket& socket, const std::string& number) {
+    if (!IsAudio(socket)) {
+        return 0;
+    }
+    NoteTuning(CommandsIn(socket.TakeSent()));
+    const std::string text = number + " " + tuning;
+    std::vector<std::int16_t> samples(text.begin(), text.end());
+    samples.resize(FrameSamples);
+    VirtualReceiver(socket).Sound(sequence++, samples);
+    return FramePeriod;
 }
 
 void AutoReceivers::NoteTuning(const std::vector<std::string>& commands) {

@@ -3,6 +3,7 @@
 #include "support/VirtualDesktop.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,19 +21,35 @@ class AutoReceivers {
     // By "address:port", numbered from 1. Whatever isn't named here can't be reached.
     AutoReceivers(VirtualDesktop& host, std::vector<std::string> addressesAndPorts)
         : desktop(host), receivers(std::move(addressesAndPorts)) {}
+    virtual ~AutoReceivers() = default;
 
     void Attach();    // stand at the other end of the console's links from now on
     void LoseLinks(); // that stand: the network has failed for a moment
 
     bool areFull = false; // refuse everybody
 
+  protected:
+    // For receivers of another kind. A connect to one of the addresses succeeds.
+    virtual bool Answers(const VirtualTCPSocket&) { return true; }
+    virtual int SampleRate() const { return Rate; }
+    // Sends what comes next on a link; in so many seconds comes what follows it, 0: nothing does.
+    virtual double SendNext(VirtualTCPSocket& socket, const std::string& number);
+
+    bool IsAudio(const VirtualTCPSocket& socket) const {
+        return &socket == desktop.tcpSockets.front();
+    }
+
+    VirtualDesktop& desktop;
+    std::uint32_t sequence = 0; // of the audio frames
+
   private:
     void AnswerConnect(VirtualTCPSocket& socket);
     void Greet(VirtualTCPSocket& socket, const std::string& number);
-    void StreamOn(VirtualTCPSocket& socket, const std::string& number, std::uint32_t sequence);
+    void StreamOn(VirtualTCPSocket& socket, const std::string& number);
+    // Void if the link has ended meanwhile.
+    void Later(VirtualTCPSocket& socket, double seconds, std::function<void()> event);
     void NoteTuning(const std::vector<std::string>& commands);
 
-    VirtualDesktop& desktop;
     std::vector<std::string> receivers;
     std::string tuning; // "1620 usb 300 2700"
 };

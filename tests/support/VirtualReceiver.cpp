@@ -36,7 +36,9 @@ std::string SoundBody(std::uint32_t sequence, const std::vector<std::int16_t>& s
     }
     body += BigEndian(rawMeter, 2);
     for (const std::int16_t sample : samples) {
-        body += BigEndian(static_cast<std::uint16_t>(sample), 2);
+        const auto bits = static_cast<std::uint16_t>(sample);
+        body += static_cast<char>(bits >> 8U);
+        body += static_cast<char>(bits & 0xFFU);
     }
     return body;
 }

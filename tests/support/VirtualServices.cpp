@@ -72,17 +72,17 @@ void VirtualHTTPSocket::Fail(int code) const {
     handler(code);
 }
 
-void RecordingSoundLibrary::Note(const std::string& function, const std::string& arguments) {
-    if (missing.count(function) > 0) {
+void RecordingSoundLibrary::Note(const char* function, const std::string& arguments) {
+    if (!missing.empty() && missing.count(function) > 0) {
         throw FunctionNotFound(function, "libtonebridge.so");
     }
-    if (keepsSound) {
-        calls.push_back(arguments.empty() ? function : function + " " + arguments);
+    if (keepsSound && !heard) {
+        calls.push_back(arguments.empty() ? function : function + (" " + arguments));
     }
 }
 
 std::int64_t RecordingSoundLibrary::BuildSoundDeviceList() {
-    Note("BuildSoundDeviceList", "");
+    Note("BuildSoundDeviceList");
     return static_cast<std::int64_t>(devices.size());
 }
 
@@ -100,7 +100,7 @@ void RecordingSoundLibrary::StartSoundOutput(std::int64_t outputDevice, double v
     Note("StartSoundOutput", Str(outputDevice) + " " + Str(volume));
 }
 
-void RecordingSoundLibrary::StopSoundOutput() { Note("StopSoundOutput", ""); }
+void RecordingSoundLibrary::StopSoundOutput() { Note("StopSoundOutput"); }
 
 void RecordingSoundLibrary::SetSoundOutputVolume(double volume) {
     Note("setSoundOutputVolume", Str(volume));
@@ -109,8 +109,15 @@ void RecordingSoundLibrary::SetSoundOutputVolume(double volume) {
 void RecordingSoundLibrary::OutputSoundBlock(std::int64_t count, const void* samples,
                                              std::int64_t rate) {
     Note("OutputSoundBlock", Str(count) + " " + Str(rate));
-    if (count > 0 && keepsSound) {
-        const auto* first = static_cast<const std::int16_t*>(samples);
+    const auto* first = static_cast<const std::int16_t*>(samples);
+    if (heard) {
+        // A new stream is announced by a negative count, and opens with silence of the program's
+        // own.
+        if (count > 0 && !isPriming) {
+            heard({first, static_cast<std::size_t>(count)});
+        }
+        isPriming = count < 0;
+    } else if (count > 0 && keepsSound) {
         played.insert(played.end(), first, first + count);
     }
 }
@@ -118,8 +125,12 @@ void RecordingSoundLibrary::OutputSoundBlock(std::int64_t count, const void* sam
 void RecordingSoundLibrary::SendUdpCommand(const void* data, std::int64_t length,
                                            std::int64_t port) {
     Note("SendUdpCommand", Str(length) + " " + Str(port));
-    datagrams.emplace_back(
-        port, std::string(static_cast<const char*>(data), static_cast<std::size_t>(length)));
+    const std::string_view bytes(static_cast<const char*>(data), static_cast<std::size_t>(length));
+    if (sent) {
+        sent(port, bytes);
+    } else {
+        datagrams.emplace_back(port, bytes);
+    }
 }
 
 } // namespace larkspool

@@ -8,9 +8,12 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -98,11 +101,15 @@ class RecordingSoundLibrary : public SoundLibrary {
     std::vector<std::int16_t> played;
     std::vector<std::pair<std::int64_t, std::string>> datagrams; // port, bytes
     bool keepsSound = true; // collect what is called and played
+    // Where set, they take the samples and the datagrams, and nothing of either is collected.
+    std::function<void(std::span<const std::int16_t> samples)> heard;
+    std::function<void(std::int64_t port, std::string_view bytes)> sent;
 
   private:
-    void Note(const std::string& function, const std::string& arguments);
+    void Note(const char* function, const std::string& arguments = {});
 
     std::vector<std::string> calls; // "StartSoundOutput 0 1"
+    bool isPriming = false;
 };
 
 } // namespace larkspool
