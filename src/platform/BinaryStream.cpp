@@ -89,13 +89,6 @@ void BinaryStream::SetPosition(std::uint64_t value) {
     lastTransfer = Transfer::None;
 }
 
-bool BinaryStream::Flush() {
-    if (file && std::fflush(file.get()) != 0) {
-        failed = true;
-    }
-    return !failed;
-}
-
 bool BinaryStream::Close() {
     if (file && std::fclose(file.release()) != 0) {
         failed = true;

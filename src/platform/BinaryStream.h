@@ -32,7 +32,6 @@ class BinaryStream {
     std::uint8_t ReadUInt8() { return ReadNumber<std::uint8_t>(); }
     std::uint16_t ReadUInt16() { return ReadNumber<std::uint16_t>(); }
     std::uint32_t ReadUInt32() { return ReadNumber<std::uint32_t>(); }
-    std::int16_t ReadInt16() { return static_cast<std::int16_t>(ReadUInt16()); }
     std::int32_t ReadInt32() { return static_cast<std::int32_t>(ReadUInt32()); }
     // Whatever the eight bytes say, infinities and NaN included.
     double ReadDouble();
@@ -45,7 +44,6 @@ class BinaryStream {
     bool WriteUInt8(std::uint8_t value) { return WriteNumber(value); }
     bool WriteUInt16(std::uint16_t value) { return WriteNumber(value); }
     bool WriteUInt32(std::uint32_t value) { return WriteNumber(value); }
-    bool WriteInt16(std::int16_t value) { return WriteNumber(static_cast<std::uint16_t>(value)); }
     bool WriteInt32(std::int32_t value) { return WriteNumber(static_cast<std::uint32_t>(value)); }
     bool WriteDouble(double value);
     bool WriteString(std::string_view text);
@@ -54,12 +52,10 @@ class BinaryStream {
     bool WritePascalString(std::string_view text);
 
     // In bytes from the start; a position behind the end becomes the end.
-    std::uint64_t Position() const { return position; }
     void SetPosition(std::uint64_t value);
     std::uint64_t Length() const { return length; }
     bool EndOfFile() const { return position >= length; }
 
-    bool Flush();
     // True if this and every write before it succeeded.
     bool Close();
     // True for good after one failed write; later writes are still tried.

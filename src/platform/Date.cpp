@@ -34,13 +34,13 @@ chrono::year_month_day CalendarDay(std::int64_t dayNumber) {
 
 Date Date::FromTotalSeconds(double secondsSince1904) {
     Date date;
-    date.SetTotalSeconds(secondsSince1904);
+    date.Assign(secondsSince1904, -OffsetFrom1904);
     return date;
 }
 
 Date Date::FromUnixSeconds(double secondsSince1970) {
     Date date;
-    date.SetUnixSeconds(secondsSince1970);
+    date.Assign(secondsSince1970, 0);
     return date;
 }
 
@@ -48,11 +48,7 @@ double Date::TotalSeconds() const {
     return static_cast<double>(seconds + OffsetFrom1904) + fraction;
 }
 
-void Date::SetTotalSeconds(double secondsSince1904) { Assign(secondsSince1904, -OffsetFrom1904); }
-
 double Date::UnixSeconds() const { return static_cast<double>(seconds) + fraction; }
-
-void Date::SetUnixSeconds(double secondsSince1970) { Assign(secondsSince1970, 0); }
 
 int Date::Year() const { return int{CalendarDay(DayNumber()).year()}; }
 
@@ -70,12 +66,6 @@ int Date::DayOfWeek() const {
     const chrono::weekday day{chrono::sys_days(chrono::days(DayNumber()))};
     return static_cast<int>(day.c_encoding()) + 1;
 }
-
-void Date::SetYear(int year) { SetCalendarDay(year, Month(), Day()); }
-
-void Date::SetMonth(int month) { SetCalendarDay(Year(), month, Day()); }
-
-void Date::SetDay(int day) { AddSeconds((std::int64_t{day} - Day()) * SecondsPerDay); }
 
 void Date::SetHour(int hour) { AddSeconds((std::int64_t{hour} - Hour()) * 3600); }
 

@@ -18,10 +18,8 @@ class Date {
 
     // Seconds since 1904-01-01 00:00:00, with the fraction that was set.
     double TotalSeconds() const;
-    void SetTotalSeconds(double secondsSince1904);
     // The same moment in seconds since 1970-01-01 00:00:00.
     double UnixSeconds() const;
-    void SetUnixSeconds(double secondsSince1970);
 
     int Year() const;
     int Month() const;
@@ -32,11 +30,7 @@ class Date {
     // 1 Sunday to 7 Saturday.
     int DayOfWeek() const;
 
-    // Each keeps the other fields, so a month set before the day may roll over:
-    // to change the whole day, use SetCalendarDay.
-    void SetYear(int year);
-    void SetMonth(int month);
-    void SetDay(int day);
+    // Each keeps the other fields.
     void SetHour(int hour);
     void SetMinute(int minute);
     void SetSecond(int second);

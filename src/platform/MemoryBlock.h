@@ -30,9 +30,6 @@ class MemoryBlock {
     std::string_view View(std::size_t offset, std::size_t count) const;
     std::string CString(std::size_t offset) const;
 
-    std::uint8_t UInt8(std::size_t offset) const {
-        return Holds(offset, 1) ? bytes[offset] : std::uint8_t{0};
-    }
     std::uint16_t UInt16(std::size_t offset, ByteOrder order) const {
         return Load<std::uint16_t>(offset, order);
     }
@@ -42,26 +39,11 @@ class MemoryBlock {
     std::int16_t Int16(std::size_t offset, ByteOrder order) const {
         return static_cast<std::int16_t>(UInt16(offset, order));
     }
-    std::int32_t Int32(std::size_t offset, ByteOrder order) const {
-        return static_cast<std::int32_t>(UInt32(offset, order));
-    }
 
     void SetUInt8(std::size_t offset, std::uint8_t value) {
         if (Holds(offset, 1)) {
             bytes[offset] = value;
         }
-    }
-    void SetUInt16(std::size_t offset, std::uint16_t value, ByteOrder order) {
-        Store(offset, value, order);
-    }
-    void SetUInt32(std::size_t offset, std::uint32_t value, ByteOrder order) {
-        Store(offset, value, order);
-    }
-    void SetInt16(std::size_t offset, std::int16_t value, ByteOrder order) {
-        Store(offset, static_cast<std::uint16_t>(value), order);
-    }
-    void SetInt32(std::size_t offset, std::int32_t value, ByteOrder order) {
-        Store(offset, static_cast<std::uint32_t>(value), order);
     }
 
     friend bool operator==(const MemoryBlock&, const MemoryBlock&) = default;
@@ -78,14 +60,6 @@ class MemoryBlock {
         }
         return LoadNumber<T>(std::span<const std::uint8_t, sizeof(T)>(&bytes[offset], sizeof(T)),
                              order);
-    }
-
-    template <std::unsigned_integral T>
-    void Store(std::size_t offset, T value, ByteOrder order) {
-        if (Holds(offset, sizeof(T))) {
-            StoreNumber<T>(std::span<std::uint8_t, sizeof(T)>(&bytes[offset], sizeof(T)), value,
-                           order);
-        }
     }
 
     std::vector<std::uint8_t> bytes;

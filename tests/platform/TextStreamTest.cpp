@@ -1,6 +1,5 @@
 #include "platform/TemporaryFolder.h"
 #include "platform/TextInputStream.h"
-#include "platform/TextOutputStream.h"
 
 #include <gtest/gtest.h>
 
@@ -64,18 +63,6 @@ TEST_F(TextStreamTest, AnEndlessLineIsCutAndTheNextIsFound) {
         FileWith("lines.txt", longest + "\n" + longest + "dropped\r\n" + longest + longest));
     ASSERT_TRUE(file.has_value());
     EXPECT_EQ(AllLines(std::move(*file)), (Lines{longest, longest, longest}));
-}
-
-TEST_F(TextStreamTest, AFullDiskIsNoticedAtTheLatestWhenClosing) {
-    const FolderItem full("/dev/full");
-    if (!full.Exists())
-        GTEST_SKIP() << "no full device here";
-    auto output = TextOutputStream::Create(full);
-    ASSERT_TRUE(output.has_value());
-    output->WriteLine("x");
-    EXPECT_FALSE(output->Close());
-    EXPECT_FALSE(output->Write("late"));
-    EXPECT_TRUE(output->Failed());
 }
 
 } // namespace
