@@ -9,7 +9,6 @@ namespace {
 
 constexpr std::size_t SequenceLSBOffset = 1024;
 constexpr std::size_t SequenceMSBOffset = 1025;
-constexpr std::size_t PaddingOffset = 1026;
 
 } // namespace
 
@@ -37,7 +36,6 @@ void AudioStream::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& s
 
 void AudioStream::FinishBlock() {
     MemoryBlock& block = streamingDataMB.front();
-    block.SetUInt16(PaddingOffset, 0, NativeByteOrder);
     block.SetUInt8(SequenceLSBOffset, streamingSequenceLSB);
     block.SetUInt8(SequenceMSBOffset, streamingSequenceMSB);
     if (++streamingSequenceLSB == 0) {

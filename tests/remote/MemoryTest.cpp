@@ -1,6 +1,4 @@
 // Counts what the program allocates while it streams and while it is flooded.
-#include "audio/SoundFrame.h"
-#include "link/LinkFixture.h"
 #include "support/Allocations.h"
 #include "support/ConsoleFixture.h"
 
@@ -106,25 +104,6 @@ TEST_F(Memory, AFloodOfDatagramsLeavesItFlat) {
     Peer().Deliver("ofreq:7055000");
     desktop.Advance(0);
     EXPECT_EQ(app.Console().TextFieldFreq.Text(), "7055") << "the console still listens";
-}
-
-using FrameAllocations = LinkFixture;
-
-TEST_F(FrameAllocations, AFrameCostsItsSamplesBlockAndNothingElse) {
-    const std::string frame = ServerFrame("SND" + SoundBody(1, std::vector<std::int16_t>(512)));
-    std::string tag;
-    std::string body;
-    for (int round = 0; round < 50; ++round) {
-        socket.Deliver(frame);
-        const std::int64_t before = counted.made;
-        link.ReadNewData();
-        ASSERT_TRUE(link.WebsocketRead(tag, body));
-        ASSERT_TRUE(ReadSoundHeader(body));
-        ASSERT_EQ(SoundSamples(body).Size(), 1024U);
-        if (round > 0) { // the first makes room for the body
-            EXPECT_EQ(counted.made - before, 1);
-        }
-    }
 }
 
 } // namespace
