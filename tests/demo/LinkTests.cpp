@@ -99,10 +99,8 @@ TEST(Command, ChangesWhatItNamesAndNothingElse) {
     }
     EXPECT_EQ(std::tuple(tuning.mode, tuning.khz, tuning.lowCut, tuning.highCut),
               std::tuple(Mode::Usb, 10019.0, 100.0, 2700.0));
-    EXPECT_EQ(std::tuple(tuning.agc, tuning.hang, tuning.threshold, tuning.manualGain),
-              std::tuple(false, true, -100.0, 62.0));
-    EXPECT_EQ(std::tuple(tuning.squelch, tuning.squelchTail, tuning.deEmphasis),
-              std::tuple(12.0, 0.2, 2));
+    EXPECT_EQ(std::tuple(tuning.agc, tuning.manualGain, tuning.squelch, tuning.deEmphasis),
+              std::tuple(false, 62.0, 12.0, 2));
     EXPECT_FALSE(tuning.muted || tuning.zoomed);
 }
 

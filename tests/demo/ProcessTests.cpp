@@ -103,20 +103,27 @@ class Client {
 const std::string linkRequest = "GET /kiwi/1700000000/SND HTTP/1.1\r\nHost: x\r\nUpgrade: webSocket"
                                 "\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
 
-TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
-    Program program("--ports 0 --http-port 0 --quiet");
-    const std::string firstLine = program.ReadLine();
-    EXPECT_TRUE(firstLine.starts_with("receiver 1 on 127.0.0.1:")) << firstLine;
+TEST(DemoProgram, ServesASessionBesideHostileClientsAndClosesOnSignal) {
+    Program program("--ports 0 --http-port 0");
+    const std::uint16_t port = PortIn(program.ReadLine());
     std::string lastLine;
     for (int i = 0; i < 7; ++i) {
         lastLine = program.ReadLine();
     }
-    EXPECT_TRUE(lastLine.starts_with("http on 127.0.0.1:")) << lastLine;
+    program.StopReading(); // what it says of each link finds nobody
+    const Client silent(port);
+    const std::pair<std::string, std::string> cases[] = {
+        {"GET / HTTP/1.1\r\nX: " + std::string(9000, 'x'), "431"},
+        {"\x82\x85\r\n\r\n", "400"},
+        {"GET / HTTP/1.1\r\nHost: x\r\n\r\n", "404"},
+        {linkRequest, "101"},
+    };
+    for (const auto& [request, status] : cases) {
+        EXPECT_EQ(Client(port, request).ReadUntil("\r\n").substr(0, 12), "HTTP/1.1 " + status);
+    }
 
-    const Client listener(PortIn(firstLine), linkRequest);
-    const std::string reply = listener.ReadUntil("\r\n\r\n");
-    EXPECT_TRUE(reply.starts_with("HTTP/1.1 101 Switching Protocols\r\n"));
-    EXPECT_NE(reply.find("s3pPLMBiTxaQ9kYGzzhZRbK+xOo="), std::string::npos);
+    const Client listener(port, linkRequest);
+    EXPECT_TRUE(listener.ReadUntil("\r\n\r\n").ends_with("s3pPLMBiTxaQ9kYGzzhZRbK+xOo=\r\n\r\n"));
     for (const char* command : {"SET auth t=kiwi p=#", "SET AR OK in=12000 out=44100",
                                 "SET mod=am low_cut=-5000 high_cut=5000 freq=10000"}) {
         listener.Send(ClientFrame(command));
@@ -127,30 +134,9 @@ TEST(DemoProgram, ServesASessionAndThePagesAndClosesOnSignal) {
         ASSERT_TRUE(heard.ends_with(start)) << int{number};
         EXPECT_TRUE(number == 0 || heard.size() == 1038) << int{number};
     }
-
     const Client browser(PortIn(lastLine),
                          "GET /version/versionb.html?p=0001130M1207 HTTP/1.1\r\nHost: x\r\n\r\n");
     EXPECT_TRUE(browser.ReadUntil("its end").ends_with("LATEST"));
-
-    program.Terminate();
-    EXPECT_EQ(program.ExitCode(), 0);
-}
-
-TEST(DemoProgram, HostileClientsGetAnErrorAndNobodyIsHeldUp) {
-    Program program("--ports 0 --http-port 0");
-    const std::uint16_t port = PortIn(program.ReadLine());
-    program.StopReading(); // what it says of each link finds nobody
-    const Client silent(port);
-    const std::pair<std::string, std::string> cases[] = {
-        {"GET / HTTP/1.1\r\nX: " + std::string(9000, 'x'), "431"},
-        {"\x82\x85\r\n\r\n", "400"},
-        {"GET / HTTP/1.1\r\nHost: x\r\n\r\n", "404"},
-        {linkRequest, "101"},
-        {linkRequest, "101"},
-    };
-    for (const auto& [request, status] : cases) {
-        EXPECT_EQ(Client(port, request).ReadUntil("\r\n").substr(0, 12), "HTTP/1.1 " + status);
-    }
     program.Terminate();
     EXPECT_EQ(program.ExitCode(), 0);
 }

@@ -1,3 +1,4 @@
+#include "demo/Handshake.h"
 #include "demo/HttpPages.h"
 
 #include "directory/DirectoryScanner.h"
@@ -6,6 +7,31 @@
 
 namespace larkspool::demo {
 namespace {
+
+TEST(Handshake, LinksAreToldApartAndOthersRefused) {
+    struct Case {
+        std::string target, header;
+        std::optional<LinkKind> kind;
+    };
+    for (const auto& [target, header, kind] :
+         {Case{"/kiwi/1700000000/SND", "Upgrade: webSocket", LinkKind::Sound},
+          Case{"/kiwi/1700000000/W/F", "upgrade:WEBSOCKET", LinkKind::Waterfall},
+          Case{"/kiwi/1700000000/SND", "X: y", std::nullopt},
+          Case{"/kiwi/1700000000/snd", "Upgrade: websocket", std::nullopt},
+          Case{"/kiwi//SND", "Upgrade: websocket", std::nullopt},
+          Case{"/kiwi/12ab/SND", "Upgrade: websocket", std::nullopt},
+          Case{"/", "Upgrade: websocket", std::nullopt}}) {
+        std::string head = "GET ";
+        head.append(target).append(" HTTP/1.1\r\nHost: x\r\n").append(header).append("\r\n\r\n");
+        for (std::size_t size = 0; size < head.size(); ++size) {
+            EXPECT_FALSE(HeadSize(std::string_view(head).substr(0, size))) << size;
+        }
+        EXPECT_EQ(HeadSize(head + "behind"), head.size());
+        const auto request = ParseRequest(head);
+        ASSERT_TRUE(request) << target;
+        EXPECT_EQ(RequestedLink(*request), kind) << target << ' ' << header;
+    }
+}
 
 std::string Fetch(const std::string& target, const std::string& host = "127.0.0.1:8080") {
     const PageSettings settings{"127.0.0.1", {8073, 8074, 8075, 8076, 8077, 8078, 8079}, "1.4.0"};
@@ -38,17 +64,6 @@ TEST(HttpPages, NewerVersionIsOfferedToOlderProgramsOnly) {
           std::pair{"?p=0001150M1207", "LATEST"}, std::pair{"", "1.4.0"}}) {
         EXPECT_EQ(Body(Fetch(std::string("/version/versionb.html") + query)), told) << query;
     }
-}
-
-TEST(HttpPages, EveryAnswerSaysItsLengthAndCloses) {
-    for (const char* target : {"/", "/public/", "/nowhere", "/version/versionb.html"}) {
-        const std::string response = Fetch(target);
-        const std::string length =
-            "Content-Length: " + std::to_string(Body(response).size()) + "\r\n";
-        EXPECT_NE(response.find(length), std::string::npos) << target;
-        EXPECT_NE(response.find("Connection: close\r\n"), std::string::npos) << target;
-    }
-    EXPECT_TRUE(Fetch("/nowhere").starts_with("HTTP/1.1 404"));
 }
 
 } // namespace
