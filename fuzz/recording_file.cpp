@@ -4,19 +4,13 @@
 #include "audio/RecordingRepair.h"
 #include "audio/WavFile.h"
 #include "audio/WavHeader.h"
+#include "support/Files.h"
 #include "support/VirtualDesktop.h"
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace larkspool::fuzz {
 namespace {
-
-std::string ContentOf(const FolderItem& file) {
-    std::ifstream stream(file.Path(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 void CheckRepaired(const FolderItem& file, std::string_view before, std::string_view after) {
     Require(before.size() > WavHeaderSize + 1, "there was sound in the file");
@@ -39,12 +33,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static const FolderItem file =
         *desktop.Folder(SpecialFolder::Documents).Child("KiwiRecording-2027.WAV");
     const std::string before(reinterpret_cast<const char*>(data), size);
-    std::ofstream(file.Path(), std::ios::binary) << before;
+    Put(file, before);
     const auto repaired = [] {
         RecordingRepair repair(desktop);
         repair.Start();
         desktop.Advance(6);
-        return fuzz::ContentOf(file);
+        return ContentOf(file);
     };
     const std::string after = repaired();
     fuzz::Require(repaired() == after, "once is enough");

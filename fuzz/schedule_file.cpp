@@ -19,10 +19,7 @@ void Compare(const larkspool::ScheduleRow& row) {
     constexpr double Evening = 3'882'985'200; // 2027-01-16 23:00:00
     if (const auto span = larkspool::SplitTimeCell(row[2])) {
         for (const bool forEnding : {false, true}) {
-            const int result =
-                larkspool::DateTimeCompare(Evening, row[1], span->start, span->end, forEnding);
-            larkspool::fuzz::Require(result >= -1 && result <= 1,
-                                     "a row can be compared with the clock");
+            larkspool::DateTimeCompare(Evening, row[1], span->start, span->end, forEnding);
         }
     }
 }
