@@ -3,70 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <bit>
-#include <cstring>
-#include <random>
 
 namespace larkspool {
 namespace {
-
-Preferences RandomPreferences(std::mt19937& dice) {
-    const auto number = [&dice] { return static_cast<std::int32_t>(dice()); };
-    const auto positive = [&dice] { return static_cast<std::int32_t>(dice() % 100000 + 1); };
-    const auto flag = [&dice] { return dice() % 2 == 0; };
-    const auto text = [&dice] {
-        std::string bytes(dice() % 256, '\0');
-        for (char& byte : bytes) {
-            byte = static_cast<char>(dice() % 127 + 1);
-        }
-        return bytes;
-    };
-    Preferences p;
-    auto& modes = p.prefsModeSettings;
-    for (std::size_t i = 0; i < ModeSettingsClass::Count; ++i) {
-        modes.agc[i] = flag();
-        modes.hang[i] = flag();
-        modes.decay[i] = number();
-        modes.hiCut[i] = number();
-        modes.lowCut[i] = number();
-        modes.manualGain[i] = number();
-        modes.threshold[i] = number();
-        modes.slope[i] = number() / 7.0;
-    }
-    p.prefsLastURL = text();
-    p.prefsLastPort = positive();
-    p.prefsLastFreq = positive() / 3.0;
-    p.prefsLastMode = static_cast<std::uint32_t>(dice());
-    p.prefsLastVolume = number();
-    p.defaultSoundOutputDevice = text();
-    p.prefsUserName = text();
-    p.prefsUserQTH = text();
-    p.prefsWaterfallGain = positive();
-    p.prefsWaterfallOffset = positive();
-    p.prefsSquelch = number();
-    p.prefsSquelchTime = number();
-    p.prefsUseNetworking = flag();
-    p.prefsReconnect = flag();
-    p.prefsUpdateWaterfall = flag();
-    p.prefsSquelchedDeadSpace = number() / 11.0;
-    p.noUpdateCheck = flag();
-    p.lastUpdateCheckVersion = static_cast<std::uint32_t>(dice());
-    return p;
-}
-
-TEST(PreferencesStore, WhateverIsStoredComesBack) {
-    std::mt19937 dice(11);
-    for (int round = 0; round < 200; ++round) {
-        const Preferences p = RandomPreferences(dice);
-        const std::string bytes = EncodePreferences(p);
-        const Preferences back = DecodePreferences(bytes);
-        ASSERT_EQ(EncodePreferences(back), bytes);
-        EXPECT_EQ(back.prefsLastURL, p.prefsLastURL);
-        EXPECT_EQ(back.prefsUserQTH, p.prefsUserQTH);
-        EXPECT_EQ(back.prefsModeSettings.lowCut[19], p.prefsModeSettings.lowCut[19]);
-        EXPECT_EQ(back.prefsModeSettings.slope[13], p.prefsModeSettings.slope[13]);
-        EXPECT_EQ(back.prefsUpdateWaterfall, p.prefsUpdateWaterfall);
-    }
-}
 
 TEST(PreferencesStore, EveryByteHasItsPlace) {
     Preferences p = DefaultPreferences();
@@ -103,8 +42,9 @@ TEST(PreferencesStore, EveryByteHasItsPlace) {
 }
 
 TEST(PreferencesStore, AFileCutAnywhereStillLoads) {
-    std::mt19937 dice(5);
-    const Preferences whole = RandomPreferences(dice);
+    Preferences whole = DefaultPreferences();
+    whole.prefsLastURL = "sdr.example.net";
+    whole.prefsUserQTH = "Turin";
     const std::string bytes = EncodePreferences(whole);
     for (std::size_t cut = 0; cut <= bytes.size(); ++cut) {
         const Preferences p = DecodePreferences(bytes.substr(0, cut));
