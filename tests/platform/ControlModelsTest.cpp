@@ -48,6 +48,8 @@ TEST(ControlModels, ADifferentValueRaisesItsEventBeforeTheSetterReturns) {
     popup.SetListIndex(7);
     popup.SetListIndex(-1);
     EXPECT_EQ(events, "text x;box;slider 10;popup b;");
+    popup.DeleteAllRows();
+    EXPECT_EQ(popup.ListIndex(), -1);
 }
 
 TEST(ControlModels, SmallTurnsOfTheWheelAddUpToWholeSteps) {
@@ -74,11 +76,15 @@ TEST(ControlModels, WhatGrowsIsBounded) {
     log.maximumRowLength = 4;
     for (const char* row : {"one", "two", "three", "fo\xc3\xb6\xc3\xb6"}) {
         log.AddRow(row);
+        log.SetListIndex(1);
     }
+    EXPECT_EQ(log.ListIndex(), 1);
     EXPECT_EQ(log.ListCount(), 3);
     EXPECT_EQ(log.Cell(0, 0), "two");
     EXPECT_EQ(log.Cell(1, 0), "thre");
     EXPECT_EQ(log.Cell(2, 0), "fo\xc3\xb6") << "cut between characters";
+    log.AddRow("four");
+    EXPECT_EQ(log.ListIndex(), 0) << "the chosen row has moved up";
     TextArea area;
     area.maximumLength = 5;
     area.AppendText("abc");

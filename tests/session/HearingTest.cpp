@@ -52,7 +52,11 @@ TEST_F(Hearing, TheChosenDeviceIsFoundAgainByItsName) {
 TEST_F(Hearing, AStreamIsPrimedWithASecondOfSilence) {
     Start();
     PressConnect();
-    Answer("12000.9");
+    AcceptLinks();
+    Upgrade();
+    desktop.Advance(0.2);
+    EXPECT_FALSE(Console().PushButtonRecord.Enabled()) << "before the rate is known";
+    Stream("12000.9");
     Audio().Sound(0, Ramp(512));
     desktop.sound.TakeCalls();
     Audio().Message(" audio_rate=20250"); // a rate told again primes again
@@ -122,11 +126,13 @@ TEST_F(Hearing, AMissingFunctionIsNamedOnceAndTheSessionGoesOn) {
     EXPECT_NE(desktop.boxes[0].find("libtonebridge.so"), std::string::npos);
     EXPECT_EQ(Console().PopupMenuMode.Text(), "am");
     ConnectAndStream();
+    EXPECT_EQ(desktop.boxes.size(), 3U);
+    desktop.boxes.clear(); // read and closed
     for (std::uint32_t i = 0; i < 5; ++i) {
         Audio().Sound(i, Ramp(4), 540);
     }
     desktop.Advance(0.1);
-    EXPECT_EQ(desktop.boxes.size(), 3U);
+    EXPECT_EQ(desktop.boxes, Strings{});
     EXPECT_EQ(Console().LabelSmeter.Text(), "-73 dBm 0 4");
     EXPECT_TRUE(Console().PushButtonRecord.Enabled());
 }
@@ -137,6 +143,10 @@ TEST_F(Hearing, TheVolumeFollowsTheWheelAndShowsItsTip) {
     volume.mouseEnter();
     EXPECT_EQ(desktop.toolTip, "Output sound volume");
     volume.mouseExit();
+    EXPECT_EQ(desktop.toolTip, "");
+    Console().SoundOutputPopupMenu.mouseEnter();
+    EXPECT_NE(desktop.toolTip, "");
+    Console().SoundOutputPopupMenu.mouseExit();
     EXPECT_EQ(desktop.toolTip, "");
     volume.Wheel(0, -360);
     EXPECT_EQ(volume.Value(), 997);

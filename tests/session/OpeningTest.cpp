@@ -45,6 +45,24 @@ TEST_F(Opening, AFirstStartShowsTheDefaults) {
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(Opening, NoControlCoversAnotherAndTheWindowEndsWithTheWaterfall) {
+    Start();
+    Console().Resize(2000, 370);
+    EXPECT_EQ(Console().WaterfallCanvas.Bounds().width, 1024) << "as many points as a row has bins";
+    for (const Control* one : Console().Controls()) {
+        for (const Control* other : Console().Controls()) {
+            const bool canHide = one < other && one->Visible() && other->Visible() &&
+                                 dynamic_cast<const Label*>(one) == nullptr &&
+                                 dynamic_cast<const Label*>(other) == nullptr;
+            const Rect a = one->Bounds();
+            const Rect b = other->Bounds();
+            EXPECT_FALSE(canHide && a.left < b.left + b.width && b.left < a.left + a.width &&
+                         a.top < b.top + b.height && b.top < a.top + a.height)
+                << one->Name() << " and " << other->Name();
+        }
+    }
+}
+
 TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
     Start();
     app->prefs.prefsSquelch = 21; // each slider's own first value

@@ -81,6 +81,19 @@ TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
     EXPECT_EQ(std::distance(left, {}), 1) << "nothing half-written stays behind";
 }
 
+TEST_F(Quitting, SettingsThatLieElsewhereByALinkStayThere) {
+    const FolderItem elsewhere = *desktop.Folder(SpecialFolder::Documents).Child("settings");
+    Start();
+    Quit();
+    std::filesystem::rename(Settings().Path(), elsewhere.Path());
+    std::filesystem::create_symlink(elsewhere.Path(), Settings().Path());
+    Start();
+    Console().TextFieldAddress.SetText("192.0.2.10");
+    Restart();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10");
+    EXPECT_TRUE(std::filesystem::is_symlink(Settings().Path()));
+}
+
 TEST_F(Quitting, AboutSaysWhatRunsAndOpensThePage) {
     deployment.productPage = "http://127.0.0.1:8080/";
     Start();

@@ -87,6 +87,19 @@ TEST_F(Tuning, AModeBringsItsPassbandAndAgcInOneOrder) {
     EXPECT_EQ(Console().LabelAgcDecay.Text(), "Decay 3000 ms");
 }
 
+TEST_F(Tuning, EachModeStartsWithThePassbandThatItIsMadeFor) {
+    const char* const passbands[] = {"am -5000 5000",   "amn -2500 2500", "lsb -2700 -100",
+                                     "usb 100 2700",    "cw 300 700",     "cwn 470 530",
+                                     "nbfm -6000 6000", "lsn -2400 -100", "usn 100 2400",
+                                     "sam -4900 4900",  "sal -4900 0",    "sau 0 4900"};
+    for (int mode = 0; mode < 12; ++mode) {
+        Console().PopupMenuMode.Pick(mode);
+        EXPECT_EQ(Console().PopupMenuMode.Text() + " " + Console().TextFieldLowCut.Text() + " " +
+                      Console().TextFieldHighCut.Text(),
+                  passbands[mode]);
+    }
+}
+
 TEST_F(Tuning, EachOfTheTwelveModesKeepsItsOwnSettings) {
     const auto edge = [](int mode) { return std::to_string(mode * 7 - 40); };
     for (int mode = 0; mode < 12; ++mode) {

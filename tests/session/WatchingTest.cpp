@@ -69,11 +69,12 @@ TEST_F(Watching, AClickTunesThePassbandsMiddleToTheSpot) {
     Console().PopupMenuMode.Pick(0);
     Console().Resize(1000, 370); // the scale stays
     EXPECT_EQ(Console().WaterfallCanvas.Bounds().width, 960);
-    Console().WaterfallCanvas.mouseDown(0, 0);
-    EXPECT_EQ(Console().TextFieldFreq.Text(), "10001.3856875");
+    Console().TextFieldFreq.SetText("10000");
+    Console().WaterfallCanvas.mouseDown(768, 0);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10003.664");
     Console().CheckBoxUpdateWaterfall.SetValue(false);
     EXPECT_EQ(Console().WaterfallCanvas.mouseDown(100, 50), true);
-    EXPECT_EQ(Console().TextFieldFreq.Text(), "10001.3856875");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10003.664");
 }
 
 TEST_F(Watching, TheMarkShowsThePassbandThatTheReceiverHasBeenTold) {

@@ -10,6 +10,15 @@ namespace {
 
 constexpr std::size_t Header = 13;
 
+// Counts how often it is to be painted.
+class PaintCount : public ControlView {
+  public:
+    using ControlView::ControlView;
+    void Changed(Aspect) override { ++count; }
+
+    int count = 0;
+};
+
 class WaterfallPicture : public ::testing::Test {
   protected:
     WaterfallPicture() {
@@ -129,23 +138,31 @@ TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrierAtAnyWidth) {
     EXPECT_EQ(Paint(960).Pixel(750, 5), ColorOf(155)) << "bin 800 at 960/1024";
 }
 
-TEST_F(WaterfallPicture, APictureNarrowerThanTheRowDropsTheRest) {
-    for (const int width : {960, 0}) {
+TEST_F(WaterfallPicture, BesideAPictureBegunOnANarrowerCanvasTheGroundShows) {
+    for (const int width : {0, 960}) { // narrower than a row
         canvas.Place("canvas", {0, 0, width, 105});
         canvas.DropPicture();
         FlatRow(155);
     }
-    Paint();
-}
-
-TEST_F(WaterfallPicture, BesideAPictureBegunOnANarrowerCanvasTheGroundShows) {
-    canvas.Place("canvas", {0, 0, 960, 105});
-    FlatRow(155);
     canvas.Place("canvas", {0, 0, 1024, 105});
     const Picture picture = Paint();
     EXPECT_EQ(picture.Pixel(959, 5), ColorOf(155)) << "unscaled, as the marks are";
     EXPECT_EQ(picture.Pixel(960, 5), PictureGraphics::Ground);
     EXPECT_EQ(picture.Pixel(1023, 104), PictureGraphics::Ground);
+}
+
+TEST_F(WaterfallPicture, EveryChangeIsPaintedAtOnce) {
+    PaintCount view(canvas);
+    int changes = 0;
+    const auto expectOne = [&](const char* what) { EXPECT_EQ(view.count, ++changes) << what; };
+    FlatRow(100);
+    expectOne("a row");
+    canvas.SetPassband(-2700, -100);
+    expectOne("a passband");
+    canvas.SetUpdating(false);
+    expectOne("switched off");
+    canvas.DropPicture();
+    expectOne("a new session");
 }
 
 } // namespace
