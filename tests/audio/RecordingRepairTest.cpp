@@ -79,17 +79,6 @@ TEST_F(Repair, LooksAtOurOwnNamesOnly) {
     EXPECT_EQ(ContentOf(File(name)), finished) << "the odd ones must not stop it";
 }
 
-TEST_F(Repair, LeavesAFileToWhoeverHoldsIt) {
-    Put(File(name), unfinished);
-    auto held = desktop.Lock(File(name));
-    RunToTheEnd();
-    EXPECT_EQ(ContentOf(File(name)), unfinished);
-    held.reset();
-    RunToTheEnd();
-    EXPECT_EQ(ContentOf(File(name)), finished);
-    EXPECT_NE(desktop.Lock(File(name)), nullptr) << "the repair has kept its lock";
-}
-
 TEST_F(Repair, AHugeFolderDoesNotHoldUpTheEventLoop) {
     constexpr int Files = 500;
     const auto file = [this](int i) { return File("KiwiRecording-" + Str(i) + ".WAV"); };

@@ -1,5 +1,4 @@
 #include "platform/CheckBox.h"
-#include "platform/Label.h"
 #include "platform/Listbox.h"
 #include "platform/PopupMenu.h"
 #include "platform/Slider.h"
@@ -8,21 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace larkspool {
 namespace {
-
-// Counts what a view is told.
-class CountingView : public ControlView {
-  public:
-    using ControlView::ControlView;
-    void Changed(Aspect aspect) override { aspects.push_back(aspect); }
-
-    std::vector<Aspect> aspects;
-};
 
 TEST(ControlModels, ADifferentValueRaisesItsEventBeforeTheSetterReturns) {
     std::string events;
@@ -111,19 +99,6 @@ TEST(ControlModels, ATablesCellsAndSelectionFollowItsRows) {
     EXPECT_EQ(table.ListIndex(), -1);
     table.DeleteRow(5);
     EXPECT_EQ(table.LastIndex(), 0);
-}
-
-TEST(ControlModels, AViewHearsOnlyOfWhatChanged) {
-    Label label;
-    auto view = std::make_unique<CountingView>(label);
-    label.SetText("x");
-    label.SetText("x");
-    label.SetTextColor({1, 2, 3});
-    label.SetTextColor({1, 2, 3});
-    label.SetVisible(true);
-    EXPECT_EQ(view->aspects, (std::vector<Aspect>{Aspect::Value, Aspect::Colour}));
-    view.reset();
-    label.SetText("y"); // nobody listens any more
 }
 
 } // namespace

@@ -129,16 +129,6 @@ TEST(Text, AMaskShapesANumber) {
     EXPECT_EQ(Format(-largest, "##.00").size(), 313U);
 }
 
-TEST(Text, EverySeparatorEndsAPart) {
-    using Parts = std::vector<std::string_view>;
-    EXPECT_EQ(SplitB("", ";"), Parts{""});
-    EXPECT_EQ(SplitB("abc", ";"), Parts{"abc"});
-    EXPECT_EQ(SplitB("a;;c;", ";"), (Parts{"a", "", "c", ""}));
-    EXPECT_EQ(SplitB("a\r\nb\nc", "\r\n"), (Parts{"a", "b\nc"}));
-    EXPECT_EQ(SplitB(":::", "::"), (Parts{"", ":"}));
-    EXPECT_EQ(SplitB("abc", ""), Parts{"abc"});
-}
-
 TEST(Text, NoCharacterIsCutInHalf) {
     const struct {
         std::string_view text;

@@ -11,11 +11,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <fstream>
 #include <random>
 
 #include <malloc.h>
-#include <unistd.h>
 
 namespace larkspool {
 namespace {
@@ -163,13 +161,6 @@ struct Memory {
         return now;
     }
 };
-
-std::int64_t ResidentBytes() {
-    std::int64_t size = 0;
-    std::int64_t resident = 0;
-    std::ifstream("/proc/self/statm") >> size >> resident;
-    return resident * sysconf(_SC_PAGESIZE);
-}
 
 // The whole program among receivers with troubles, a user who never rests, a schedule, and a peer
 // on the network that asks for the sound and gives it up again.
@@ -328,21 +319,19 @@ TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
     constexpr std::int64_t MostGrowth = std::int64_t{64} * 1024; // log rows differ in length
     constexpr double KiB = 1024;
     const auto number = [](std::int64_t samples) { return static_cast<long long>(samples); };
-    std::printf("%5s %12s %12s %11s %10s %11s %10s %10s %10s %10s %10s\n", "hours", "sent",
-                "in files", "left out", "lost", "no record.", "+silence", "to come", "new, KiB",
-                "heap, KiB", "res., KiB");
+    std::printf("%5s %12s %12s %11s %10s %11s %10s %10s %10s %10s\n", "hours", "sent", "in files",
+                "left out", "lost", "no record.", "+silence", "to come", "new, KiB", "heap, KiB");
     std::optional<Memory> first;
     Memory last;
     for (double done = 0; done < hours; done += 1) {
         Run(std::min(1.0, hours - done) * Hour);
         last = Memory::Now();
         first = first.value_or(last);
-        std::printf("%5.0f %12lld %12lld %11lld %10lld %11lld %10lld %10lld %10.1f %10.1f %10.1f\n",
+        std::printf("%5.0f %12lld %12lld %11lld %10lld %11lld %10lld %10lld %10.1f %10.1f\n",
                     std::ceil(done + 0.1), number(books.sent), number(books.inFiles),
                     number(books.leftOut), number(books.lost), number(books.idle),
                     number(books.silence), number(books.Unexplained()),
-                    static_cast<double>(last.made) / KiB, static_cast<double>(last.heap) / KiB,
-                    static_cast<double>(ResidentBytes()) / KiB);
+                    static_cast<double>(last.made) / KiB, static_cast<double>(last.heap) / KiB);
     }
     Quit();
     books.LinkGone();
