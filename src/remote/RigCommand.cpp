@@ -9,7 +9,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::string_view Blanks = " \t\r";
+constexpr std::string_view Blanks = " \t";
 constexpr std::size_t LongestNumber = 40; // characters
 
 // Arguments: "n" a number, "w" a word; capital letters for those that may be left out; "*" the rest
@@ -41,6 +41,7 @@ constexpr std::array Words = {
     Word{'q', "quit", RigVerb::Quit},
     Word{'Q', "quit", RigVerb::Quit},
     Word{'\0', "get_powerstat", RigVerb::GetPowerState},
+    Word{'\0', "get_lock_mode", RigVerb::GetLockMode},
     Word{'\0', "dump_state", RigVerb::DumpState},
     Word{'\0', "chk_vfo", RigVerb::CheckVfo},
     Word{'\0', "get_rig_info", RigVerb::GetRigInfo},

@@ -23,6 +23,7 @@ enum class RigVerb {
     StartRecording,
     StopRecording,
     GetPowerState,
+    GetLockMode,
     CheckVfo,
     DumpState,
     GetInfo,

@@ -7,8 +7,8 @@
 
 namespace larkspool {
 
-// Cuts the bytes of a rig control's peer into lines. A line ends at an LF. Holds no more than the
-// longest line, whatever comes in.
+// Cuts the bytes of a rig control's peer into lines. A line ends at an LF or a CR; where there are
+// both, an empty line follows. Holds no more than the longest line, whatever comes in.
 class RigLines {
   public:
     static constexpr std::size_t Longest = 256; // bytes, without the line end
@@ -18,9 +18,13 @@ class RigLines {
     std::optional<std::string> Take();
 
     // Without a whole line there is no room either: the line that has begun is too long.
-    bool IsTooLong() const { return Room() == 0 && held.find('\n') == std::string::npos; }
+    bool IsTooLong() const {
+        return Room() == 0 && held.find_first_of(LineEnds) == std::string::npos;
+    }
 
   private:
+    static constexpr std::string_view LineEnds = "\r\n";
+
     std::string held;
 };
 

@@ -56,6 +56,8 @@ RigReply ReplyWithoutConsole(const RigCommand& command) {
         return {command.number == 0 ? Code::Done : Code::NotAvailable};
     case RigVerb::GetPowerState:
         return {Code::Done, {{"Power Status", "1"}}};
+    case RigVerb::GetLockMode: // a mode is never locked; rigctl sets none unless it hears so
+        return {Code::Done, {{"Locked", "0"}}};
     case RigVerb::CheckVfo: // whether commands name a VFO
         return {Code::Done, {{"ChkVFO", "0"}}};
     case RigVerb::DumpState:

@@ -77,12 +77,12 @@ TEST_F(RigControl, TheRestIsAnsweredAsProgramsExpect) {
         {"t\nT 1\n+t\n\\send_morse CQ f\nu TONE\nU TONE 1\nl RFPOWER",
          "RPRT -11\nRPRT -11\nget_ptt:\nRPRT -11\nRPRT -11\nRPRT -11\nRPRT -11\nRPRT -11\n"},
         {"_", "Larkspool 1.3.0b4\n"},
-        {"\\get_rig_info", "VFO=VFOA Freq=1280000 Mode=AM Width=10000 RX=1 TX=0\n"
+        {"\\get_rig_info", "VFO=VFOA Freq=10000000 Mode=AM Width=10000 RX=1 TX=0\n"
                            "Split=0 SatMode=0\nRig=Larkspool\nApp=Larkspool\n"
                            "Version=1.3.0b4\n\n"},
-        {"fmv t v", "1280000\nAM\n10000\nVFOA\nRPRT -11\nVFOA\n"},
+        {"fmv t v", "10000000\nAM\n10000\nVFOA\nRPRT -11\nVFOA\n"},
         {"\n \t\r\n", ""},
-        {"J 10 f\n\\get_lock_mode\n% f", "RPRT -11\nRPRT -11\nRPRT -1\n"},
+        {"J 10 f\n\\set_lock_mode 1\n% f\n\\get_lock_mode", "RPRT -11\nRPRT -11\nRPRT -1\n0\n"},
     };
     for (const auto& [lines, answer] : cases) {
         EXPECT_EQ(Ask(lines), answer) << lines;
@@ -149,10 +149,10 @@ TEST_F(RigControl, WhatNoProgramSendsEndsTheLink) {
         rig = Connect();
         Ask(bytes + "\nF 6000000");
         EXPECT_FALSE(rig->IsOpen()) << bytes.substr(0, 40);
-        EXPECT_EQ(Console().TextFieldFreq.Text(), "1280");
+        EXPECT_EQ(Console().TextFieldFreq.Text(), "10000");
     }
     rig = Connect();
-    EXPECT_EQ(Ask("f" + std::string(255, ' ')), "1280000\n") << "just short enough";
+    EXPECT_EQ(Ask("f" + std::string(255, ' ')), "10000000\n") << "just short enough";
 }
 
 TEST_F(RigControl, AFloodIsWorkedOffInSharesAndTheSoundGoesOn) {
@@ -160,6 +160,8 @@ TEST_F(RigControl, AFloodIsWorkedOffInSharesAndTheSoundGoesOn) {
     ConnectAndStream();
     const auto deaf = Connect();
     deaf->readsNothing = true;
+    const std::size_t rows = Log().size();
+    desktop.sound.played.clear();
     std::string flood;
     for (int i = 0; i < 1'000'000; ++i) {
         flood += i % 2 == 0 ? "F 7000000\n" : "F 8000000\n";
@@ -174,7 +176,7 @@ TEST_F(RigControl, AFloodIsWorkedOffInSharesAndTheSoundGoesOn) {
     EXPECT_EQ(desktop.sound.played.size(), 60U * 4U);
     EXPECT_FALSE(deaf->IsOpen()) << "it takes none of its answers";
     EXPECT_GT(rig->TakeReceived().size(), 60U * 100U * 7U) << "it gets on";
-    EXPECT_EQ(Log().size(), 1U);
+    EXPECT_EQ(Log().size(), rows);
 }
 
 } // namespace
