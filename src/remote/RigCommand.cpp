@@ -13,12 +13,12 @@ constexpr std::string_view Blanks = " \t";
 constexpr std::size_t LongestNumber = 40; // characters
 
 // Arguments: "n" a number, "w" a word; capital letters for those that may be left out; "*" the rest
-// of the line.
+// of the line, ">" a command of its own.
 struct Word {
     char letter; // the short form; 0: there is none
     std::string_view name;
     RigVerb verb;
-    std::string_view arguments = "";
+    std::string_view arguments = {};
 };
 
 constexpr std::array Words = {
@@ -37,6 +37,7 @@ constexpr std::array Words = {
     Word{'t', "get_ptt", RigVerb::NotAvailable},
     Word{'T', "set_ptt", RigVerb::NotAvailable, "w"},
     Word{'b', "send_morse", RigVerb::NotAvailable, "*"},
+    Word{'w', "send_cmd", RigVerb::Unreadable, ">"}, // for the radio behind the server
     Word{'_', "get_info", RigVerb::GetInfo},
     Word{'q', "quit", RigVerb::Quit},
     Word{'Q', "quit", RigVerb::Quit},
@@ -141,7 +142,11 @@ std::optional<RigCommand> TakeRigCommand(std::string_view& line) {
     RigCommand command;
     command.separator = TakeSeparator(line);
     SkipBlanks(line);
-    const Word* const word = TakeWord(line);
+    const Word* word = TakeWord(line);
+    while (word != nullptr && word->arguments == ">") {
+        SkipBlanks(line);
+        word = TakeWord(line);
+    }
     if (word == nullptr) {
         const std::string_view token = TakeToken(line);
         const bool isWord = !token.empty() && (token[0] == '\\' || IsLetterOrDigit(token[0]));

@@ -20,7 +20,8 @@ class RigServer {
   public:
     static constexpr int Port = 4532;
     static constexpr std::size_t MostPeers = 8; // one more is hung up on
-    static constexpr int Share = 200;           // questions a tick; a change costs ten
+    // Of a peer, a tick: a line and a question cost 1 each, a change 10.
+    static constexpr int Share = 200;
 
     // obey does what is asked; its result goes back as it is.
     RigServer(std::unique_ptr<TCPServer> listener,

@@ -98,7 +98,7 @@ TEST_F(RigControl, ATrackerStartsAndEndsARecording) {
     EXPECT_EQ(Ask("U RECORD 1\nAOS"), "RPRT -9\nRPRT -9\n") << "there is nothing to record";
     ConnectAndStream();
     desktop.Advance(0.1);
-    EXPECT_EQ(Ask("AOS\nAOS\nu RECORD"), "RPRT 0\nRPRT 0\n1\n");
+    EXPECT_EQ(Ask("w AOS\nAOS\nu RECORD"), "RPRT 0\nRPRT 0\n1\n");
     Audio().Sound(0, {1, 2, 3}, 540);
     desktop.Advance(0);
     EXPECT_EQ(Ask("l STRENGTH"), "0\n") << "-73 dBm";

@@ -21,9 +21,12 @@ QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(
     link->setParent(nullptr);
     link->setReadBufferSize(ReceiveBuffer);
     link->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    // The kernel's own queue would else grow to megabytes before a peer that reads nothing shows.
-    link->setSocketOption(QAbstractSocket::SendBufferSizeSocketOption,
-                          static_cast<int>(MostWaiting));
+    // The kernel's own queues would else grow to megabytes before a peer that reads nothing shows,
+    // or one that sends too much waits.
+    for (const auto queue : {QAbstractSocket::SendBufferSizeSocketOption,
+                             QAbstractSocket::ReceiveBufferSizeSocketOption}) {
+        link->setSocketOption(queue, static_cast<int>(MostWaiting));
+    }
     QObject::connect(link.get(), &QTcpSocket::readyRead, link.get(), [this] {
         const auto handler = dataAvailable;
         desktop.Raise(handler);
