@@ -19,7 +19,7 @@ constexpr double HighestFrequency = 1e12; // Hz; a field shows no more digits
 constexpr double MeterAtS9 = -73;         // dBm, on shortwave
 constexpr std::string_view Recording = "RECORD";
 
-RigReply Told(std::string_view label, std::string text) {
+RigReply WithValue(std::string_view label, std::string text) {
     return {Code::Done, {{label, std::move(text)}}};
 }
 
@@ -43,7 +43,7 @@ std::string Window1::AnswerRig(const RigCommand& command) {
 RigReply Window1::ObeyRig(const RigCommand& command) {
     switch (command.verb) {
     case RigVerb::GetFrequency:
-        return Told("Frequency", Str(Val(TextFieldFreq.Text()) * HertzPerKilohertz));
+        return WithValue("Frequency", Str(Val(TextFieldFreq.Text()) * HertzPerKilohertz));
     case RigVerb::SetFrequency:
         return SetRigFrequency(*command.number);
     case RigVerb::GetMode:
@@ -55,7 +55,7 @@ RigReply Window1::ObeyRig(const RigCommand& command) {
     case RigVerb::SetLevel:
         return SetRigLevel(command);
     case RigVerb::GetFunction:
-        return command.word == Recording ? Told("", IsRecording() ? "1" : "0")
+        return command.word == Recording ? WithValue("", IsRecording() ? "1" : "0")
                                          : RigReply{Code::NotAvailable};
     case RigVerb::SetFunction:
         return command.word == Recording ? RecordByRig(*command.number != 0)
@@ -108,12 +108,12 @@ RigReply Window1::SetRigMode(const RigCommand& command) {
 
 RigReply Window1::TellRigLevel(const std::string& name) {
     if (name == "STRENGTH") {
-        return Told("", Str(std::lround(sMeter - MeterAtS9)));
+        return WithValue("", Str(std::lround(sMeter - MeterAtS9)));
     }
     if (name == "AF") {
-        return Told("", Share(OutputVolumeSlider));
+        return WithValue("", Share(OutputVolumeSlider));
     }
-    return name == "SQL" ? Told("", Share(SliderSquelch)) : RigReply{Code::NotAvailable};
+    return name == "SQL" ? WithValue("", Share(SliderSquelch)) : RigReply{Code::NotAvailable};
 }
 
 RigReply Window1::SetRigLevel(const RigCommand& command) {
@@ -136,12 +136,13 @@ RigReply Window1::RecordByRig(bool wanted) {
 }
 
 RigReply Window1::TellRig() {
-    return Told("", "VFO=" + std::string(OnlyRigVfo) +
-                        " Freq=" + Str(Val(TextFieldFreq.Text()) * HertzPerKilohertz) +
-                        " Mode=" + std::string(RigModeName(PopupMenuMode.ListIndex())) +
-                        " Width=" + RigWidthText(PassbandShown()) +
-                        " RX=1 TX=0\nSplit=0 SatMode=0\nRig=Larkspool\nApp=Larkspool\nVersion=" +
-                        version::Short + "\n");
+    return WithValue("",
+                     "VFO=" + std::string(OnlyRigVfo) +
+                         " Freq=" + Str(Val(TextFieldFreq.Text()) * HertzPerKilohertz) +
+                         " Mode=" + std::string(RigModeName(PopupMenuMode.ListIndex())) +
+                         " Width=" + RigWidthText(PassbandShown()) +
+                         " RX=1 TX=0\nSplit=0 SatMode=0\nRig=Larkspool\nApp=Larkspool\nVersion=" +
+                         version::Short + "\n");
 }
 
 } // namespace larkspool
