@@ -1,5 +1,6 @@
-// Any lines as the datagrams of remote control, with the console behind them: it shows what it was
-// last told, answers in the form that peers read, and its user can go on.
+// Any lines as the datagrams of remote control and as the lines of rig control, with the console
+// behind them: it shows what it was last told, answers in the form that peers read, and its user
+// can go on.
 #include "FuzzedConsole.h"
 #include "platform/Text.h"
 #include "remote/RemoteCommand.h"
@@ -36,6 +37,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::FuzzedConsole program;
     program.Start();
     program.Console().CheckBoxNetwork.SetValue(true);
+    const auto rig = program.desktop.tcpServers.at(0)->Connect();
     fuzz::Input input(data, size);
     std::string_view rest = input.Rest();
     while (!rest.empty()) {
@@ -46,10 +48,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (const auto command = ParseRemoteCommand(RemoteLine(datagram))) {
             fuzz::CheckShown(program.Console(), *command);
         }
+        rig->Send(datagram + "\n");
         program.Audio().socket.Accept();
         program.Waterfall().socket.Accept();
         program.desktop.Advance(0.5);
         program.CheckBounds();
+        const std::string answer = rig->TakeReceived();
+        fuzz::Require(answer.empty() || answer.ends_with('\n'), "peers can read the answer");
     }
     program.CheckThatAGoodReceiverIsHeard();
     program.QuitAndCheckFiles();

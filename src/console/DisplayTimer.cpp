@@ -10,6 +10,7 @@ void Window1::Timer3_Action() {
     ProgressBarSmeter.SetValue(WholePart<int>((130.0 + sMeter) * 5.0));
     PushButtonRecord.SetEnabled(isConnected);
     ShowRecordingTime();
+    rigServer.Tick();
 }
 
 } // namespace larkspool

@@ -20,7 +20,9 @@ constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 sam
 Window1::Window1(Desktop& host, App& application)
     : Window(host), app(application), TCPSocketAudio(host.MakeTCPSocket()),
       TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()),
-      RxUDPSocket(host.MakeUDPSocket()), Timer4(host.MakeTimer()) {
+      RxUDPSocket(host.MakeUDPSocket()), Timer4(host.MakeTimer()),
+      rigServer(host.MakeTCPServer(),
+                [this](const RigCommand& asked) { return AnswerRig(asked); }) {
     SetTitle("Larkspool");
     SetDesignSize(DesignWidth, DesignHeight);
     minimumWidth = 1000;

@@ -9,6 +9,9 @@
 #include "platform/MemoryBlock.h"
 #include "remote/AudioStream.h"
 #include "remote/RemoteCommand.h"
+#include "remote/RigMode.h"
+#include "remote/RigReply.h"
+#include "remote/RigServer.h"
 
 #include <cstdint>
 #include <memory>
@@ -166,6 +169,19 @@ class Window1 : public Window, public ReceiverControls {
     void Timer4_Action();
     void WriteDatagram(const Datagram& d);
 
+    // Rig control (remote)
+    void OpenRigControl();
+    std::string AnswerRig(const RigCommand& command); // as it goes out
+    RigReply ObeyRig(const RigCommand& command);
+    RigReply SetRigFrequency(double hertz);
+    RigReply TellRigMode();
+    RigReply SetRigMode(const RigCommand& command);
+    RigReply TellRigLevel(const std::string& name);
+    RigReply SetRigLevel(const RigCommand& command);
+    RigReply RecordByRig(bool wanted);
+    RigReply TellRig();
+    RigPassband PassbandShown() const;
+
     // Waterfall
     void SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws);
     void RecentreWaterfall(); // on the tuned frequency
@@ -228,6 +244,7 @@ class Window1 : public Window, public ReceiverControls {
     // Remote control state
     std::unique_ptr<UDPSocket> RxUDPSocket; // bound when networking is first used, to the end
     std::unique_ptr<Timer> Timer4;          // sends the stream
+    RigServer rigServer;
     AudioStream audioStream;
     Datagram streamDatagram; // of the block that is sent, kept for its memory
 

@@ -5,6 +5,7 @@
 #include "platform/HTTPSocket.h"
 #include "platform/Menu.h"
 #include "platform/SoundLibrary.h"
+#include "platform/TCPServer.h"
 #include "platform/TCPSocket.h"
 #include "platform/Timer.h"
 #include "platform/UDPSocket.h"
@@ -56,6 +57,7 @@ class Desktop {
     // Makers.
     virtual std::unique_ptr<WindowView> MakeWindowView(Window& window) = 0;
     virtual std::unique_ptr<TCPSocket> MakeTCPSocket() = 0;
+    virtual std::unique_ptr<TCPServer> MakeTCPServer() = 0;
     virtual std::unique_ptr<UDPSocket> MakeUDPSocket() = 0;
     virtual std::unique_ptr<HTTPSocket> MakeHTTPSocket() = 0;
     virtual std::unique_ptr<Timer> MakeTimer() = 0;

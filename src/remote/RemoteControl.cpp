@@ -22,12 +22,18 @@ void Window1::InitNetworking() {
     Listbox1.AddRow("last error " + Str(RxUDPSocket->LastErrorCode()));
 }
 
-// Unticking stops what goes out; the socket stays bound and commands are still obeyed.
+// Unticking stops what goes out and ends rig control; the UDP socket stays bound and its commands
+// are still obeyed.
 void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
     app.prefs.prefsUseNetworking = checkBox.Value();
     Timer4->SetMode(checkBox.Value() ? Timer::Mode::Multiple : Timer::Mode::Off);
     if (checkBox.Value() && !audioStream.IsReady()) {
         InitNetworking();
+    }
+    if (checkBox.Value()) {
+        OpenRigControl();
+    } else {
+        rigServer.Close();
     }
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Another program at the controls: connects, tunes, changes the mode, takes the sound, records. In a
-# network of its own where that may be made, else in this computer's if the ports are free there.
+# Another program at the controls: connects, tunes, changes the mode, takes the sound, records. Then
+# rigctl, by rig control. In a network of its own where that may be made, else in this computer's if
+# the ports are free there.
 here=$(dirname "$0")
 . "$here/../../scripts/lib/network.sh"
 network_enter "$0" "$@"
@@ -74,6 +75,31 @@ recording=$(find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k)
 [ -n "$recording" ] || fail "nothing was recorded"
 echo "recorded: $(basename "$recording"), $(stat -c %s "$recording") bytes"
 
+rig() { timeout 20 rigctl -m 2 -r 127.0.0.1:4532 "$@" 2>>"$work/rigctl.log" | tr '\n' ' '; }
+# expect_rig ANSWER COMMAND...
+expect_rig() {
+    local answer
+    answer=$(rig "${@:2}")
+    [ "$answer" = "$1" ] || fail "rigctl says '$answer', not '$1': ${*:2}"
+}
+recordings() { find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k | wc -l; }
+
+if command -v rigctl >/dev/null; then
+    expect_rig "10019000 " F 10019000 f # the carrier sounds at 1 kHz
+    heard "text freq:010019000"
+    expect_rig "USB 2400 " m
+    ui read '^-(6[5-9]|7[0-5])[0-9.]* dBm' >/dev/null || fail "the receiver is not where rigctl wants it"
+    strength=$(rig l STRENGTH)
+    [ "$strength" -ge -2 ] && [ "$strength" -le 8 ] || fail "the carrier is no $strength dB over S9"
+    expect_rig "AM 6000 VFOA " M AM 6000 m v
+    exec 3<>/dev/tcp/127.0.0.1/4532
+    printf 'AOS\n' >&3
+    sleep 2
+    printf 'LOS\n' >&3
+    [ "$(head -n 2 <&3)" = $'RPRT 0\nRPRT 0' ] || fail "a tracker can't record"
+    [ "$(recordings)" -eq 2 ] || fail "the tracker's recording is not there"
+fi
+
 remote_say disconnect
 sleep 0.5
 last=$(sounds)
@@ -81,4 +107,11 @@ sleep 1
 [ "$(sounds)" -eq "$last" ] || fail "the session goes on"
 check_numbers 0
 echo "streamed: $last blocks"
+
+if command -v rigctl >/dev/null; then
+    ui press Network
+    [ "$(timeout 5 cat <&3)" = "" ] || fail "rig control says more than it was asked"
+    [ "$(rig f)" = "" ] || fail "rig control answers with Network unticked"
+fi
 stop_console || fail "the console ended with code $?"
+command -v rigctl >/dev/null || skip "rig control: missing: rigctl (Debian package libhamlib-utils)"

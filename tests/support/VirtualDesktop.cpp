@@ -53,6 +53,12 @@ std::unique_ptr<TCPSocket> VirtualDesktop::MakeTCPSocket() {
     return socket;
 }
 
+std::unique_ptr<TCPServer> VirtualDesktop::MakeTCPServer() {
+    auto server = std::make_unique<VirtualTCPServer>(queue);
+    tcpServers.push_back(server.get());
+    return server;
+}
+
 std::unique_ptr<UDPSocket> VirtualDesktop::MakeUDPSocket() {
     auto socket = std::make_unique<VirtualUDPSocket>(queue);
     udpSockets.push_back(socket.get());

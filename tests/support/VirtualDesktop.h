@@ -3,6 +3,7 @@
 #include "platform/Desktop.h"
 #include "platform/qt/PosixFiles.h"
 #include "support/EventQueue.h"
+#include "support/VirtualServer.h"
 #include "support/VirtualServices.h"
 #include "support/VirtualSocket.h"
 
@@ -27,6 +28,7 @@ class VirtualDesktop : public Desktop {
 
     std::unique_ptr<WindowView> MakeWindowView(Window& window) override;
     std::unique_ptr<TCPSocket> MakeTCPSocket() override;
+    std::unique_ptr<TCPServer> MakeTCPServer() override;
     std::unique_ptr<UDPSocket> MakeUDPSocket() override;
     std::unique_ptr<HTTPSocket> MakeHTTPSocket() override;
     std::unique_ptr<Timer> MakeTimer() override;
@@ -59,6 +61,7 @@ class VirtualDesktop : public Desktop {
     std::vector<Window*> windows;              // that have been shown, the one in front last
     std::vector<VirtualTCPSocket*> tcpSockets; // in the order in which they were made
     std::vector<VirtualUDPSocket*> udpSockets;
+    std::vector<VirtualTCPServer*> tcpServers;
     std::shared_ptr<std::vector<VirtualHTTPSocket*>> httpSockets; // those that are alive
     std::vector<std::string> boxes;     // texts of the message boxes, in order; each stays open
     std::vector<MessageDialog> dialogs; // those shown

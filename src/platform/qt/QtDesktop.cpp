@@ -2,6 +2,7 @@
 
 #include "platform/qt/Fonts.h"
 #include "platform/qt/QtHTTPSocket.h"
+#include "platform/qt/QtTCPServer.h"
 #include "platform/qt/QtTCPSocket.h"
 #include "platform/qt/QtTimer.h"
 #include "platform/qt/QtUDPSocket.h"
@@ -73,6 +74,10 @@ std::unique_ptr<WindowView> QtDesktop::MakeWindowView(Window& window) {
 
 std::unique_ptr<TCPSocket> QtDesktop::MakeTCPSocket() {
     return std::make_unique<QtTCPSocket>(*this);
+}
+
+std::unique_ptr<TCPServer> QtDesktop::MakeTCPServer() {
+    return std::make_unique<QtTCPServer>(*this);
 }
 
 std::unique_ptr<UDPSocket> QtDesktop::MakeUDPSocket() {

@@ -24,6 +24,7 @@ class QtDesktop : public RunningDesktop {
 
     std::unique_ptr<WindowView> MakeWindowView(Window& window) override;
     std::unique_ptr<TCPSocket> MakeTCPSocket() override;
+    std::unique_ptr<TCPServer> MakeTCPServer() override;
     std::unique_ptr<UDPSocket> MakeUDPSocket() override;
     std::unique_ptr<HTTPSocket> MakeHTTPSocket() override;
     std::unique_ptr<Timer> MakeTimer() override;

@@ -1,0 +1,122 @@
+#include "qt/OnScreen.h"
+
+#include <QHostAddress>
+#include <QNetworkInterface>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <sys/socket.h>
+
+namespace larkspool {
+namespace {
+
+// A server of the program's, and programs that connect to it.
+class Server : public testing::Test {
+  protected:
+    void SetUp() override {
+        QTcpServer probe;
+        ASSERT_TRUE(probe.listen(QHostAddress::LocalHost));
+        port = probe.serverPort();
+        probe.close();
+        server = TheDesktop().MakeTCPServer();
+        server->accepted = [this](std::unique_ptr<TCPPeer> peer) {
+            peer->dataAvailable = [this, &from = *peer] { received += TakeAll(from); };
+            peers.push_back(std::move(peer));
+        };
+        server->Listen(port);
+        ASSERT_EQ(server->LastErrorCode(), 0);
+    }
+
+    static std::string TakeAll(TCPPeer& peer) {
+        std::string bytes;
+        std::uint8_t piece[10];
+        while (const std::size_t count = peer.Read(piece)) {
+            bytes.append(reinterpret_cast<const char*>(piece), count);
+        }
+        return bytes;
+    }
+    void Join() {
+        client.connectToHost(QHostAddress::LocalHost, port);
+        ASSERT_TRUE(Eventually([this] { return peers.size() == 1; }));
+        ASSERT_TRUE(Eventually([this] { return client.state() == QTcpSocket::ConnectedState; }));
+    }
+
+    quint16 port = 0;
+    QTcpSocket client;
+    std::string received;
+    std::vector<std::unique_ptr<TCPPeer>> peers;
+    std::unique_ptr<TCPServer> server;
+};
+
+TEST_F(Server, ThisComputerAloneGetsIn) {
+    for (const QHostAddress& address : QNetworkInterface::allAddresses()) {
+        QTcpSocket socket;
+        socket.connectToHost(address, port);
+        EXPECT_EQ(socket.waitForConnected(1000), address.isLoopback())
+            << address.toString().toStdString();
+    }
+}
+
+TEST_F(Server, BytesGoBothWaysAndTheLastAnswerReachesAPeerThatHasSaidAll) {
+    Join();
+    peers[0]->dataAvailable = [this] { peers[0]->Write("<" + TakeAll(*peers[0]) + ">"); };
+    client.write("question");
+    EXPECT_TRUE(Eventually([this] { return client.bytesAvailable() == 10; }));
+    EXPECT_EQ(client.readAll(), "<question>");
+    client.write("last");
+    client.flush();
+    shutdown(static_cast<int>(client.socketDescriptor()), SHUT_WR);
+    EXPECT_TRUE(Eventually([this] { return client.bytesAvailable() == 6; }));
+    EXPECT_TRUE(Eventually([this] { return !peers[0]->IsOpen(); }));
+    peers[0]->Write("to nobody");
+}
+
+TEST_F(Server, WhatCameBeforeTheEndCanBeReadAfterIt) {
+    Join();
+    peers[0]->dataAvailable = nullptr;
+    client.write(QByteArray(3000, 'x'));
+    client.flush();
+    client.disconnectFromHost();
+    ASSERT_TRUE(Eventually([this] { return !peers[0]->IsOpen(); }));
+    EXPECT_EQ(TakeAll(*peers[0]).size(), 3000U);
+}
+
+TEST_F(Server, APeerThatTakesNothingIsCut) {
+    Join();
+    client.setReadBufferSize(1);
+    const std::string block(1000, 'x');
+    int written = 0;
+    for (; written < 5000 && peers[0]->IsOpen(); ++written) {
+        peers[0]->Write(block);
+        if (written % 16 == 0) {
+            LetEventsRun();
+        }
+    }
+    EXPECT_FALSE(peers[0]->IsOpen()) << written;
+}
+
+TEST_F(Server, ATakenPortIsToldAtOnceAndClosingFreesIt) {
+    const auto second = TheDesktop().MakeTCPServer();
+    second->Listen(port);
+    EXPECT_EQ(second->LastErrorCode(), EADDRINUSE);
+    second->Listen(70000);
+    EXPECT_EQ(second->LastErrorCode(), EINVAL);
+    Join();
+    server->Close();
+    second->Listen(port);
+    EXPECT_EQ(second->LastErrorCode(), 0);
+    client.write("still here");
+    EXPECT_TRUE(Eventually([this] { return received == "still here"; }));
+    peers.clear();
+    EXPECT_TRUE(Eventually([this] { return client.state() == QTcpSocket::UnconnectedState; }));
+}
+
+} // namespace
+} // namespace larkspool
