@@ -29,6 +29,7 @@ void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
     if (checkBox.Value() && !audioStream.IsReady()) {
         InitNetworking();
     }
+    ShowStreaming();
 }
 
 void Window1::RxUDPSocket_DataAvailable(UDPSocket& socket) {
