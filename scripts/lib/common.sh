@@ -54,7 +54,8 @@ install_packages() {
     rm -f "$log"
 }
 
-# build PRESET [TARGET...]
+# build PRESET [TARGET...]: with what build_options adds to the configure step.
+build_options=()
 build() {
     local preset=$1 target arguments=()
     shift
@@ -62,7 +63,8 @@ build() {
         arguments+=(--target "$target")
     done
     say "Building ($preset)"
-    (cd "$root" && cmake --preset "$preset" -G Ninja >"$root/build/$preset.log" 2>&1) || {
+    (cd "$root" && cmake --preset "$preset" -G Ninja "${build_options[@]}" \
+        >"$root/build/$preset.log" 2>&1) || {
         cat "$root/build/$preset.log" >&2
         die "Configuring the build has failed."
     }
