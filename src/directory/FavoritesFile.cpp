@@ -10,6 +10,7 @@ namespace larkspool {
 
 std::vector<FavoriteCells> FavoriteLines::Rows() const {
     std::vector<FavoriteCells> rows;
+    rows.reserve(receivers.Count());
     for (std::size_t i = 0; i < receivers.Count(); ++i) {
         rows.push_back({receivers.urls[i], Str(receivers.ports[i]), receivers.names[i]});
     }

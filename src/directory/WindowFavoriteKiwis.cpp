@@ -78,6 +78,7 @@ void WindowFavoriteKiwis::AddRow(const std::string& host, const std::string& por
 
 std::vector<FavoriteCells> WindowFavoriteKiwis::Rows() const {
     std::vector<FavoriteCells> rows;
+    rows.reserve(static_cast<std::size_t>(Listbox1.ListCount()));
     for (int row = 0; row < Listbox1.ListCount(); ++row) {
         rows.push_back(
             {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});
