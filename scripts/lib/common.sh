@@ -7,7 +7,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # Debian packages, by what they are for.
-packages_build="g++ cmake ninja-build ccache qt6-base-dev libcubeb-dev libsamplerate0-dev"
+packages_build="g++ cmake ninja-build ccache qt6-base-dev zlib1g-dev libcubeb-dev libsamplerate0-dev"
 packages_run="fonts-dejavu-core"
 packages_headless="xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core
     gir1.2-atspi-2.0 python3 python3-gi pulseaudio pulseaudio-utils sox"
@@ -55,7 +55,8 @@ install_packages() {
     rm -f "$log"
 }
 
-# build PRESET [TARGET...]
+# build PRESET [TARGET...]: with what build_options adds to the configure step.
+build_options=()
 build() {
     local preset=$1 target arguments=()
     shift
@@ -63,7 +64,8 @@ build() {
         arguments+=(--target "$target")
     done
     say "Building ($preset)"
-    (cd "$root" && cmake --preset "$preset" -G Ninja >"$root/build/$preset.log" 2>&1) || {
+    (cd "$root" && cmake --preset "$preset" -G Ninja "${build_options[@]}" \
+        >"$root/build/$preset.log" 2>&1) || {
         cat "$root/build/$preset.log" >&2
         die "Configuring the build has failed."
     }

@@ -20,6 +20,9 @@ void Window1::BindConnectionEvents() {
     CheckBoxReconnect.action = [this] { CheckBoxReconnect_Action(); };
     TextFieldAddress.textChange = [this] { TextFieldAddress_TextChange(); };
     TextFieldPort.textChange = [this] { TextFieldPort_TextChange(); };
+    for (TextField* field : {&TextFieldAddress, &TextFieldPort}) {
+        field->returnPressed = [this] { PushButtonConnect.Push(); };
+    }
     PopupMenuKiwiList.mouseDown = [this] { PopupMenuKiwiList_MouseDown(); };
     PopupMenuKiwiList.change = [this] { PopupMenuKiwiList_Change(); };
     TextFieldIdentity.textChange = [this] { TextFieldIdentity_TextChange(); };
@@ -37,10 +40,12 @@ void Window1::BindConnectionEvents() {
 void Window1::BindTuningEvents() {
     PopupMenuMode.change = [this] { PopupMenuMode_Change(); };
     TextFieldFreq.textChange = [this] { TextFieldFreq_TextChange(); };
-    TextFieldFreq.mouseWheel = [this](int, int deltaY) { TextFieldFreq_MouseWheel(deltaY); };
+    TextFieldFreq.mouseWheel = [this](int, int deltaY) { StepFrequency(deltaY); };
+    TextFieldFreq.keySteps = [this](double steps) { StepFrequency(steps); };
     for (TextField* edge : {&TextFieldLowCut, &TextFieldHighCut}) {
         edge->textChange = [this] { PassbandTextChange(); };
-        edge->mouseWheel = [this, edge](int, int deltaY) { PassbandMouseWheel(*edge, deltaY); };
+        edge->mouseWheel = [edge](int, int deltaY) { StepPassband(*edge, deltaY); };
+        edge->keySteps = [edge](double steps) { StepPassband(*edge, steps); };
     }
 }
 

@@ -10,6 +10,9 @@ namespace larkspool {
 
 namespace {
 
+// In dBm. Five units of the bar are one dB, and an empty bar is -130 dBm.
+double SmeterLevel(int value) { return value / 5.0 - 130.0; }
+
 void Speak(Slider& slider, std::string name, const std::string& unit) {
     slider.spokenName = std::move(name);
     slider.spokenValue = [unit](int value) { return Str(value) + unit; };
@@ -156,6 +159,7 @@ void ReceiverControls::NameLongestTexts() {
     LabelAgcManualGain.longest = "Manual Gain 120 dB";
     LabelAgcDecay.longest = "Decay 5000 ms";
     LabelSquelch.longest = "Squelch 40 dB";
+    LabelStreaming.longest = "Streaming off";
     LabelRecordingStatus.longest = "00:00:00";
     LabelWaterfallGain.longest = "Waterfall Gain: 5.00";
     LabelWaterfallMinDb.longest = "Waterfall min -120 db";
@@ -165,7 +169,9 @@ void ReceiverControls::NameForScreenReaders() {
     TextFieldIdentity.spokenName = "Your name";
     TextFieldGeoLocation.spokenName = "Your location";
     Label7.buddy = &PopupMenuDeEmphasis;
+    PopupMenuDeEmphasis.spokenName = "Pre-emphasis";
     Label6.buddy = &SoundOutputPopupMenu;
+    SoundOutputPopupMenu.spokenName = "Audio device";
     TextFieldAddress.spokenName = "Receiver address";
     TextFieldPort.spokenName = "Receiver port";
     PopupMenuKiwiList.spokenName = "Receivers";
@@ -174,8 +180,11 @@ void ReceiverControls::NameForScreenReaders() {
     TextFieldLowCut.spokenName = "Passband low edge in Hz";
     TextFieldHighCut.spokenName = "Passband high edge in Hz";
     ProgressBarSmeter.spokenName = "S-meter";
+    ProgressBarSmeter.quantity = SmeterLevel;
+    ProgressBarSmeter.unit = "dBm";
     PopupMenuSquelchTime.spokenName = "Squelch tail";
     TextFieldSquelchedDeadSpace.spokenName = "Squelched dead space in seconds";
+    CheckBoxUpdateWaterfall.spokenName = "Update waterfall";
     WaterfallCanvas.spokenName = "Waterfall";
     TextArea1.spokenName = "Connection replies";
     TextArea2.spokenName = "Notes";

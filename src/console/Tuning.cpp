@@ -13,8 +13,8 @@ void Window1::TextFieldFreq_TextChange() {
     }
 }
 
-void Window1::TextFieldFreq_MouseWheel(int deltaY) {
-    TextFieldFreq.SetText(Str(Val(TextFieldFreq.Text()) + deltaY));
+void Window1::StepFrequency(double steps) {
+    TextFieldFreq.SetText(Str(Val(TextFieldFreq.Text()) + steps));
 }
 
 void Window1::PassbandTextChange() {
@@ -22,9 +22,9 @@ void Window1::PassbandTextChange() {
     SaveSettingsForMode();
 }
 
-void Window1::PassbandMouseWheel(TextField& edge, int deltaY) {
+void Window1::StepPassband(TextField& edge, double steps) {
     constexpr double Step = 10; // Hz
-    edge.SetText(Str(Val(edge.Text()) + deltaY * Step));
+    edge.SetText(Str(Val(edge.Text()) + steps * Step));
 }
 
 void Window1::TextFieldIdentity_TextChange() { app.prefs.prefsUserName = TextFieldIdentity.Text(); }

@@ -84,9 +84,9 @@ class Window1 : public Window, public ReceiverControls {
     void FillFromPreferences();
 
     void TextFieldFreq_TextChange();
-    void TextFieldFreq_MouseWheel(int deltaY);
-    void PassbandTextChange(); // either edge
-    void PassbandMouseWheel(TextField& edge, int deltaY);
+    void StepFrequency(double steps);                        // of 1 kHz, by the wheel or by keys
+    void PassbandTextChange();                               // either edge
+    static void StepPassband(TextField& edge, double steps); // of 10 Hz
     void TextFieldIdentity_TextChange();
     void TextFieldGeoLocation_TextChange();
     void AgcChanged(); // both check boxes and all four sliders

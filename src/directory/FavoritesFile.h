@@ -11,17 +11,33 @@
 
 namespace larkspool {
 
-// The user's own receivers: a text file with one a line, "host;port;name", and nothing else.
+// The user's own receivers: a text file with one a line, "host;port;name".
 constexpr char FavoritesFileName[] = "favorite-kiwi.txt";
 
 // A favourite as the user has typed it: host, port, name.
 using FavoriteCells = std::array<std::string, 3>;
 
-// The lines that say a receiver, in the file's order. A bad port is 0.
-ReceiverList DecodeFavorites(TextInputStream& text);
-std::string EncodeFavorites(const std::vector<FavoriteCells>& rows);
+// The file's lines in two parts, each in the file's order.
+struct FavoriteLines {
+    ReceiverList receivers;          // a bad port is 0
+    std::vector<std::string> others; // comments, half-typed lines and the like
 
-// Nothing if there is a file that can't be read to its end; no file is no favourites.
-std::optional<ReceiverList> ReadFavorites(const FolderItem& file);
+    std::vector<FavoriteCells> Rows() const; // the receivers
+};
+
+FavoriteLines DecodeFavorites(TextInputStream& text);
+// The other lines go behind the rows.
+std::string EncodeFavorites(const std::vector<FavoriteCells>& rows,
+                            const std::vector<std::string>& others);
+
+// Nothing if there is a file that can't be read to its end, every line whole; no file is no
+// favourites.
+std::optional<FavoriteLines> ReadFavorites(const FolderItem& file);
+
+// The rows that the user leaves, and behind them those that have come into the file from elsewhere
+// since it was read.
+std::vector<FavoriteCells> WithNewRows(std::vector<FavoriteCells> rows,
+                                       std::vector<FavoriteCells> whenRead,
+                                       const std::vector<FavoriteCells>& now);
 
 } // namespace larkspool

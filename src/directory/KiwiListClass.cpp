@@ -28,6 +28,7 @@ void KiwiListClass::Event_PageReceived(const std::string& content) {
 
 void KiwiListClass::Event_Error(int code) {
     desktop.MsgBox("Could not download KiwiSDR list, error " + Str(code));
+    received(); // the site and the favorites can be reached without it
 }
 
 } // namespace larkspool

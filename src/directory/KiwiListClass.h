@@ -19,7 +19,7 @@ class KiwiListClass : public ReceiverList {
     // Asks the host for its list. Without a host the public list is empty, and is there at once.
     void Init(const std::string& directoryHost);
 
-    std::function<void()> received; // the public list is complete
+    std::function<void()> received; // what can be had of the public list is there
 
   private:
     void Event_PageReceived(const std::string& content);

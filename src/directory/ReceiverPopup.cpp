@@ -33,8 +33,8 @@ void Window1::AddFavoriteKiwis() {
     const FolderItem file =
         desktop.BesideProgramOrIn(SpecialFolder::ApplicationData, FavoritesFileName);
     if (auto favorites = ReadFavorites(file)) {
-        favorites->Reverse(); // the latest entry on top
-        app.theKiwiList->PutInFront(*favorites);
+        favorites->receivers.Reverse(); // the latest entry on top
+        app.theKiwiList->PutInFront(favorites->receivers);
     }
 }
 

@@ -1,8 +1,6 @@
 #include "directory/WindowFavoriteKiwis.h"
 
-#include "directory/FavoritesFile.h"
 #include "platform/ReplaceFile.h"
-#include "platform/Text.h"
 #include "shell/App.h"
 
 namespace larkspool {
@@ -65,24 +63,40 @@ void WindowFavoriteKiwis::LoadEntries() {
                        "be kept.");
         return;
     }
-    for (std::size_t i = 0; i < favorites->Count(); ++i) {
-        Listbox1.AddRow(favorites->urls[i]);
-        Listbox1.SetCell(Listbox1.LastIndex(), Port, Str(favorites->ports[i]));
-        Listbox1.SetCell(Listbox1.LastIndex(), Name, favorites->names[i]);
+    loaded = favorites->Rows();
+    for (const auto& [host, port, name] : loaded) {
+        AddRow(host, port, name);
     }
 }
 
-void WindowFavoriteKiwis::SaveEntries() {
-    if (isUnread) {
-        return;
-    }
+void WindowFavoriteKiwis::AddRow(const std::string& host, const std::string& port,
+                                 const std::string& name) {
+    Listbox1.AddRow(host);
+    Listbox1.SetCell(Listbox1.LastIndex(), Port, port);
+    Listbox1.SetCell(Listbox1.LastIndex(), Name, name);
+}
+
+std::vector<FavoriteCells> WindowFavoriteKiwis::Rows() const {
     std::vector<FavoriteCells> rows;
     rows.reserve(static_cast<std::size_t>(Listbox1.ListCount()));
     for (int row = 0; row < Listbox1.ListCount(); ++row) {
         rows.push_back(
             {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});
     }
-    if (!ReplaceFile(desktop, File(), EncodeFavorites(rows))) {
+    return rows;
+}
+
+// Another program may have written the file meanwhile: what it has put there stays.
+void WindowFavoriteKiwis::SaveEntries() {
+    const auto rows = Rows();
+    const bool makesFirstFile = rows.empty() && !File().Exists();
+    if (isUnread || (rows == loaded && !makesFirstFile)) {
+        return;
+    }
+    const auto now = ReadFavorites(File());
+    if (!now ||
+        !ReplaceFile(desktop, File(),
+                     EncodeFavorites(WithNewRows(rows, loaded, now->Rows()), now->others))) {
         app.TellLoss("The favorites could not be saved in " + File().Path().string() +
                      ". What was there before is still there.");
     }
@@ -103,9 +117,7 @@ bool WindowFavoriteKiwis::Listbox1_ConstructContextualMenu(std::vector<MenuItem>
 bool WindowFavoriteKiwis::Listbox1_ContextualMenuAction(const MenuItem& item) {
     CommitEdits(); // an edit that is open would be lost with its row
     if (item.index == AddEntry) {
-        Listbox1.AddRow("Kiwi URL");
-        Listbox1.SetCell(Listbox1.LastIndex(), Port, "8073");
-        Listbox1.SetCell(Listbox1.LastIndex(), Name, "Kiwi Name");
+        AddRow("Kiwi URL", "8073", "Kiwi Name");
     } else if (item.index == DeleteEntry && item.tag) {
         Listbox1.DeleteRow(*item.tag);
     }

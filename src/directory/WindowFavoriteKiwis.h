@@ -1,5 +1,6 @@
 #pragma once
 
+#include "directory/FavoritesFile.h"
 #include "platform/Desktop.h"
 #include "platform/Listbox.h"
 
@@ -9,8 +10,8 @@ namespace larkspool {
 
 class App;
 
-// Where the user edits the favourites, in place; every close saves them. Owned by App, one at a
-// time, from its opening to its closing.
+// Where the user edits the favourites, in place; a close saves what has changed. Owned by App, one
+// at a time, from its opening to its closing.
 class WindowFavoriteKiwis : public Window {
   public:
     WindowFavoriteKiwis(Desktop& host, App& application);
@@ -23,11 +24,14 @@ class WindowFavoriteKiwis : public Window {
   private:
     void LoadEntries();
     void SaveEntries();
+    void AddRow(const std::string& host, const std::string& port, const std::string& name);
+    std::vector<FavoriteCells> Rows() const;
     bool Listbox1_ConstructContextualMenu(std::vector<MenuItem>& items) const;
     bool Listbox1_ContextualMenuAction(const MenuItem& item);
     FolderItem File() const;
 
     App& app;
+    std::vector<FavoriteCells> loaded; // the rows as they were read
     bool isUnread = false; // there is a file, but it can't be read: nothing may replace it
 };
 

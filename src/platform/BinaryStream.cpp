@@ -122,9 +122,14 @@ std::size_t BinaryStream::ReadSome(std::span<std::uint8_t> bytes) {
         return bytes.size();
     }
     if (!PrepareFile(Transfer::Read)) {
+        failed = true;
         return 0;
     }
-    return std::fread(bytes.data(), 1, bytes.size(), file.get());
+    const std::size_t count = std::fread(bytes.data(), 1, bytes.size(), file.get());
+    if (std::ferror(file.get()) != 0) {
+        failed = true;
+    }
+    return count;
 }
 
 std::size_t BinaryStream::WriteSome(std::span<const std::uint8_t> bytes) {

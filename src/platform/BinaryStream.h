@@ -56,9 +56,10 @@ class BinaryStream {
     std::uint64_t Length() const { return length; }
     bool EndOfFile() const { return position >= length; }
 
-    // True if this and every write before it succeeded.
+    // True if this and every transfer before it succeeded.
     bool Close();
-    // True for good after one failed write; later writes are still tried.
+    // True for good after one failed read or write; later ones are still tried. That the end cuts
+    // a field short is no failure.
     bool Failed() const { return failed; }
     // The bytes of a stream in memory; leaves it empty.
     std::string TakeBytes();

@@ -2,6 +2,9 @@
 
 #include "platform/Control.h"
 
+#include <functional>
+#include <string>
+
 namespace larkspool {
 
 // A bar from 0 to maximum. It keeps any value and its view draws it clamped.
@@ -11,6 +14,9 @@ class ProgressBar : public Control {
     void SetValue(int amount);
 
     int maximum = 100;
+    // The value in the unit that a screen reader says; without it the value itself.
+    std::function<double(int)> quantity;
+    std::string unit;
 
   private:
     int value = 0;

@@ -15,4 +15,16 @@ void TextField::SetText(std::string value) {
     }
 }
 
+void TextField::PressReturn() const {
+    if (Enabled() && returnPressed) {
+        returnPressed();
+    }
+}
+
+void TextField::Step(double steps) const {
+    if (Enabled() && keySteps) {
+        keySteps(steps);
+    }
+}
+
 } // namespace larkspool

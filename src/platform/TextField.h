@@ -13,8 +13,16 @@ class TextField : public Control {
     // A different text raises textChange before the setter returns, whoever sets it.
     void SetText(std::string value);
 
+    // The user's keys. Step: Up is 1, Down -1; with Shift a tenth of that, by Page Up and Page Down
+    // ten times as much.
+    void PressReturn() const;
+    void Step(double steps) const;
+    bool TakesSteps() const { return static_cast<bool>(keySteps); }
+
     std::string placeholder; // shown greyed while the field is empty
     std::function<void()> textChange;
+    std::function<void()> returnPressed;
+    std::function<void(double steps)> keySteps;
 
   private:
     std::string text;

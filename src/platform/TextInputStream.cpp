@@ -38,6 +38,7 @@ std::string TextInputStream::ReadLine() {
         const std::size_t end = std::min(buffer.find_first_of("\r\n", next), buffer.size());
         const std::size_t room = LongestLine - line.size();
         line.append(buffer, next, std::min(end - next, room));
+        hasCutLines = hasCutLines || end - next > room;
         next = end;
         if (end == buffer.size()) {
             continue;

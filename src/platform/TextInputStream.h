@@ -24,6 +24,8 @@ class TextInputStream {
     bool EndOfFile() { return next == buffer.size() && !Refill(); }
     // True after a failed read, which also ends the text.
     bool Failed() const { return failed; }
+    // True once a line has been longer than the longest.
+    bool HasCutLines() const { return hasCutLines; }
 
   private:
     TextInputStream() = default;
@@ -34,6 +36,7 @@ class TextInputStream {
     std::string buffer;
     std::size_t next = 0;
     bool failed = false;
+    bool hasCutLines = false;
 };
 
 } // namespace larkspool

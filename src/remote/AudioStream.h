@@ -18,7 +18,7 @@ class AudioStream {
   public:
     static constexpr std::size_t SoundBytes = 1024;
     static constexpr std::size_t BlockBytes = 1028;
-    static constexpr std::size_t MostWaiting = 1500; // a minute at 12,000 samples a second
+    static constexpr std::size_t MostWaiting = 60; // some 2.5 s at 12,000 samples a second
 
     // Makes the block to be filled; the next block finished is number 0.
     void Init();

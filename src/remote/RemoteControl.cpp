@@ -35,6 +35,7 @@ void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
     } else {
         rigServer.Close();
     }
+    ShowStreaming();
 }
 
 void Window1::RxUDPSocket_DataAvailable(UDPSocket& socket) {

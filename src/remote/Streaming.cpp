@@ -24,7 +24,11 @@ void Window1::EndStreaming() {
     audioStream.isStreaming = false;
 }
 
-void Window1::ShowStreaming() { LabelStreaming.SetTextColor(audioStream.isStreaming ? Red : Grey); }
+void Window1::ShowStreaming() {
+    const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
+    LabelStreaming.SetTextColor(sends ? Red : Grey);
+    LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
+}
 
 void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
     audioStream.StreamSoundBlock(sampleCount, samples);

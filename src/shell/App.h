@@ -69,6 +69,7 @@ class App {
 
     FolderItem PreferencesFile() const;
     void ReadPrefs();
+    void ShowAfterOpening(const std::string& text);
     bool WritePrefs() const; // false: they could not be written
 
     void PlanUpdateCheck();
@@ -85,7 +86,8 @@ class App {
     RecordingRepair recordingRepair;
     std::unique_ptr<Timer> updateTimer;
     std::unique_ptr<VersionCheck> versionCheck;
-    bool isOpen = false; // the console is filled: from here on there is something to store
+    bool isOpen = false;         // the console is filled: from here on there is something to store
+    bool prefsAreUnread = false; // nothing may replace their file
     bool isQuitting = false;
     std::string losses; // to be told before the program ends
 };

@@ -3,6 +3,8 @@
 #include "shell/App.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 namespace larkspool {
 
@@ -11,6 +13,17 @@ namespace {
 constexpr char FileName[] = "Larkspool Prefs";
 // Far more than any settings take; a larger file isn't ours.
 constexpr std::uint64_t LargestFile = std::uint64_t{64} * 1024;
+
+// Nothing if the file can't be read.
+std::optional<std::string> BytesOf(const FolderItem& file) {
+    auto stream = BinaryStream::Open(file);
+    if (!stream) {
+        return std::nullopt;
+    }
+    const auto size = static_cast<std::size_t>(std::min(stream->Length(), LargestFile));
+    const std::string bytes = stream->ReadString(size);
+    return stream->Failed() ? std::nullopt : std::optional(bytes);
+}
 
 } // namespace
 
@@ -24,20 +37,26 @@ void App::ReadPrefs() {
     FolderItem file = PreferencesFile();
     if (desktop.ShiftKeyDown() && desktop.ControlKeyDown()) {
         file.Delete();
-        // The console, which opens next, would cover it.
-        desktop.CallLater(0, [&host = desktop] { host.MsgBox("Settings cleared"); });
+        ShowAfterOpening("Settings cleared");
         return; // also where the file could not be deleted
     }
-    auto stream = BinaryStream::Open(file);
-    if (!stream) {
-        return;
+    if (const auto bytes = BytesOf(file)) {
+        prefs = DecodePreferences(*bytes);
+    } else if (file.Exists()) {
+        prefsAreUnread = true;
+        ShowAfterOpening("The settings in " + file.Path().string() +
+                         " could not be read. Larkspool starts as it did the first time. That "
+                         "file stays as it is: settings made now will not be kept.");
     }
-    const auto size = static_cast<std::size_t>(std::min(stream->Length(), LargestFile));
-    prefs = DecodePreferences(stream->ReadString(size));
+}
+
+// The console, which opens next, would cover a box that is shown at once.
+void App::ShowAfterOpening(const std::string& text) {
+    desktop.CallLater(0, [&host = desktop, text] { host.MsgBox(text); });
 }
 
 bool App::WritePrefs() const {
-    return ReplaceFile(desktop, PreferencesFile(), EncodePreferences(prefs));
+    return prefsAreUnread || ReplaceFile(desktop, PreferencesFile(), EncodePreferences(prefs));
 }
 
 } // namespace larkspool

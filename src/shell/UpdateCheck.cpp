@@ -35,7 +35,7 @@ std::string UpdateAddress(const std::string& host, const UpdateQuestion& questio
 }
 
 std::optional<NewerVersion> ReadUpdateReply(std::string_view content) {
-    const std::string_view first = content.substr(0, content.find(' '));
+    const std::string_view first = content.substr(0, content.find_first_of(" \r\n"));
     if (first == "LATEST") {
         return std::nullopt;
     }

@@ -11,12 +11,17 @@ nameless=$(awk -F'\t' '$1 ~ /^(text|push button|check box|combo box|slider|progr
 for name in "Your name" "Your location" "Receiver address" "Receiver port" Connect Disconnect \
     Reconnect Mode "Frequency in kHz" "Passband low edge in Hz" "Passband high edge in Hz" S-meter \
     AGC "AGC threshold" "AGC decay" Squelch "Squelch tail" Hang "AGC slope" "Manual gain" \
-    "Start Recording" Network "Waterfall gain" "Waterfall minimum" Update Waterfall Volume; do
+    "Start Recording" Network "Waterfall gain" "Waterfall minimum" "Update waterfall" Waterfall Volume \
+    Pre-emphasis "Audio device"; do
     grep -qF "'$name'" "$work/names.txt" || fail "no control is named $name"
 done
 threshold=$(ui spoken "AGC threshold")
 echo "the threshold says: $threshold"
 [ "$threshold" = "-130 dB" ] || fail "the threshold says $threshold"
+
+level=$(ui spoken S-meter)
+echo "the S-meter says: $level"
+[ "$level" = "-127 dBm" ] || fail "the S-meter says $level"
 
 # The keys alone get from one field to the next, in the order of the rows.
 xdotool search --all --name '^Larkspool$' windowactivate 2>/dev/null
@@ -31,4 +36,10 @@ for next in "Your location" Off Speakers Volume "Receiver address"; do # a popup
     *) fail "Tab went to $focused instead of $next" ;;
     esac
 done
+
+# The wheel over a popup leaves it and the keyboard alone.
+read -r left top width height <<<"$(ui place Mode)"
+xdotool mousemove $((left + width / 2)) $((top + height / 2)) click --repeat 3 5
+sleep 0.3
+[ "$(ui focused)" = "Receiver address" ] || fail "the wheel gave the keyboard to $(ui focused)"
 stop_console || fail "the console ended with code $?"

@@ -6,7 +6,7 @@
 start_receivers
 start_console
 ui type "Frequency in kHz" 10015
-ui press Update
+ui press "Update waterfall"
 connect_console
 sleep 3
 read -r left top width height < <(ui place Waterfall)

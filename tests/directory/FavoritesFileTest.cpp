@@ -7,10 +7,12 @@
 namespace larkspool {
 namespace {
 
-ReceiverList Decode(const std::string& text) {
+FavoriteLines DecodeLines(const std::string& text) {
     auto stream = TextInputStream::FromText(text);
     return DecodeFavorites(stream);
 }
+
+ReceiverList Decode(const std::string& text) { return DecodeLines(text).receivers; }
 
 TEST(FavoritesFile, EachGoodLineIsAReceiver) {
     const ReceiverList list = Decode("192.0.2.10;8073;Shed antenna\r\n"
@@ -29,14 +31,14 @@ TEST(FavoritesFile, EachGoodLineIsAReceiver) {
 
 TEST(FavoritesFile, RowsComeBackAsTheyWere) {
     const std::string bytes = "Z9 .:/\"'\t&-\xFF\xF0\x9F é北";
-    EXPECT_EQ(EncodeFavorites({}), "");
-    EXPECT_EQ(EncodeFavorites({{bytes, "-10", "a"}, {"", "abc", bytes}}),
+    EXPECT_EQ(EncodeFavorites({}, {}), "");
+    EXPECT_EQ(EncodeFavorites({{bytes, "-10", "a"}, {"", "abc", bytes}}, {}),
               bytes + ";-10;a\n;abc;" + bytes + "\n");
     ReceiverList expected;
     expected.Append("a", bytes, -10);
     expected.Append(bytes, "", 0);
     EXPECT_EQ(Decode(bytes + ";-10;a\n;abc;" + bytes + "\n"), expected);
-    EXPECT_EQ(EncodeFavorites({{"host", "1", "one\nevil.example;1;two\r\nthree"}}),
+    EXPECT_EQ(EncodeFavorites({{"host", "1", "one\nevil.example;1;two\r\nthree"}}, {}),
               "host;1;one evil.example;1;two  three\n")
         << "a pasted line end makes no second receiver";
 }

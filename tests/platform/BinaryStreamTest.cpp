@@ -116,6 +116,17 @@ TEST_F(BinaryStreamTest, AFullDiskIsNoticedAndStaysNoticed) {
     EXPECT_FALSE(stream->Close());
 }
 
+TEST_F(BinaryStreamTest, AReadThatFailsIsNoEnd) {
+    const FolderItem unreadable("/sys/class/net/lo/duplex"); // opens, has a length, can't be read
+    if (!unreadable.Exists())
+        GTEST_SKIP() << "no such file here";
+    auto stream = BinaryStream::Open(unreadable);
+    ASSERT_TRUE(stream.has_value());
+    EXPECT_EQ(stream->ReadInt32(), 0);
+    EXPECT_TRUE(stream->Failed());
+    EXPECT_FALSE(stream->Close());
+}
+
 TEST_F(BinaryStreamTest, WhatIsNoFileIsNotOpened) {
     EXPECT_FALSE(BinaryStream::Open(folder).has_value());
     EXPECT_FALSE(BinaryStream::Create(folder).has_value());

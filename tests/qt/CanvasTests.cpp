@@ -95,13 +95,17 @@ TEST_F(CanvasView, ManyRequestsMakeOnePaint) {
 
 TEST_F(CanvasView, AClickTellsItsPlaceFromTheCanvasCorner) {
     QPoint clicked;
-    canvas.mouseDown = [&clicked](int x, int y) {
+    int clicks = 0;
+    canvas.mouseDown = [&](int x, int y) {
         clicked = {x, y};
+        ++clicks;
         return true;
     };
     Open(100);
     QTest::mouseClick(&window.Find<QWidget>("Canvas"), Qt::LeftButton, {}, {33, 7});
     EXPECT_EQ(clicked, QPoint(33, 7));
+    QTest::mouseDClick(&window.Find<QWidget>("Canvas"), Qt::LeftButton, {}, {80, 7});
+    EXPECT_EQ(clicks, 1) << "the second press of a double click is no click";
     EXPECT_FALSE(window.Find<QWidget>("Canvas").hasFocus());
 }
 

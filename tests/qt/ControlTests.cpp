@@ -8,6 +8,7 @@
 #include "platform/Slider.h"
 #include "platform/TextArea.h"
 #include "platform/TextField.h"
+#include "platform/qt/Palettes.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -23,6 +24,7 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
 #include <vector>
 
 namespace larkspool {
@@ -59,10 +61,12 @@ class Controls : public testing::Test {
         window.AddControl(control);
     }
 
+    // As the window system does it; only such a turn may move the focus.
     static void Turn(QWidget& widget, QPoint pixels, QPoint angle) {
         QWheelEvent event(QPointF(5, 5), widget.mapToGlobal(QPointF(5, 5)), pixels, angle,
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&widget, &event);
+        QSpontaneKeyEvent::setSpontaneous(&event);
+        qApp->notify(&widget, &event);
     }
 
     using Events = std::vector<std::string>;
@@ -161,8 +165,12 @@ TEST_F(Controls, AnOpenedPopupShowsTheRowsThatOpeningItMade) {
 
 TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
     window.Open();
+    auto& edit = window.Find<QLineEdit>("Field");
+    edit.setFocus();
     Turn(window.Find<QSlider>("Slider"), {}, {0, 120});
     Turn(window.Find<QComboBox>("Popup"), {}, {0, -120});
+    Turn(window.Find<QPlainTextEdit>("Area"), {}, {0, -120});
+    EXPECT_TRUE(edit.hasFocus()) << "the next keys go where they went before";
     EXPECT_EQ(slider.Value(), 0);
     EXPECT_EQ(events, Events());
     int turned = 0;
@@ -177,16 +185,51 @@ TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
     EXPECT_EQ(slider.Value(), 0);
 }
 
-TEST_F(Controls, ArrowKeysTurnAFieldThatTakesTheWheel) {
-    int turned = 0;
-    field.mouseWheel = [&turned](int /*deltaX*/, int deltaY) { turned += deltaY; };
+TEST_F(Controls, KeysStepAFieldThatTakesSteps) {
+    const std::pair<int, Qt::KeyboardModifiers> keys[] = {
+        {Qt::Key_Up, Qt::NoModifier},      {Qt::Key_Down, Qt::KeypadModifier},
+        {Qt::Key_Up, Qt::ShiftModifier},   {Qt::Key_Down, Qt::ShiftModifier},
+        {Qt::Key_PageUp, Qt::NoModifier},  {Qt::Key_PageDown, Qt::NoModifier},
+        {Qt::Key_Up, Qt::ControlModifier}, {Qt::Key_Left, Qt::NoModifier}};
+    std::vector<double> steps;
     window.Open();
     auto& edit = window.Find<QLineEdit>("Field");
-    QTest::keyClick(&edit, Qt::Key_Up);
-    QTest::keyClick(&edit, Qt::Key_Up);
-    QTest::keyClick(&edit, Qt::Key_Down);
-    QTest::keyClick(&edit, Qt::Key_Up, Qt::ShiftModifier);
-    EXPECT_EQ(turned, 1);
+    for (const bool takes : {false, true}) {
+        if (takes) {
+            field.keySteps = [&steps](double count) { steps.push_back(count); };
+        }
+        for (const auto& [key, modifiers] : keys) {
+            QTest::keyClick(&edit, static_cast<Qt::Key>(key), modifiers);
+        }
+    }
+    EXPECT_EQ(steps, (std::vector<double>{1, -1, 0.1, -0.1, 10, -10}));
+}
+
+TEST_F(Controls, ReturnEndsATextAndPressesAButton) {
+    field.returnPressed = [this] { events.emplace_back("return"); };
+    window.Open();
+    QTest::keyClick(&window.Find<QLineEdit>("Field"), Qt::Key_Return);
+    QTest::keyClick(&window.Find<QPushButton>("Button"), Qt::Key_Return);
+    EXPECT_EQ(events, (Events{"return", "pushed"}));
+}
+
+// A ticked box is as bright as the mark of the focus elsewhere.
+TEST_F(Controls, ABoxThatHasTheKeyboardHasARingAroundIt) {
+    box.SetValue(true);
+    window.Open();
+    for (const QPalette& colors : {DarkPalette(), LightPalette()}) {
+        QApplication::setPalette(colors);
+        LetEventsRun();
+        auto& shell = window.Shell();
+        const QPoint left = window.Find<QCheckBox>("Box").mapTo(&shell, QPoint(-2, 10));
+        const auto shown = [&] { return shell.grab().toImage().pixel(left); };
+        window.Find<QLineEdit>("Field").setFocus();
+        EXPECT_EQ(shown(), colors.color(QPalette::Window).rgb());
+        window.Find<QCheckBox>("Box").setFocus();
+        EXPECT_EQ(shown(), colors.color(QPalette::Link).rgb());
+        window.Find<QLineEdit>("Field").setFocus();
+        EXPECT_EQ(shown(), colors.color(QPalette::Window).rgb());
+    }
 }
 
 TEST_F(Controls, AScreenReaderHearsNamesAndUnits) {
@@ -205,6 +248,14 @@ TEST_F(Controls, AScreenReaderHearsNamesAndUnits) {
     ASSERT_NE(spoken->valueInterface(), nullptr);
     spoken->valueInterface()->setCurrentValue(50);
     EXPECT_EQ(slider.Value(), 50);
+    bar.quantity = [](int value) { return value / 5.0 - 130; };
+    bar.unit = "dBm";
+    bar.SetValue(58);
+    auto* meter = QAccessible::queryAccessibleInterface(&window.Find<QProgressBar>("Bar"));
+    EXPECT_EQ(meter->text(QAccessible::Description), "-118.4 dBm");
+    ASSERT_NE(meter->valueInterface(), nullptr);
+    EXPECT_EQ(meter->valueInterface()->currentValue().toDouble(), -118.4);
+    EXPECT_EQ(meter->valueInterface()->maximumValue().toDouble(), -110);
     // A combo box speaks its row and is named by its label.
     auto* combo = QAccessible::queryAccessibleInterface(&window.Find<QComboBox>("Popup"));
     const auto labels = combo->relations(QAccessible::Label);

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#define ZLIB_CONST
+#include <zlib.h>
+
 #include <cerrno>
 #include <cstddef>
 #include <map>
@@ -83,6 +86,55 @@ TEST_F(HTTP, WhatIsNoWholeAnswerIsAnError) {
     EXPECT_EQ(EventOf("http://127.0.0.1:1/"), "error 102");
     EXPECT_EQ(EventOf("file:///etc/hostname"), "error " + std::to_string(EINVAL));
     EXPECT_EQ(EventOf(""), "error " + std::to_string(EINVAL));
+}
+
+std::string Gzipped(const std::string& text) {
+    std::string packed(text.size() + 100, '\0');
+    z_stream stream = {};
+    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
+    stream.next_in = reinterpret_cast<const Bytef*>(text.data());
+    stream.avail_in = static_cast<uInt>(text.size());
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
+TEST_F(HTTP, AnEncodedPageThatIsCutOrBrokenIsAnError) {
+    std::string page;
+    for (int row = 0; row < 700; ++row) {
+        page += "<span class='cl-name'>" + std::to_string(row * row) + "</span>\n";
+    }
+    const std::string packed = Gzipped(page);
+    const auto answer = [this](const std::string& body, const std::string& encoding = "gzip") {
+        replies["/"] = "HTTP/1.1 200 OK\r\nContent-Encoding: " + encoding +
+                       "\r\nContent-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+        return EventOf(Url("/"));
+    };
+    EXPECT_EQ(answer(packed), "200 " + page);
+    EXPECT_EQ(answer(packed + Gzipped("more"), "x-gzip"), "200 " + page + "more");
+    EXPECT_EQ(answer("plain", "identity"), "200 plain");
+    for (const std::size_t length : {std::size_t{0}, std::size_t{5}, packed.size() / 2,
+                                     packed.size() - 8, packed.size() - 1}) {
+        EXPECT_EQ(answer(packed.substr(0, length)), "error 102") << length;
+    }
+    const std::string broken = "error " + std::to_string(EPROTO);
+    for (const std::size_t place : {std::size_t{0}, packed.size() / 2, packed.size() - 8}) {
+        std::string wrong = packed;
+        wrong[place] = static_cast<char>(~wrong[place]);
+        EXPECT_EQ(answer(wrong), broken) << place;
+    }
+    EXPECT_EQ(answer(page), broken) << "not packed at all";
+    EXPECT_EQ(answer(packed, "br"), broken) << "nobody has asked for that";
+    EXPECT_EQ(answer(Gzipped(std::string(std::size_t{9} * 1024 * 1024, 'x'))),
+              "error " + std::to_string(EFBIG));
+    const std::string pieces = "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n4\r\nhalf\r\n";
+    replies["/pieces"] = pieces;
+    EXPECT_EQ(EventOf(Url("/pieces")), "error 102");
+    replies["/pieces"] = pieces + "0\r\n\r\n";
+    EXPECT_EQ(EventOf(Url("/pieces")), "200 half");
 }
 
 // Whether the resolver here says that there is no such name, or can't say anything.

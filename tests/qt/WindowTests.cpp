@@ -81,6 +81,21 @@ TEST_F(Windows, TheCloseButtonAsksTheProgram) {
     EXPECT_TRUE(shell.isVisible());
 }
 
+TEST_F(Windows, TheFirstResizeMovesNothing) {
+    TheDesktop().menuBar.menus = {{"FileMenu", "&File", {{"FileNew", "New", "Cmd+N"}}}};
+    QFont large = QApplication::font();
+    large.setPixelSize(20); // too large for the label
+    QApplication::setFont(large);
+    window.Open();
+    const int top = window.Find<QLineEdit>("Field").mapTo(&window.Shell(), QPoint()).y();
+    window.Shell().resize(550, 400);
+    LetEventsRun();
+    EXPECT_EQ(window.Find<QLineEdit>("Field").mapTo(&window.Shell(), QPoint()).y(), top);
+    EXPECT_GT(top, 40);
+    TheDesktop().menuBar = {};
+    QApplication::setFont(LargestFont());
+}
+
 TEST_F(Windows, TheFontShrinksUntilTheLongestTextFits) {
     label.longest = label.Text();
     const QFont wished = LargestFont();

@@ -100,13 +100,17 @@ TEST_F(Directory, WithoutADirectoryTheRestIsThereAtOnce) {
     EXPECT_EQ(Rows(), SiteAnd({"Mine"}));
 }
 
-TEST_F(Directory, ADeadNetworkCostsOneMessageBox) {
+TEST_F(Directory, ADeadNetworkCostsOneMessageBoxAndNoReceiverOfOnesOwn) {
+    Put(FavoritesFile(), "one.example;1;Mine\n");
     Start();
     Fetch().Fail(102);
     Console().GetKiwiList();
     Fetch().Fail(102);
     EXPECT_EQ(desktop.boxes, Strings{"Could not download KiwiSDR list, error 102"});
-    EXPECT_TRUE(Rows().empty());
+    EXPECT_EQ(Rows(), SiteAnd({"Mine"}));
+    Popup().Pick(7);
+    EXPECT_EQ(Target(), "one.example:1");
+    FavoritesFile().Delete();
     Console().GetKiwiList();
     Fetch().Deliver("<h1>Not found</h1>" + Entry("a", "h:1"), 404);
     EXPECT_EQ(Rows(), SiteAnd({"a"})) << "any page will do";
@@ -202,11 +206,53 @@ TEST_F(Favorites, WhatIsEditedIsStoredAndListedAfterTheNextFetch) {
     window.Listbox1.SetCell(1, 1, "8074");
     window.Listbox1.SetCell(0, 2, "Shed; antenna");
     Close(window);
-    EXPECT_EQ(StoredFavorites(), "one.example;8073;Shed; antenna\ntwo.example;8074;Mine 2\n");
+    EXPECT_EQ(StoredFavorites(),
+              "one.example;8073;Shed; antenna\ntwo.example;8074;Mine 2\nlost;line\n");
     EXPECT_EQ(Rows(), SiteAnd({"Mine 2", "Mine 1"})) << "until the page comes";
     Fetch().Deliver(Entry("World", "h:1"));
     EXPECT_EQ(Rows(), SiteAnd({"Mine 2", "World"})) << "a line of four parts is none";
     EXPECT_EQ(Cells(Open()), Strings{"two.example;8074;Mine 2"});
+}
+
+TEST_F(Favorites, AListThatNobodyHasChangedIsNotWritten) {
+    const std::string text = "# mine\none.example;8073;Shed; antenna\r\n\ntwo.example; 80;b\nhalf";
+    Put(FavoritesFile(), text);
+    Start();
+    Close(Open());
+    EXPECT_EQ(StoredFavorites(), text);
+    auto& window = Open();
+    FavoritesFile().Delete();
+    Close(window);
+    EXPECT_FALSE(FavoritesFile().Exists()) << "somebody else has done away with it";
+    Close(Open());
+    EXPECT_TRUE(FavoritesFile().Exists()) << "the first visit makes an empty one";
+    Put(FavoritesFile(), text);
+    Open().Listbox1.SetCell(0, 2, "c");
+    Close(*desktop.windows.back());
+    EXPECT_EQ(StoredFavorites(),
+              "two.example;80;c\n# mine\none.example;8073;Shed; antenna\n\nhalf\n");
+}
+
+TEST_F(Favorites, WhatAnotherProgramHasWrittenMeanwhileStays) {
+    Put(FavoritesFile(), "a;1;a\nb;2;b\nb;2;b\nc;3;c\n# old\n");
+    Start();
+    auto& window = Open();
+    Put(FavoritesFile(), "new;5;new\nb;2;b\nb;2;b\nc;3;changed\nmine;8073;too\n# new\n");
+    window.Listbox1.SetCell(0, 2, "A");
+    window.Listbox1.DeleteRow(1);
+    window.Listbox1.contextualMenuAction(MenuOf(window)[0]);
+    window.Listbox1.SetCell(3, 0, "mine");
+    window.Listbox1.SetCell(3, 2, "too");
+    Close(window);
+    EXPECT_EQ(StoredFavorites(),
+              "a;1;A\nb;2;b\nc;3;c\nmine;8073;too\nnew;5;new\nc;3;changed\n# new\n");
+    auto& next = Open();
+    FavoritesFile().Delete();
+    std::filesystem::create_directory(FavoritesFile().Path());
+    next.Listbox1.DeleteRow(0);
+    Close(next);
+    EXPECT_TRUE(FavoritesFile().IsFolder());
+    EXPECT_EQ(desktop.boxes.size(), 1U) << "what can't be read isn't overwritten";
 }
 
 TEST_F(Favorites, TheContextMenuAddsAndDeletes) {

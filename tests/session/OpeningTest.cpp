@@ -146,6 +146,35 @@ TEST_F(Opening, AFileBesideTheProgramTakesOver) {
     EXPECT_EQ(Address(), "in.preferences");
 }
 
+// A folder in the file's place can't be opened; this file of the kernel's opens, and reading fails.
+TEST_F(Opening, SettingsThatCantBeReadAreToldOnceAndNeverReplaced) {
+    const std::filesystem::path unreadable = "/sys/class/net/lo/duplex";
+    const std::filesystem::path place = Stored().Path();
+    std::filesystem::create_directory(place);
+    for (const bool opens : {false, true}) {
+        SCOPED_TRACE(opens);
+        if (opens) {
+            if (!std::filesystem::exists(unreadable)) {
+                break;
+            }
+            std::filesystem::remove(place);
+            std::filesystem::create_symlink(unreadable, place);
+        }
+        desktop.boxes.clear();
+        Start();
+        desktop.Advance(0);
+        ASSERT_EQ(desktop.boxes.size(), 1U);
+        EXPECT_NE(desktop.boxes[0].find(place.string()), std::string::npos);
+        EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
+        Console().TextFieldAddress.SetText("192.0.2.10");
+        Quit();
+        EXPECT_EQ(desktop.boxes.size(), 1U);
+        EXPECT_TRUE(desktop.dialogs.empty()) << "told once";
+        EXPECT_EQ(std::filesystem::is_directory(place), !opens);
+        EXPECT_EQ(std::filesystem::is_symlink(place), opens);
+    }
+}
+
 TEST_F(Opening, ShiftAndControlTogetherClearTheSettings) {
     Start();
     Console().TextFieldAddress.SetText("192.0.2.10");

@@ -36,11 +36,13 @@ TEST_F(Quitting, EveryWayOutHangsUpAndKeepsTheSettings) {
 }
 
 TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
-    std::filesystem::create_directories(Settings().Path() / "in the file's place");
     Start();
     Console().CheckBoxNetwork.SetValue(true);
-    desktop.quitRequested(QuitCause::User);
-    desktop.quitRequested(QuitCause::User);
+    {
+        const SmallDisk disk(0);
+        desktop.quitRequested(QuitCause::User);
+        desktop.quitRequested(QuitCause::User);
+    }
     desktop.udpSockets.at(0)->Deliver("ofreq:7055000");
     desktop.Advance(0);
     EXPECT_EQ(Console().TextFieldFreq.Text(), "10000") << "nobody drives a console that is ending";
@@ -52,6 +54,7 @@ TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
 
     Start();
     desktop.answers = {MessageDialog::Answer::Action};
+    const SmallDisk disk(0);
     Quit();
     EXPECT_EQ(desktop.dialogs.size(), 2U);
 }

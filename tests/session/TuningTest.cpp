@@ -47,6 +47,30 @@ TEST_F(Tuning, TheWheelStepsInKilohertzAndTensOfHertz) {
     EXPECT_FALSE(c.PopupMenuMode.TakesWheel() || c.SliderSquelch.TakesWheel());
 }
 
+TEST_F(Tuning, TheKeysStepFinerAndCoarserToo) {
+    ConnectAndStream();
+    const auto stepped = [](TextField& field, const char* text, double steps) {
+        field.SetText(text);
+        field.Step(steps);
+        return field.Text();
+    };
+    auto& c = Console();
+    EXPECT_EQ(stepped(c.TextFieldFreq, "7074.5", 1), "7075.5");
+    EXPECT_EQ(stepped(c.TextFieldFreq, "7074.9", 0.1), "7075");
+    EXPECT_EQ(stepped(c.TextFieldFreq, "7074", -10), "7064");
+    EXPECT_EQ(stepped(c.TextFieldLowCut, "-2700", -1), "-2710");
+    EXPECT_EQ(stepped(c.TextFieldHighCut, "2700", 10), "2800");
+    EXPECT_EQ(Modulation(), "SET mod=am low_cut=-2710 high_cut=2800 freq=7064");
+    c.TextFieldAddress.Step(1);
+    EXPECT_EQ(c.TextFieldAddress.Text(), "sdr.example.net");
+    const int connects = Audio().socket.connects;
+    for (const TextField* field : {&c.TextFieldAddress, &c.TextFieldPort, &c.TextFieldFreq}) {
+        field->PressReturn();
+        desktop.Advance(2);
+    }
+    EXPECT_EQ(Audio().socket.connects, connects + 2) << "Return connects where a receiver is typed";
+}
+
 TEST_F(Tuning, AgcSquelchAndEmphasisGoOutAtOnce) {
     ConnectAndStream();
     Console().CheckBoxAgc.SetValue(false);

@@ -32,8 +32,9 @@ TEST(UpdateCheck, TheServerIsToldWhatRunsOrWhatWasSkipped) {
 }
 
 TEST(UpdateCheck, OnlyTheWordLatestMeansThatNothingIsNewer) {
-    EXPECT_FALSE(ReadUpdateReply("LATEST"));
-    EXPECT_FALSE(ReadUpdateReply("LATEST 1.4.0"));
+    for (const char* reply : {"LATEST", "LATEST 1.4.0", "LATEST\n", "LATEST\r\n1.4.0"}) {
+        EXPECT_FALSE(ReadUpdateReply(reply)) << reply;
+    }
     struct Case {
         std::string content;
         const char* text;
@@ -42,6 +43,7 @@ TEST(UpdateCheck, OnlyTheWordLatestMeansThatNothingIsNewer) {
     const Case cases[] = {
         {"1.4.0", "1.4.0", 140},
         {"1.4.0 is out", "1.4.0", 140},
+        {"1.4.0\r\n", "1.4.0", 140},
         {"", "", 0},
         {" LATEST", "", 0},
         {"latest", "latest", 0},

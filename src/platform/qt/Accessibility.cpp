@@ -1,6 +1,7 @@
 #include "platform/qt/Accessibility.h"
 
 #include "platform/qt/CanvasView.h"
+#include "platform/qt/ProgressBarView.h"
 #include "platform/qt/SliderView.h"
 
 #include <QAccessible>
@@ -39,6 +40,33 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
     SpokenSlider& slider;
 };
 
+// Says its value in a unit of the program's choice, also as a number.
+class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterface {
+  public:
+    explicit AccessibleMeter(MeterBar& shown)
+        : QAccessibleWidget(&shown, QAccessible::ProgressBar), bar(shown) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Value || kind == QAccessible::Description
+                   ? bar.spoken()
+                   : QAccessibleWidget::text(kind);
+    }
+
+    QVariant currentValue() const override { return bar.quantity(bar.value()); }
+    void setCurrentValue(const QVariant& /*value*/) override {} // it only shows
+    QVariant maximumValue() const override { return bar.quantity(bar.maximum()); }
+    QVariant minimumValue() const override { return bar.quantity(bar.minimum()); }
+    QVariant minimumStepSize() const override { return {}; }
+
+  private:
+    MeterBar& bar;
+};
+
 class AccessibleCanvas : public QAccessibleWidget {
   public:
     explicit AccessibleCanvas(CanvasWidget& shown)
@@ -48,6 +76,9 @@ class AccessibleCanvas : public QAccessibleWidget {
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
     if (auto* slider = dynamic_cast<SpokenSlider*>(object)) {
         return std::make_unique<AccessibleSlider>(*slider).release(); // Qt's cache owns it
+    }
+    if (auto* bar = dynamic_cast<MeterBar*>(object)) {
+        return std::make_unique<AccessibleMeter>(*bar).release();
     }
     if (auto* canvas = dynamic_cast<CanvasWidget*>(object)) {
         return std::make_unique<AccessibleCanvas>(*canvas).release();

@@ -20,6 +20,7 @@ class CanvasWidget : public QWidget {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* /*event*/) override {} // else a press once more
 };
 
 class CanvasView : public ViewOf<Canvas, CanvasWidget> {

@@ -13,6 +13,10 @@ class CheckBoxView : public ViewOf<CheckBox, QCheckBox> {
 
   protected:
     void Redraw(Aspect aspect) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void ShowFocus() const;
 };
 
 } // namespace larkspool

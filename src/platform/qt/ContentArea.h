@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QTimer>
 #include <QWidget>
 
@@ -7,7 +8,8 @@
 
 namespace larkspool {
 
-// The window's ground: the hairlines that part its rows. It also gathers what its controls want
+// The window's ground: the hairlines that part its rows, and the ring around a box that has the
+// keyboard, for which the box itself has no room. It also gathers what its controls want
 // repainted, because each paint of its own means a wait for the display.
 class ContentArea : public QWidget {
   public:
@@ -18,13 +20,18 @@ class ContentArea : public QWidget {
     void Hold(QWidget& control); // a child; to be called before the change
     void ReleaseHeld();
 
+    void SetRing(const QRect& around); // what the ring encloses; an empty one: no ring
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void PaintRing(QPainter& painter) const;
+
     std::vector<int> hairlines;
     std::vector<QWidget*> held; // children, whose paints wait
     QTimer longest;
+    QRect ring; // its outer edge
 };
 
 // Of a control's widget, which lies on one; null elsewhere.

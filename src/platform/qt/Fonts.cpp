@@ -5,6 +5,7 @@
 #include "platform/PushButton.h"
 #include "platform/Window.h"
 
+#include <QApplication>
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QStringList>
@@ -74,6 +75,14 @@ QFont FittingFont(const Window& window, QFont font) {
         }
     }
     return font;
+}
+
+void FitApplicationFont(const Window& window) {
+    const QFont present = QApplication::font();
+    const QFont fitting = FittingFont(window, present);
+    if (fitting.pixelSize() != present.pixelSize()) {
+        QApplication::setFont(fitting);
+    }
 }
 
 int RoomForLabel(const Window& window, const Label& label) {

@@ -13,6 +13,10 @@ QFont LargestFont();
 // The given font, made smaller until every caption in the window fits its control.
 QFont FittingFont(const Window& window, QFont font);
 
+// All windows and boxes share one font, the largest that has fitted so far. To be called before the
+// window's widgets are made: they would take up the present one.
+void FitApplicationFont(const Window& window);
+
 // How wide a label may be drawn: its own width, or less where another control stands in its way.
 int RoomForLabel(const Window& window, const Label& label);
 

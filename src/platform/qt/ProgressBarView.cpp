@@ -1,5 +1,6 @@
 #include "platform/qt/ProgressBarView.h"
 
+#include "platform/Text.h"
 #include "platform/qt/ContentArea.h"
 #include "platform/qt/MakeChild.h"
 
@@ -42,8 +43,17 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
 ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)
     : ViewOf(bar, host, MakeChild<MeterBar>(content)) {
     shape.setTextVisible(false);
+    shape.quantity = [this](int value) { return QuantityOf(value); };
+    shape.spoken = [this] {
+        const std::string unit = Held() == nullptr ? std::string() : " " + Held()->unit;
+        return QString::fromStdString(Str(QuantityOf(shape.value())) + unit);
+    };
     shape.setAutoFillBackground(true); // spares the window painting beneath
     ProgressBarView::Redraw(Aspect::Value);
+}
+
+double ProgressBarView::QuantityOf(int value) const {
+    return Held() != nullptr && Held()->quantity ? Held()->quantity(value) : value;
 }
 
 void ProgressBarView::Redraw(Aspect aspect) {

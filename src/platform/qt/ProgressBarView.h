@@ -4,6 +4,9 @@
 #include "platform/qt/WidgetView.h"
 
 #include <QProgressBar>
+#include <QString>
+
+#include <functional>
 
 namespace larkspool {
 
@@ -11,6 +14,9 @@ namespace larkspool {
 class MeterBar : public QProgressBar {
   public:
     using QProgressBar::QProgressBar;
+
+    std::function<double(int)> quantity; // a value in its unit
+    std::function<QString()> spoken;     // the present one, with the unit
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -22,6 +28,9 @@ class ProgressBarView : public ViewOf<ProgressBar, MeterBar> {
 
   protected:
     void Redraw(Aspect aspect) override;
+
+  private:
+    double QuantityOf(int value) const;
 };
 
 } // namespace larkspool

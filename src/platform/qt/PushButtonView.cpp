@@ -6,6 +6,7 @@ namespace larkspool {
 
 PushButtonView::PushButtonView(PushButton& button, Desktop& host, QWidget& content)
     : ViewOf(button, host, MakeChild<QPushButton>(content)) {
+    shape.setAutoDefault(true); // the Return key presses it too
     PushButtonView::Redraw(Aspect::Value);
     connect(&shape, &QPushButton::clicked, this, [this] { Raise([this] { Held()->Push(); }); });
 }

@@ -69,6 +69,7 @@ int QtDesktop::Run(const std::function<void()>& opened) {
 void QtDesktop::EndEventLoop() { QCoreApplication::exit(0); }
 
 std::unique_ptr<WindowView> QtDesktop::MakeWindowView(Window& window) {
+    FitApplicationFont(window);
     return std::make_unique<QtWindowView>(window, *this);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/qt/QtHTTPSocket.h"
 
 #include "platform/Desktop.h"
+#include "platform/qt/Gunzip.h"
 
 #include <QHostInfo>
 #include <QNetworkAccessManager>
@@ -24,6 +25,9 @@ QNetworkRequest MakeRequest(const QUrl& url) {
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setMaximumRedirectsAllowed(MostRedirects);
+    // Asked for by name, the packed page comes as it is. Qt would unpack it by itself, but take the
+    // beginning of one that is cut for the whole.
+    request.setRawHeader("Accept-Encoding", "gzip");
     return request;
 }
 
@@ -100,6 +104,8 @@ void QtHTTPSocket::Finish() {
         AskWhyNotFound();
     } else if (status == 0 || !CameWhole(reply->error())) {
         Fail(ErrorCode(reply->error()));
+    } else if (const int failure = Unpack(); failure != 0) {
+        Fail(failure);
     } else {
         const std::string content = std::exchange(body, QByteArray()).toStdString();
         Cancel();
@@ -109,6 +115,30 @@ void QtHTTPSocket::Finish() {
             desktop.Raise([&] { handler(url, status, content); });
         }
     }
+}
+
+// Whatever encoding was asked for, the header says which one came. Gives 0 or an error's code.
+int QtHTTPSocket::Unpack() {
+    const QByteArray encoding = reply->rawHeader("Content-Encoding").trimmed().toLower();
+    if (encoding.isEmpty() || encoding == "identity") {
+        return 0;
+    }
+    if (encoding != "gzip" && encoding != "x-gzip") {
+        return EPROTO;
+    }
+    Gunzipped unpacked = Gunzip(body, LargestBody);
+    body = std::move(unpacked.bytes);
+    switch (unpacked.outcome) {
+    case Gunzipped::Outcome::Whole:
+        return 0;
+    case Gunzipped::Outcome::Cut:
+        return ErrorLostConnection;
+    case Gunzipped::Outcome::TooLarge:
+        return EFBIG;
+    case Gunzipped::Outcome::Broken:
+        break;
+    }
+    return EPROTO;
 }
 
 // A name that doesn't exist and a resolver that can't answer now are one error to the reply.

@@ -32,6 +32,7 @@ class QtHTTPSocket : public HTTPSocket {
     void Start();
     void Collect();
     void Finish();
+    int Unpack();
     void AskWhyNotFound();
     void Fail(int code);
     void Cancel();

@@ -11,15 +11,25 @@ namespace larkspool {
 
 namespace {
 
-constexpr int UnitsPerStep = 120;
-
-// The turn of the wheel that an arrow key stands for, 0 for other keys.
-int TurnOf(const QKeyEvent& key) {
-    const auto others = key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
-    if (others != Qt::NoModifier) {
+// The steps that a key stands for, 0 for other keys.
+double StepsOf(const QKeyEvent& key) {
+    const auto modifiers = key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
+    const bool isFine = modifiers == Qt::ShiftModifier;
+    if (modifiers != Qt::NoModifier && !isFine) {
         return 0;
     }
-    return key.key() == Qt::Key_Up ? UnitsPerStep : key.key() == Qt::Key_Down ? -UnitsPerStep : 0;
+    switch (key.key()) {
+    case Qt::Key_Up:
+        return isFine ? 0.1 : 1;
+    case Qt::Key_Down:
+        return isFine ? -0.1 : -1;
+    case Qt::Key_PageUp:
+        return isFine ? 0 : 10;
+    case Qt::Key_PageDown:
+        return isFine ? 0 : -10;
+    default:
+        return 0;
+    }
 }
 
 } // namespace
@@ -31,6 +41,8 @@ TextFieldView::TextFieldView(TextField& field, Desktop& host, QWidget& content)
     connect(&shape, &QLineEdit::textChanged, this, [this](const QString& text) {
         Raise([this, &text] { Held()->SetText(text.toStdString()); });
     });
+    connect(&shape, &QLineEdit::returnPressed, this,
+            [this] { Raise([this] { Held()->PressReturn(); }); });
 }
 
 void TextFieldView::Redraw(Aspect aspect) {
@@ -45,10 +57,10 @@ void TextFieldView::Redraw(Aspect aspect) {
 }
 
 bool TextFieldView::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress && Held() != nullptr && Held()->TakesWheel()) {
-        const int turn = TurnOf(static_cast<const QKeyEvent&>(*event));
-        if (turn != 0) {
-            Raise([this, turn] { Held()->Wheel(0, turn); });
+    if (event->type() == QEvent::KeyPress && Held() != nullptr && Held()->TakesSteps()) {
+        const double steps = StepsOf(static_cast<const QKeyEvent&>(*event));
+        if (steps != 0) {
+            Raise([this, steps] { Held()->Step(steps); });
             return true;
         }
     }

@@ -26,6 +26,9 @@ WidgetView::WidgetView(Control& control, Desktop& host, QWidget& shown)
     widget.setVisible(control.Visible());
     const Rect& place = control.Bounds();
     widget.setGeometry(place.left, place.top, place.width, place.height);
+    if (widget.focusPolicy() == Qt::WheelFocus) {
+        widget.setFocusPolicy(Qt::StrongFocus); // the next keys go on to where they went before
+    }
     widget.installEventFilter(this);
 }
 

@@ -2,7 +2,6 @@
 
 #include "platform/Desktop.h"
 #include "platform/qt/Application.h"
-#include "platform/qt/Fonts.h"
 #include "platform/qt/LabelView.h"
 #include "platform/qt/MakeChild.h"
 #include "platform/qt/MakeView.h"
@@ -14,26 +13,8 @@
 
 namespace larkspool {
 
-namespace {
-
-// All windows and boxes share one font, the largest that has fitted so far.
-void FitApplicationFont(const Window& window) {
-    const QFont present = QApplication::font();
-    const QFont fitting = FittingFont(window, present);
-    if (fitting.pixelSize() != present.pixelSize()) {
-        QApplication::setFont(fitting);
-    }
-}
-
-Window& Fitted(Window& window) {
-    FitApplicationFont(window);
-    return window;
-}
-
-} // namespace
-
 WindowShell::WindowShell(Window& shown, Desktop& host)
-    : window(&Fitted(shown)), desktop(host), menuBar(shown, host, *this),
+    : window(&shown), desktop(host), menuBar(shown, host, *this),
       content(MakeChild<ContentArea>(*this, shown.hairlines)) {
     MakeViews();
     NameByLabels();
