@@ -11,20 +11,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr double DayLength = 86400; // seconds
-constexpr double HourLength = 3600; // likewise
+constexpr double HourLength = 3600; // seconds
 // How late the end of a window over midnight may be noticed and still be taken for this night's.
 constexpr double EndSlack = 10; // seconds
-
-std::optional<double> SecondOfDay(std::string_view text) {
-    Date time; // on the day with which its Unix seconds begin
-    if (!ParseDateMBS("%H:%M:%S", text, time)) {
-        return std::nullopt;
-    }
-    return time.UnixSeconds();
-}
-
-double DayBegin(double seconds) { return std::floor(seconds / DayLength) * DayLength; }
 
 std::optional<double> BeginOfRowsDay(double currentSeconds, std::string_view dateText,
                                      int gmOffset) {
@@ -39,6 +28,16 @@ std::optional<double> BeginOfRowsDay(double currentSeconds, std::string_view dat
 }
 
 } // namespace
+
+std::optional<double> SecondOfDay(std::string_view text) {
+    Date time; // on the day with which its Unix seconds begin
+    if (!ParseDateMBS("%H:%M:%S", text, time)) {
+        return std::nullopt;
+    }
+    return time.UnixSeconds();
+}
+
+double DayBegin(double seconds) { return std::floor(seconds / DayLength) * DayLength; }
 
 std::optional<TimeSpan> SplitTimeCell(std::string_view cell) {
     const std::size_t hyphen = cell.find('-');

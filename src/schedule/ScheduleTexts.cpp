@@ -21,8 +21,12 @@ void SetHourAndMinute(Date& time, std::string_view fourDigits) {
 
 std::string SkedTitle(const Date& now, bool schedulesEnabled, int state) {
     return std::string("Schedules ") + (schedulesEnabled ? " Enabled " : " Disabled ") +
-           Format(now.Year(), "0000") + "-" + Format(now.Month(), "00") + "-" +
-           Format(now.Day(), "00") + " " + TimeOfDayText(now) + " UTC" + "  state: " + Str(state);
+           DateAndTimeText(now) + "  state: " + Str(state);
+}
+
+std::string DateAndTimeText(const Date& time) {
+    return Format(time.Year(), "0000") + "-" + Format(time.Month(), "00") + "-" +
+           Format(time.Day(), "00") + " " + TimeOfDayText(time) + " UTC";
 }
 
 std::string TimeOfDayText(const Date& time) {

@@ -11,6 +11,9 @@ namespace larkspool {
 // The title of a schedule window: the clock, and what the window is about.
 std::string SkedTitle(const Date& now, bool schedulesEnabled, int state);
 
+// "2027-03-01 06:29:58 UTC"
+std::string DateAndTimeText(const Date& time);
+
 // The time of day, "06:30:00".
 std::string TimeOfDayText(const Date& time);
 

@@ -5,6 +5,8 @@
 #include "platform/Listbox.h"
 #include "platform/Timer.h"
 #include "platform/Window.h"
+#include "schedule/RunningEntry.h"
+#include "schedule/ScheduleFile.h"
 
 #include <memory>
 #include <optional>
@@ -30,15 +32,7 @@ class SkedWindow : public Window {
     bool Event_CancelClose(bool appQuitting) override;
 
     // The list is all there is: whoever wants to know something of an entry reads its cells.
-    enum Column {
-        UrlColumn,
-        DateColumn,
-        TimeColumn,
-        FreqColumn,
-        ModeColumn,
-        FilterColumn,
-        TestColumn
-    };
+    using enum ScheduleColumn;
     Listbox ListboxSkeds;
 
     bool schedulesEnabled = false;
@@ -54,8 +48,13 @@ class SkedWindow : public Window {
     void Timer1_Action();
     void CheckForNewSked();
     void CheckForSkedEnding();
+    int CompareForStart(int row) const;
+    void StartEntry(int row);
+    void EndEntry();
     double CurrentSeconds() const;
     void SetTestCell(int row, int result);
+    ScheduleRow CellsOf(int row) const; // copies, because what a handler does may move the cells
+    void AddRow(const ScheduleRow& cells);
 
     // What the user does
     bool FileSaveSchedule_Action();
@@ -68,6 +67,7 @@ class SkedWindow : public Window {
     void AddRowForConsole(std::string time, std::string freq, std::string mode);
 
     App& app;
+    RunningEntry running; // in state 1
     std::unique_ptr<Timer> Timer1;
 };
 
