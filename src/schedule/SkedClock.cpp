@@ -47,7 +47,7 @@ void SkedWindow::CheckForNewSked() {
 // Hangs up when the running row's window has closed, or the row is gone.
 void SkedWindow::CheckForSkedEnding() {
     if (recordingIndex >= ListboxSkeds.ListCount()) {
-        app.Console().DoDisconnect();
+        app.Console().EndEntry();
         state = 0;
         return;
     }
@@ -60,7 +60,7 @@ void SkedWindow::CheckForSkedEnding() {
         DateTimeCompare(CurrentSeconds(), "", span->start, span->end, true, gmOffset);
     SetTestCell(recordingIndex, result);
     if (result == 1) {
-        app.Console().DoDisconnect();
+        app.Console().EndEntry();
         state = 0;
     }
 }
