@@ -16,14 +16,40 @@ constexpr double LongestDeadSpace = 3600; // seconds
 
 void Window1::PushButtonRecord_Action() {
     if (IsRecording()) {
-        AudioRecordingStop();
-        PushButtonRecord.SetCaption("Start Recording");
-        return;
+        EndRecording();
+    } else {
+        BeginRecording();
     }
+}
+
+void Window1::BeginRecording() {
     AudioRecordingStart();
     // Also if nothing has started: the next press tries again.
     PushButtonRecord.SetCaption("Stop Recording");
     EndFailedRecording();
+}
+
+void Window1::EndRecording() {
+    if (IsRecording()) {
+        AudioRecordingStop();
+        PushButtonRecord.SetCaption("Start Recording");
+    }
+}
+
+void Window1::ArmRecording(RecordingWish wish) {
+    (wish == RecordingWish::OfEntry ? startRecordingWhenConnected : resumesRecording) = true;
+}
+
+void Window1::DisarmRecording(RecordingWish wish) {
+    (wish == RecordingWish::OfEntry ? startRecordingWhenConnected : resumesRecording) = false;
+}
+
+void Window1::BeginArmedRecording() {
+    if ((startRecordingWhenConnected || resumesRecording) && !IsRecording()) {
+        DisarmRecording(RecordingWish::OfEntry);
+        DisarmRecording(RecordingWish::ToGoOn);
+        BeginRecording();
+    }
 }
 
 void Window1::AudioRecordingStart() {
@@ -58,14 +84,14 @@ void Window1::AudioRecordingStop() {
     if (complete) {
         return;
     }
-    resumesRecording = false; // not on that disk
+    DisarmRecording(RecordingWish::ToGoOn); // not on that disk
     app.TellLoss(RecordingFailedText(*audioRecording));
 }
 
 // A disk that refuses a write ends the recording and nothing else.
 void Window1::EndFailedRecording() {
     if (IsRecording() && audioRecording->HasFailed()) {
-        PushButtonRecord_Action(); // the button may be disabled at this moment
+        EndRecording();
     }
 }
 
@@ -108,9 +134,9 @@ void Window1::ShowRecordingTime() {
     if (audioRecording->recordedSamples < rollOverSamples) {
         return;
     }
-    PushButtonRecord.Push(); // ends this file
+    EndRecording();
     if (!audioRecording->HasFailed()) {
-        PushButtonRecord.Push(); // and goes on in the next
+        BeginRecording(); // in the next file
     }
 }
 

@@ -34,29 +34,10 @@ class Window1 : public Window, public ReceiverControls {
     void init(int mode); // the stored mode, as it was before this window was made
     bool Event_CancelClose(bool appQuitting) override;
 
-    // The life of a session (link)
-    void DoConnect();
-    void DoDisconnect();
-    void PushDisconnectButton();
-
     // Scheduled recordings (schedule). The texts are a schedule row's cells.
     void ConnectAndRecord(const std::string& url, const std::string& freq, const std::string& mode,
                           const std::string& filter);
-
-    // Commands to the receiver (link). Without a session they do nothing.
-    void SendSetAuthorization(WebsocketsClass* websocket);
-    void SendSetAudioOK();
-    void SendSetModulation();
-    void SendSetAGC();
-    void SendSetIdentity(const std::string& name);
-    void SendSetGeoLocation(const std::string& place);
-    void SendSetBrowser();
-    void SetSquelch(int level, double seconds);
-    void SetDeEmphasis(int index);
-
-    // Sound (audio)
-    void SetMute(bool mute);             // by the receiver
-    void SetOutputVolume(double volume); // 0 to 1
+    void EndEntry(); // for good: nothing connects and nothing records after it
 
     // The recording (audio)
     std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
@@ -67,9 +48,6 @@ class Window1 : public Window, public ReceiverControls {
     void GetKiwiList();
 
   private:
-    // What waits for its DoConnect. A reconnect gives way to the user's and the scheduler's wish.
-    enum class ConnectKind { Wanted, Reconnect };
-
     // Controls (console)
     void BindEvents();
     void BindConnectionEvents();
@@ -100,24 +78,42 @@ class Window1 : public Window, public ReceiverControls {
     // Connection (link)
     void PushButtonConnect_Action();
     void PushButtonDisconnect_Action();
+    void PushDisconnectButton();
     void CheckBoxReconnect_Action();
+    void DoConnect();
+    void DoDisconnect();
+    void EndSession();
     void HangUp();
     static constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go
-    void ConnectLater(int milliseconds, ConnectKind kind);
-    void MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket);
+    void ConnectLater(int milliseconds);
+    void MakeLink(LinkKind kind);
+    TCPSocket& SocketOf(LinkKind kind);
+    std::unique_ptr<WebsocketsClass>& WebsocketOf(LinkKind kind);
     void SendRequest(LinkKind kind, WebsocketsClass* websocket);
     void SendString(const std::string& text, TCPSocket* socket);
-    void TCPSocketAudio_Connected();
-    void TCPSocketAudio_DataAvailable();
+    void TCPSocket_Connected(LinkKind kind);
+    void TCPSocket_DataAvailable(LinkKind kind);
     void TCPSocketAudio_Error();
-    void TCPSocketWaterfall_Connected();
-    void TCPSocketWaterfall_DataAvailable();
     void TCPSocketWaterfall_Error();
     bool TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket);
-    void ReadFrames(WebsocketsClass& websocket, bool takesSound);
-    void DispatchFrame(const std::string& tag, const std::string& body, bool takesSound);
+    void LinkIsUp(LinkKind kind);
+    void ReadFrames(LinkKind kind);
+    void DispatchFrame(LinkKind kind, const std::string& tag, const std::string& body);
     void Timer1_Action();
+    void ShowStatus(const std::string& text);
+
+    // Commands to the receiver (link). Without a session they do nothing.
     void SendCommand(std::string_view text);
+    void SendSetAuthorization(WebsocketsClass* websocket);
+    void SendSetAudioOK();
+    void SendSetModulation();
+    void SendSetAGC();
+    void SendSetIdentity(const std::string& name);
+    void SendSetGeoLocation(const std::string& place);
+    void SendSetBrowser();
+    void SetSquelch(int level, double seconds);
+    void SetDeEmphasis(int index);
+    void SetMute(bool mute); // by the receiver
 
     // Messages from the receiver (link)
     void ParseMessage(const std::string& body);
@@ -133,11 +129,21 @@ class Window1 : public Window, public ReceiverControls {
     void SetSoundOutputDevice();
     void PrimeSoundOutputBuffer();
     void PlaySound(std::int64_t count, const void* samples);
+    void SetOutputVolume(double volume); // 0 to 1
     void OutputVolumeSlider_ValueChanged();
     void OutputVolumeSlider_MouseWheel(int deltaY);
 
     // Recording (audio)
+    enum class RecordingWish {
+        OfEntry, // a schedule's entry is to be recorded
+        ToGoOn   // a lost link has cut a recording short: it goes on in a new file
+    };
     void PushButtonRecord_Action();
+    void BeginRecording(); // whether the button is enabled or not
+    void EndRecording();   // without a recording does nothing
+    void ArmRecording(RecordingWish wish);
+    void DisarmRecording(RecordingWish wish);
+    void BeginArmedRecording();
     void AudioRecordingStart();
     void AudioRecordingStop();
     void AudioRecordingWriteHeader();
@@ -220,10 +226,9 @@ class Window1 : public Window, public ReceiverControls {
     std::vector<std::size_t> soundInputDeviceIDs;  // indexes into soundDevices
     std::vector<std::size_t> soundOutputDeviceIDs; // row i of the popup shows device [i]
     MemoryBlock kiwiSoundSamplesMB;                // silence, for priming
-    bool startRecordingWhenConnected = false;
-    bool resumesRecording =
-        false;                // a lost link has cut a recording short: it goes on in a new file
-    bool isSquelched = false; // the recording is inside a quiet stretch
+    bool startRecordingWhenConnected = false;      // armed for an entry
+    bool resumesRecording = false;                 // armed to go on
+    bool isSquelched = false;                      // the recording is inside a quiet stretch
 
     // Remote control state
     std::unique_ptr<UDPSocket> RxUDPSocket; // bound when networking is first used, to the end

@@ -22,26 +22,21 @@ void Window1::PushButtonConnect_Action() {
         return;
     }
     PushDisconnectButton();
-    didManuallyDisconnect = false;
-    ConnectLater(ConnectDelay, ConnectKind::Wanted);
+    ConnectLater(ConnectDelay);
 }
 
 void Window1::PushButtonDisconnect_Action() {
-    didManuallyDisconnect = true;
-    DoDisconnect();
+    EndSession();
+    ShowStatus("Disconnected");
 }
 
 void Window1::PushDisconnectButton() { PushButtonDisconnect.Push(); }
 
 void Window1::CheckBoxReconnect_Action() { app.prefs.prefsReconnect = CheckBoxReconnect.Value(); }
 
-// Calls can't be withdrawn, so each has a ticket, and only the newest ticket's call does anything.
-// A wish replaces whatever waits; a reconnect waits only if nothing else does. A session that has
-// begun meanwhile has taken the ticket away, and with it every stale reconnect.
-void Window1::ConnectLater(int milliseconds, ConnectKind kind) {
-    if (kind == ConnectKind::Reconnect && pendingConnect != 0) {
-        return;
-    }
+// Calls can't be withdrawn, so each has a ticket, and only the newest ticket's call does anything:
+// the later of two wishes wins, and what was withdrawn stays so.
+void Window1::ConnectLater(int milliseconds) {
     pendingConnect = ++lastTicket;
     desktop.CallLater(milliseconds, [this, ticket = pendingConnect] {
         if (ticket == pendingConnect) {
@@ -51,16 +46,20 @@ void Window1::ConnectLater(int milliseconds, ConnectKind kind) {
 }
 
 void Window1::DoDisconnect() {
-    resumesRecording = false;
+    DisarmRecording(RecordingWish::ToGoOn);
     HangUp();
 }
 
+// For good: no reconnect follows, and none that waits comes.
+void Window1::EndSession() {
+    pendingConnect = 0;
+    didManuallyDisconnect = true;
+    DoDisconnect();
+    didManuallyDisconnect = false;
+}
+
 void Window1::HangUp() {
-    if (IsRecording()) {
-        // The button may be disabled at this moment; the recording must end all the same.
-        PushButtonRecord.SetEnabled(true);
-        PushButtonRecord.Push();
-    }
+    EndRecording();
     PushButtonRecord.SetEnabled(false);
     isConnected = false;
     TCPSocketAudio->Disconnect();
@@ -71,10 +70,9 @@ void Window1::HangUp() {
 void Window1::DoConnect() {
     HangUp();
     pendingConnect = 0;
-    didManuallyDisconnect = false;
     WaterfallCanvas.DropPicture();
-    MakeLink(audioWebsocket, *TCPSocketAudio);
-    MakeLink(waterfallWebsocket, *TCPSocketWaterfall);
+    MakeLink(LinkKind::Audio);
+    MakeLink(LinkKind::Waterfall);
     Timer1->SetMode(Timer::Mode::Off);
     theHost = TextFieldAddress.Text();
     thePort = WholePart(Val(TextFieldPort.Text()));
@@ -83,15 +81,32 @@ void Window1::DoConnect() {
         socket->port = WholePart<int>(static_cast<double>(thePort));
         socket->Connect();
     }
-    LabelStatus.SetText("Connecting to " + theHost + ":" + Str(thePort));
+    ShowStatus("Connecting to " + theHost + ":" + Str(thePort));
 }
 
-void Window1::MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket) {
+void Window1::MakeLink(LinkKind kind) {
+    std::unique_ptr<WebsocketsClass>& websocket = WebsocketOf(kind);
     if (websocket != nullptr) {
         websocket->Closing();
     }
     websocket = std::make_unique<WebsocketsClass>(desktop, app.myRandom);
-    websocket->Init(socket);
+    websocket->Init(SocketOf(kind));
+}
+
+TCPSocket& Window1::SocketOf(LinkKind kind) {
+    return kind == LinkKind::Audio ? *TCPSocketAudio : *TCPSocketWaterfall;
+}
+
+std::unique_ptr<WebsocketsClass>& Window1::WebsocketOf(LinkKind kind) {
+    return kind == LinkKind::Audio ? audioWebsocket : waterfallWebsocket;
+}
+
+// What the status line says, the log says too.
+void Window1::ShowStatus(const std::string& text) {
+    if (LabelStatus.Text() != text) {
+        LabelStatus.SetText(text);
+        Listbox1.AddRow(text);
+    }
 }
 
 // Every second while the audio link is up.

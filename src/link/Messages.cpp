@@ -9,9 +9,11 @@ void Window1::ParseMessage(const std::string& body) {
     static constexpr std::string_view AudioRateKey = "audio_rate=";
     for (const std::string_view refusal : {"too_busy=", "monitor"}) {
         if (Contains(body, refusal)) {
-            resumesRecording = resumesRecording || (IsRecording() && CheckBoxReconnect.Value());
+            if (IsRecording() && CheckBoxReconnect.Value()) {
+                ArmRecording(RecordingWish::ToGoOn);
+            }
             HangUp();
-            LabelStatus.SetText("Too many users on Kiwi, disconnecting");
+            ShowStatus("Too many users on Kiwi, disconnecting");
         }
     }
     if (Contains(body, "audio_init=")) {
@@ -23,7 +25,7 @@ void Window1::ParseMessage(const std::string& body) {
 }
 
 void Window1::AudioInitReceived() {
-    LabelStatus.SetText("Connected to " + theHost + ":" + Str(thePort));
+    ShowStatus("Connected to " + theHost + ":" + Str(thePort));
     Listbox1.AddRow("got audio_init=");
     SendSetAudioOK();
     SendSetModulation();
@@ -40,12 +42,8 @@ void Window1::AudioRateReceived(std::string_view value) {
         return; // a refusal in the same message has ended the link already
     }
     isConnected = true;
-    if ((startRecordingWhenConnected || resumesRecording) && !IsRecording()) {
-        startRecordingWhenConnected = false;
-        resumesRecording = false;
-        PushButtonRecord.SetEnabled(true);
-        PushButtonRecord.Push();
-    }
+    PushButtonRecord.SetEnabled(true);
+    BeginArmedRecording();
 }
 
 } // namespace larkspool

@@ -20,8 +20,7 @@ void Window1::SendRequest(LinkKind kind, WebsocketsClass* websocket) {
     const std::int64_t stamp = WholePart(desktop.UtcNow());
     Listbox1.AddRow(Str(stamp));
     websocket->waitingForConnectReply = true;
-    SendString(UpgradeRequest(kind, stamp, hostPort, key),
-               kind == LinkKind::Audio ? TCPSocketAudio.get() : TCPSocketWaterfall.get());
+    SendString(UpgradeRequest(kind, stamp, hostPort, key), &SocketOf(kind));
     Listbox1.AddRow("SendRequest ");
 }
 
@@ -31,41 +30,37 @@ void Window1::SendString(const std::string& text, TCPSocket* socket) {
     }
 }
 
-void Window1::TCPSocketAudio_Connected() {
-    Listbox1.AddRow("Connected");
-    LabelStatus.SetText("Connected");
-    lastKiwiAudioSequence = -1;
-    SendRequest(LinkKind::Audio, audioWebsocket.get());
-    Timer1->SetMode(Timer::Mode::Multiple);
+void Window1::TCPSocket_Connected(LinkKind kind) {
+    if (kind == LinkKind::Audio) {
+        ShowStatus("Connected");
+        lastKiwiAudioSequence = -1;
+        Timer1->SetMode(Timer::Mode::Multiple);
+    } else {
+        Listbox1.AddRow("Waterfall Connected");
+    }
+    SendRequest(kind, WebsocketOf(kind).get());
 }
 
-void Window1::TCPSocketWaterfall_Connected() {
-    Listbox1.AddRow("Waterfall Connected");
-    SendRequest(LinkKind::Waterfall, waterfallWebsocket.get());
-}
-
-void Window1::TCPSocketAudio_DataAvailable() {
-    if (audioWebsocket == nullptr) {
+void Window1::TCPSocket_DataAvailable(LinkKind kind) {
+    WebsocketsClass* const websocket = WebsocketOf(kind).get();
+    if (websocket == nullptr) {
         return;
     }
-    if (!audioWebsocket->waitingForConnectReply) {
-        ReadFrames(*audioWebsocket, true);
-    } else if (TakeConnectReply(*audioWebsocket, *TCPSocketAudio)) {
-        SendSetAuthorization(audioWebsocket.get());
-        LabelStatus.SetText("Switched to WebSocket protocol");
+    if (!websocket->waitingForConnectReply) {
+        ReadFrames(kind);
+    } else if (TakeConnectReply(*websocket, SocketOf(kind))) {
+        LinkIsUp(kind);
     }
 }
 
-void Window1::TCPSocketWaterfall_DataAvailable() {
-    if (waterfallWebsocket == nullptr) {
-        return;
-    }
-    if (!waterfallWebsocket->waitingForConnectReply) {
-        ReadFrames(*waterfallWebsocket, false);
-    } else if (TakeConnectReply(*waterfallWebsocket, *TCPSocketWaterfall)) {
-        SendSetAuthorization(waterfallWebsocket.get());
+// The receiver speaks WebSocket from here on.
+void Window1::LinkIsUp(LinkKind kind) {
+    SendSetAuthorization(WebsocketOf(kind).get());
+    if (kind == LinkKind::Audio) {
+        ShowStatus("Switched to WebSocket protocol");
+    } else {
         RecentreWaterfall();
-        LabelStatus.SetText("Waterfall Switched to WebSocket protocol");
+        ShowStatus("Waterfall Switched to WebSocket protocol");
     }
 }
 
@@ -79,20 +74,21 @@ bool Window1::TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket) {
     return Contains(reply, SwitchingProtocols);
 }
 
-void Window1::ReadFrames(WebsocketsClass& websocket, bool takesSound) {
+void Window1::ReadFrames(LinkKind kind) {
+    WebsocketsClass& websocket = *WebsocketOf(kind);
     std::size_t received = 0;
     do {
         received = websocket.ReadNewData();
         while (websocket.WebsocketRead(frameTag, frameBody)) {
-            DispatchFrame(frameTag, frameBody, takesSound);
+            DispatchFrame(kind, frameTag, frameBody);
         }
     } while (received > 0);
 }
 
-void Window1::DispatchFrame(const std::string& tag, const std::string& body, bool takesSound) {
+void Window1::DispatchFrame(LinkKind kind, const std::string& tag, const std::string& body) {
     if (tag == "MSG") {
         ParseMessage(body);
-    } else if (tag == "SND" && takesSound) {
+    } else if (tag == "SND" && kind == LinkKind::Audio) {
         ParseSoundData(body);
     } else if (tag == "W/F") {
         ParseWaterfallData(body);
@@ -106,17 +102,15 @@ void Window1::TCPSocketAudio_Error() {
     }
     const bool lost = TCPSocketAudio->LastErrorCode() == ErrorLostConnection;
     if (lost && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
-        Listbox1.AddRow("Will auto reconnect");
         if (IsRecording()) {
-            // Nobody asked for the recording to end: it goes on in a new file, if the disk takes
-            // one.
-            resumesRecording = true;
-            PushButtonRecord.SetEnabled(true);
-            PushButtonRecord.Push();
+            ArmRecording(RecordingWish::ToGoOn); // if the disk takes another file
+            EndRecording();
         }
-        ConnectLater(ReconnectDelay, ConnectKind::Reconnect);
+        if (pendingConnect == 0) { // else a wish waits, and goes first
+            Listbox1.AddRow("Will auto reconnect");
+            ConnectLater(ReconnectDelay);
+        }
     }
-    didManuallyDisconnect = false;
 }
 
 void Window1::TCPSocketWaterfall_Error() {

@@ -25,9 +25,14 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     }
     SetPassbandTexts(filter); // behind the mode, which brings its own passband
     PushDisconnectButton();
-    didManuallyDisconnect = false;
-    startRecordingWhenConnected = true;
-    ConnectLater(ConnectDelay, ConnectKind::Wanted);
+    ArmRecording(RecordingWish::OfEntry);
+    ConnectLater(ConnectDelay);
+}
+
+void Window1::EndEntry() {
+    EndSession();
+    DisarmRecording(RecordingWish::OfEntry);
+    ShowStatus("Disconnected");
 }
 
 // "-2600,2600", or one number for both sides.

@@ -71,7 +71,7 @@ void SkedWindow::CheckForSkedEnding() {
 }
 
 void SkedWindow::EndEntry() {
-    app.Console().DoDisconnect();
+    app.Console().EndEntry();
     state = 0;
 }
 

@@ -142,7 +142,7 @@ TEST_F(Recording, AFailedStartSaysNothingAndTheNextPressTriesAgain) {
 TEST_F(Recording, IsCompleteHoweverTheSessionEnds) {
     const std::function<void()> ends[] = {
         [this] { Console().PushButtonDisconnect.Push(); },
-        [this] { Console().DoDisconnect(); },
+        [this] { Console().EndEntry(); },
         [this] { Console().PushButtonConnect.Push(); },
         [this] { Audio().Message(" too_busy=1"); },
         [this] {
