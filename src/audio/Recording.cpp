@@ -24,9 +24,12 @@ void Window1::PushButtonRecord_Action() {
 
 void Window1::BeginRecording() {
     AudioRecordingStart();
-    // Also if nothing has started: the next press tries again.
-    PushButtonRecord.SetCaption("Stop Recording");
-    EndFailedRecording();
+    if (IsRecording()) {
+        PushButtonRecord.SetCaption("Stop Recording");
+        EndFailedRecording();
+    } else {
+        PushButtonRecord.SetCaption("Start Recording");
+    }
 }
 
 void Window1::EndRecording() {
@@ -63,11 +66,14 @@ void Window1::AudioRecordingStart() {
     const std::string name = RecordingName(recording, app.GetCurrentUtcDate());
     recording.recordingFile = desktop.Folder(SpecialFolder::Documents).Child(name);
     if (!recording.recordingFile || !recording.CreateFile(desktop)) {
+        Log("Recording can't begin: its file can't be made: " + name);
+        app.TellLoss(RecordingNotMadeText(name));
         return;
     }
     AudioRecordingWriteHeader();
     recording.isRecording = true;
     LabelRecordingStatus.SetText("");
+    Log("Recording begun: " + name);
 }
 
 void Window1::AudioRecordingWriteHeader() {
@@ -81,6 +87,7 @@ void Window1::AudioRecordingStop() {
     const bool complete = audioRecording->Close();
     audioRecording->isRecording = false;
     LabelRecordingStatus.SetText("");
+    Log(RecordingEndedText(*audioRecording, complete));
     if (complete) {
         return;
     }

@@ -29,8 +29,7 @@ void Window1::ParseSoundData(const std::string& data) {
 void Window1::NoteSequence(std::uint32_t sequence) {
     kiwiAudioSequence = sequence;
     if (lastKiwiAudioSequence > -1 && lastKiwiAudioSequence != kiwiAudioSequence - 1) {
-        Listbox1.AddRow("Audio packet lost " + Str(lastKiwiAudioSequence) + " " +
-                        Str(kiwiAudioSequence));
+        Log("Audio packet lost " + Str(lastKiwiAudioSequence) + " " + Str(kiwiAudioSequence));
     }
     lastKiwiAudioSequence = kiwiAudioSequence;
 }

@@ -1,5 +1,6 @@
 #include "console/Window1.h"
 #include "platform/Text.h"
+#include "shell/App.h"
 
 namespace larkspool {
 
@@ -10,6 +11,7 @@ void Window1::Timer3_Action() {
     ProgressBarSmeter.SetValue(WholePart<int>((130.0 + sMeter) * 5.0));
     PushButtonRecord.SetEnabled(isConnected);
     ShowRecordingTime();
+    app.WatchTheNight();
 }
 
 } // namespace larkspool

@@ -91,6 +91,11 @@ void Window1::init(int mode) {
     okToSave = true;
 }
 
+void Window1::Log(const std::string& row) {
+    Listbox1.AddRow(row);
+    app.nightLog.Add(row);
+}
+
 bool Window1::Event_CancelClose(bool appQuitting) {
     if (!appQuitting && app.EndsWith(*this)) {
         return false; // the quit that follows asks again

@@ -44,6 +44,11 @@ class Window1 : public Window, public ReceiverControls {
     std::int64_t rollOverSamples =
         AudioRecordingClass::RollOverSamples; // where the next file begins
 
+    bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
+
+    // Adds a row to the log, here and in the file that outlives the program (console)
+    void Log(const std::string& row);
+
     // Fetches the list of receivers and fills the popup when it comes (directory)
     void GetKiwiList();
 
@@ -152,9 +157,9 @@ class Window1 : public Window, public ReceiverControls {
     void RecordSamples(const MemoryBlock& block, std::size_t sampleCount);
     void TextFieldSquelchedDeadSpace_TextChange();
     void ShowRecordingTime();
-    bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
 
     // Scheduled recordings (schedule)
+    void SetMode(const std::string& mode);
     void SetPassbandTexts(const std::string& filter);
 
     // Remote control and audio stream (remote)
@@ -228,6 +233,7 @@ class Window1 : public Window, public ReceiverControls {
     MemoryBlock kiwiSoundSamplesMB;                // silence, for priming
     bool startRecordingWhenConnected = false;      // armed for an entry
     bool resumesRecording = false;                 // armed to go on
+    std::string_view whyNotRecorded;               // the entry, as far as it is known
     bool isSquelched = false;                      // the recording is inside a quiet stretch
 
     // Remote control state

@@ -105,7 +105,7 @@ std::unique_ptr<WebsocketsClass>& Window1::WebsocketOf(LinkKind kind) {
 void Window1::ShowStatus(const std::string& text) {
     if (LabelStatus.Text() != text) {
         LabelStatus.SetText(text);
-        Listbox1.AddRow(text);
+        Log(text);
     }
 }
 

@@ -12,6 +12,7 @@ void Window1::ParseMessage(const std::string& body) {
             if (IsRecording() && CheckBoxReconnect.Value()) {
                 ArmRecording(RecordingWish::ToGoOn);
             }
+            whyNotRecorded = "the receiver was full";
             HangUp();
             ShowStatus("Too many users on Kiwi, disconnecting");
         }
@@ -26,7 +27,7 @@ void Window1::ParseMessage(const std::string& body) {
 
 void Window1::AudioInitReceived() {
     ShowStatus("Connected to " + theHost + ":" + Str(thePort));
-    Listbox1.AddRow("got audio_init=");
+    Log("got audio_init=");
     SendSetAudioOK();
     SendSetModulation();
     SendSetAGC();
@@ -36,7 +37,7 @@ void Window1::AudioInitReceived() {
 
 void Window1::AudioRateReceived(std::string_view value) {
     audioRate = Val(value);
-    Listbox1.AddRow("audioRate = " + Str(audioRate));
+    Log("audioRate = " + Str(audioRate));
     PrimeSoundOutputBuffer();
     if (!TCPSocketAudio->IsConnected()) {
         return; // a refusal in the same message has ended the link already

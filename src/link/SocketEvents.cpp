@@ -18,10 +18,10 @@ void Window1::SendRequest(LinkKind kind, WebsocketsClass* websocket) {
         return;
     }
     const std::int64_t stamp = WholePart(desktop.UtcNow());
-    Listbox1.AddRow(Str(stamp));
+    Log(Str(stamp));
     websocket->waitingForConnectReply = true;
     SendString(UpgradeRequest(kind, stamp, hostPort, key), &SocketOf(kind));
-    Listbox1.AddRow("SendRequest ");
+    Log("SendRequest ");
 }
 
 void Window1::SendString(const std::string& text, TCPSocket* socket) {
@@ -36,7 +36,7 @@ void Window1::TCPSocket_Connected(LinkKind kind) {
         lastKiwiAudioSequence = -1;
         Timer1->SetMode(Timer::Mode::Multiple);
     } else {
-        Listbox1.AddRow("Waterfall Connected");
+        Log("Waterfall Connected");
     }
     SendRequest(kind, WebsocketOf(kind).get());
 }
@@ -69,7 +69,7 @@ void Window1::LinkIsUp(LinkKind kind) {
 bool Window1::TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket) {
     const std::string reply = socket.ReadAll();
     TextArea1.AppendText(reply + "\n");
-    Listbox1.AddRow("Connect reply: " + reply);
+    Log("Connect reply: " + reply);
     websocket.waitingForConnectReply = false;
     return Contains(reply, SwitchingProtocols);
 }
@@ -96,9 +96,9 @@ void Window1::DispatchFrame(LinkKind kind, const std::string& tag, const std::st
 }
 
 void Window1::TCPSocketAudio_Error() {
-    Listbox1.AddRow("Audio Socket Error " + Str(TCPSocketAudio->LastErrorCode()));
+    Log("Audio Socket Error " + Str(TCPSocketAudio->LastErrorCode()));
     if (didManuallyDisconnect) {
-        Listbox1.AddRow("didManuallyDisconnect set");
+        Log("didManuallyDisconnect set");
     }
     const bool lost = TCPSocketAudio->LastErrorCode() == ErrorLostConnection;
     if (lost && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
@@ -107,14 +107,14 @@ void Window1::TCPSocketAudio_Error() {
             EndRecording();
         }
         if (pendingConnect == 0) { // else a wish waits, and goes first
-            Listbox1.AddRow("Will auto reconnect");
+            Log("Will auto reconnect");
             ConnectLater(ReconnectDelay);
         }
     }
 }
 
 void Window1::TCPSocketWaterfall_Error() {
-    Listbox1.AddRow("Waterfall Socket Error " + Str(TCPSocketWaterfall->LastErrorCode()));
+    Log("Waterfall Socket Error " + Str(TCPSocketWaterfall->LastErrorCode()));
 }
 
 } // namespace larkspool

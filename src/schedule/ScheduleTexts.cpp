@@ -42,6 +42,16 @@ std::string NewEntryTimeText(const Date& now) {
     return start + "-" + TimeOfDayText(time);
 }
 
+std::string EntryText(const ScheduleRow& cells) {
+    std::string text;
+    for (const std::string& cell : cells) {
+        if (!cell.empty()) {
+            text += (text.empty() ? "" : "  ") + cell;
+        }
+    }
+    return text;
+}
+
 std::variant<StationLine, std::string> ParseStationLine(std::string_view line, const Date& now) {
     const auto fields = SplitB(line, "\t");
     if (fields.size() < 3) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Date.h"
+#include "schedule/ScheduleFile.h"
 
 #include <string>
 #include <string_view>
@@ -19,6 +20,9 @@ std::string TimeOfDayText(const Date& time);
 
 // The Time cell of a new entry: from 5 to 20 seconds from now.
 std::string NewEntryTimeText(const Date& now);
+
+// The cells of an entry that aren't empty, on one line.
+std::string EntryText(const ScheduleRow& cells);
 
 // What a line of a frequency list gives for a schedule row.
 struct StationLine {

@@ -30,7 +30,7 @@ void SkedWindow::OpenFile(const FolderItem& f) {
     auto lines = TextInputStream::Open(f);
     if (!lines) {
         if (f.Exists()) { // else it has gone at this very moment
-            desktop.MsgBox("Error opening file");
+            TellUnreadable(f);
         }
         return;
     }
@@ -38,8 +38,13 @@ void SkedWindow::OpenFile(const FolderItem& f) {
         AddRow(cells);
     }
     if (lines->Failed()) {
-        desktop.MsgBox("Error opening file");
+        TellUnreadable(f);
     }
+}
+
+void SkedWindow::TellUnreadable(const FolderItem& file) {
+    desktop.MsgBox("Error opening file");
+    app.Console().Log("Schedule can't be read: " + file.Name());
 }
 
 bool SkedWindow::FileSaveSchedule_Action() {
@@ -84,10 +89,10 @@ bool SkedWindow::ListboxSkeds_ContextualMenuAction(const MenuItem& item) {
     CommitEdits(); // an edit that is open would be lost with its row
     switch (item.index) {
     case Enable:
-        schedulesEnabled = true;
+        SetEnabled(true);
         break;
     case Disable:
-        schedulesEnabled = false;
+        SetEnabled(false);
         break;
     case Add:
         AddEntry();

@@ -21,6 +21,14 @@ void SkedWindow::Timer1_Action() {
     SetTitle(SkedTitle(app.GetCurrentUtcDate(), schedulesEnabled, state));
 }
 
+void SkedWindow::SetEnabled(bool wanted) {
+    if (schedulesEnabled != wanted) {
+        schedulesEnabled = wanted;
+        app.Console().Log(std::string("Schedules ") + (wanted ? "enabled" : "disabled") + ", " +
+                          Str(ListboxSkeds.ListCount()) + " entries");
+    }
+}
+
 // Starts the topmost row whose window is open.
 void SkedWindow::CheckForNewSked() {
     for (int row = 0; row < ListboxSkeds.ListCount(); ++row) {
@@ -46,6 +54,7 @@ int SkedWindow::CompareForStart(int row) const {
 
 void SkedWindow::StartEntry(int row) {
     const ScheduleRow cells = CellsOf(row);
+    app.Console().Log("Entry started: " + EntryText(cells));
     recordingIndex = row;
     state = 1;
     running.Begin(CurrentSeconds(), cells[TimeColumn]);
@@ -56,7 +65,7 @@ void SkedWindow::StartEntry(int row) {
 // Hangs up when the running row's end has come, or the row is gone.
 void SkedWindow::CheckForSkedEnding() {
     if (recordingIndex >= ListboxSkeds.ListCount()) {
-        EndEntry();
+        EndEntry("its row is gone");
         return;
     }
     const std::string time = ListboxSkeds.Cell(recordingIndex, TimeColumn);
@@ -66,13 +75,14 @@ void SkedWindow::CheckForSkedEnding() {
     const int result = running.Compare(CurrentSeconds(), time, gmOffset);
     SetTestCell(recordingIndex, result);
     if (result == 1) {
-        EndEntry();
+        EndEntry(EntryText(CellsOf(recordingIndex)));
     }
 }
 
-void SkedWindow::EndEntry() {
-    app.Console().EndEntry();
+void SkedWindow::EndEntry(const std::string& which) {
     state = 0;
+    app.Console().EndEntry();
+    app.Console().Log("Entry ended: " + which);
 }
 
 double SkedWindow::CurrentSeconds() const { return app.GetCurrentUtcDate().TotalSeconds(); }

@@ -56,6 +56,7 @@ void SkedWindow::AddMenuHandlers() {
 bool SkedWindow::Event_CancelClose([[maybe_unused]] bool appQuitting) {
     // A program that is about to end may wait for an answer; nothing starts meanwhile.
     Timer1->SetMode(Timer::Mode::Off);
+    SetEnabled(false);
     return false;
 }
 

@@ -28,6 +28,9 @@ class SkedWindow : public Window {
     // Adds the rows of a schedule file to the list.
     void OpenFile(const FolderItem& f);
 
+    // From the next tick on its entries are started and ended, or no longer.
+    void SetEnabled(bool wanted);
+
     // Never refused and never asked about. An entry that runs goes on on the console.
     bool Event_CancelClose(bool appQuitting) override;
 
@@ -50,7 +53,7 @@ class SkedWindow : public Window {
     void CheckForSkedEnding();
     int CompareForStart(int row) const;
     void StartEntry(int row);
-    void EndEntry();
+    void EndEntry(const std::string& which);
     double CurrentSeconds() const;
     void SetTestCell(int row, int result);
     ScheduleRow CellsOf(int row) const; // copies, because what a handler does may move the cells
@@ -59,6 +62,7 @@ class SkedWindow : public Window {
     // What the user does
     bool FileSaveSchedule_Action();
     bool FileClose_Action();
+    void TellUnreadable(const FolderItem& file);
     void SaveTo(const FolderItem& file);
     bool ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& items) const;
     bool ListboxSkeds_ContextualMenuAction(const MenuItem& item);

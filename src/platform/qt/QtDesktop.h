@@ -48,6 +48,10 @@ class QtDesktop : public RunningDesktop {
     FolderItem Folder(SpecialFolder kind) override;
     std::unique_ptr<FileLock> Lock(const FolderItem& file) override;
     bool Settle(const FolderItem& item) override;
+    std::unique_ptr<LogFile> MakeLogFile(RolledFile file) override;
+    std::unique_ptr<StayAwake>
+    KeepAwake(const std::string& reason,
+              std::function<void(const std::string& refusal)> answered) override;
     std::string RandomBytes(std::size_t count) override;
     OperatingSystemVersion SystemVersion() const override;
     SoundLibrary& Sound() override { return sound; }

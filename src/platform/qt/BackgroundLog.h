@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/LogFile.h"
+#include "platform/RolledFile.h"
+
+#include <memory>
+#include <string>
+
+namespace larkspool {
+
+// What Desktop::MakeLogFile promises: a thread of its own writes, and touches nothing but the file
+// and a short queue of lines. Knows nothing of Qt.
+class BackgroundLog : public LogFile {
+  public:
+    explicit BackgroundLog(RolledFile file);
+    ~BackgroundLog() override; // waits a moment for the last lines
+    BackgroundLog(const BackgroundLog&) = delete;
+    BackgroundLog& operator=(const BackgroundLog&) = delete;
+
+    void Write(std::string line) override; // drops the line if the queue is full
+
+  private:
+    struct Queue;
+
+    std::shared_ptr<Queue> queue; // shared with the thread, which a dead disk may hold for ever
+};
+
+} // namespace larkspool
