@@ -54,6 +54,18 @@ bool DayIsToday(double currentSeconds, std::string_view dateText, int gmOffset) 
     return Contains(dateText, Codes[static_cast<std::size_t>(today.DayOfWeek() - 1)]);
 }
 
+bool CanEverStart(std::string_view dateText, std::string_view timeCell) {
+    const auto span = SplitTimeCell(timeCell);
+    if (!span || !SecondOfDay(span->start) || !SecondOfDay(span->end)) {
+        return false;
+    }
+    bool namesDay = false;
+    for (int day = 0; day < 7; ++day) {
+        namesDay = namesDay || BeginOfRowsDay(day * DayLength, dateText, 0).has_value();
+    }
+    return namesDay;
+}
+
 int DateTimeCompare(double currentSeconds, std::string_view dateText, std::string_view startText,
                     std::string_view endText, bool forEnding, int gmOffset) {
     const auto day = BeginOfRowsDay(currentSeconds, dateText, gmOffset);

@@ -26,6 +26,9 @@ double DayBegin(double seconds);
 // moment, in a zone so many hours east of UTC.
 bool DayIsToday(double currentSeconds, std::string_view dateText, int gmOffset);
 
+// Whether a row with these cells can ever start: both times and the date, or a day, can be read.
+bool CanEverStart(std::string_view dateText, std::string_view timeCell);
+
 // Where a moment, in seconds since 1904-01-01 UTC, stands to a row's window:
 //   -1  the window lies ahead, is not today's, or can't be read
 //    0  inside it, both ends included

@@ -4,6 +4,8 @@
 #include "schedule/SkedWindow.h"
 #include "shell/App.h"
 
+#include <algorithm>
+
 namespace larkspool {
 
 // Four times a second. Nothing is planned ahead, so whatever the user changes in the cells holds
@@ -22,10 +24,26 @@ void SkedWindow::Timer1_Action() {
 }
 
 void SkedWindow::SetEnabled(bool wanted) {
-    if (schedulesEnabled != wanted) {
-        schedulesEnabled = wanted;
-        app.Console().Log(std::string("Schedules ") + (wanted ? "enabled" : "disabled") + ", " +
-                          Str(ListboxSkeds.ListCount()) + " entries");
+    if (schedulesEnabled == wanted) {
+        return;
+    }
+    schedulesEnabled = wanted;
+    app.Console().Log(std::string("Schedules ") + (wanted ? "enabled" : "disabled") +
+                      ", entries: " + Str(ListboxSkeds.ListCount()));
+    if (wanted) {
+        TellOfBadRows();
+    }
+}
+
+// A time like 24:00:00 would cost the recording without a word.
+void SkedWindow::TellOfBadRows() {
+    constexpr int MostRows = 50;
+    for (int row = 0; row < std::min(ListboxSkeds.ListCount(), MostRows); ++row) {
+        const ScheduleRow cells = CellsOf(row);
+        if (!CanEverStart(cells[DateColumn], cells[TimeColumn])) {
+            app.Console().Log("Entry will not start, its date or time can't be read: " +
+                              EntryText(cells));
+        }
     }
 }
 

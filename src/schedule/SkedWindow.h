@@ -51,6 +51,7 @@ class SkedWindow : public Window {
     void Timer1_Action();
     void CheckForNewSked();
     void CheckForSkedEnding();
+    void TellOfBadRows();
     int CompareForStart(int row) const;
     void StartEntry(int row);
     void EndEntry(const std::string& which);

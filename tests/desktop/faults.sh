@@ -125,7 +125,8 @@ fault_read_only() {
     start_console
     connect_console
     ui press "Start Recording"
-    sleep 1
+    ui read '^The recording could not begin' 10 || fail "nothing was said of it"
+    ui press OK
     is_receiving || fail "the session has ended"
     stop_console || fail "the console ended with code $?"
     [ -z "$(recordings)" ] || fail "that disk was not read-only"

@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds Patience(200);
 } // namespace
 
 struct BackgroundLog::Queue {
-    explicit Queue(RolledFile written) : file(std::move(written)) {}
+    explicit Queue(Append writer) : append(std::move(writer)) {}
 
     void Run();
 
@@ -29,7 +29,7 @@ struct BackgroundLog::Queue {
     std::uint64_t missing = 0; // lines that were dropped or refused
     bool isEnding = false;
     bool hasEnded = false;
-    RolledFile file; // the thread's alone
+    const Append append;
 };
 
 // The thread.
@@ -47,7 +47,7 @@ void BackgroundLog::Queue::Run() {
             text.insert(0, "(" + std::to_string(gone) + " rows are missing here)\n");
         }
         lock.unlock();
-        const bool taken = file.Append(text);
+        const bool taken = append(text);
         lock.lock();
         missing = taken ? missing - gone : missing + written;
     }
@@ -55,7 +55,7 @@ void BackgroundLog::Queue::Run() {
     changed.notify_all();
 }
 
-BackgroundLog::BackgroundLog(RolledFile file) : queue(std::make_shared<Queue>(std::move(file))) {
+BackgroundLog::BackgroundLog(Append append) : queue(std::make_shared<Queue>(std::move(append))) {
     std::thread([shared = queue] { shared->Run(); }).detach();
 }
 

@@ -76,7 +76,8 @@ std::unique_ptr<FileLock> QtDesktop::Lock(const FolderItem& file) { return LockF
 bool QtDesktop::Settle(const FolderItem& item) { return SettleFile(item); }
 
 std::unique_ptr<LogFile> QtDesktop::MakeLogFile(RolledFile file) {
-    return std::make_unique<BackgroundLog>(std::move(file));
+    return std::make_unique<BackgroundLog>(
+        [file = std::move(file)](const std::string& lines) mutable { return file.Append(lines); });
 }
 
 std::unique_ptr<StayAwake>
