@@ -2,7 +2,9 @@
 #include "support/ScheduleFixture.h"
 #include "support/SmallDisk.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <sstream>
 
 namespace larkspool {
 namespace {
@@ -29,6 +31,12 @@ class ANight : public ScheduleFixture {
         Put(file, "9\n" + rows);
         return file;
     }
+    void StartWith(bool enable, const Strings& files) {
+        CommandLine commandLine;
+        commandLine.enable = enable;
+        commandLine.files = files;
+        app->OpenSchedules(commandLine);
+    }
     SkedWindow& Front() { return dynamic_cast<SkedWindow&>(*desktop.windows.back()); }
 };
 
@@ -43,7 +51,7 @@ TEST_F(ANight, IsToldInTheMorning) {
                                "nobody.example.net:1;;22:06:00-22:07:00;9410;am;5000\n" + First +
                                "/x;;22:08:00-22:09:00;9410;am;5000\n" + Second +
                                ";;22:10:00-22:11:00;1620;usb;300,2700\n");
-    app->OpenSchedules({.enable = true, .files = {saved.Path().string()}});
+    StartWith(true, {saved.Path().string()});
     Sleep(9 * 60 + 30);
     receivers.areFull = true;
     Sleep(2 * 60);
@@ -93,11 +101,11 @@ TEST_F(ANight, BeginsWithTheSchedulesThatTheProgramWasStartedWith) {
     const FolderItem one = Saved("one.txt", First + ";;22:00:00-22:01:00;9410;am;5000\n");
     const FolderItem other = Saved("other.txt", Second + ";;22:02:00-22:03:00;1620;am;5000\n");
     const std::string relative = std::filesystem::relative(one.Path()).string();
-    app->OpenSchedules({.files = {relative}});
+    StartWith(false, {relative});
     EXPECT_FALSE(Front().schedulesEnabled);
     EXPECT_EQ(Front().ListboxSkeds.ListCount(), 1);
     Front().Close();
-    app->OpenSchedules({.enable = true, .files = {relative, other.Path().string(), "gone.txt"}});
+    StartWith(true, {relative, other.Path().string(), "gone.txt"});
     EXPECT_EQ(desktop.windows.size(), 4U);
     EXPECT_EQ(desktop.boxes, Strings{"Error opening file"});
     Sleep(150);
