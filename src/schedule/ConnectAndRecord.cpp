@@ -26,7 +26,7 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     SetPassbandTexts(filter); // behind the mode, which brings its own passband
     PushDisconnectButton();
     ArmRecording(RecordingWish::OfEntry);
-    ConnectLater(ConnectDelay);
+    ConnectSoon();
 }
 
 void Window1::EndEntry() {
