@@ -4,6 +4,8 @@
 #include "audio/SoundDeviceClass.h"
 #include "console/ReceiverControls.h"
 #include "link/Handshake.h"
+#include "link/LinkHealth.h"
+#include "link/StatusLine.h"
 #include "link/WebsocketsClass.h"
 #include "platform/Desktop.h"
 #include "platform/MemoryBlock.h"
@@ -12,6 +14,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -89,8 +92,11 @@ class Window1 : public Window, public ReceiverControls {
     void DoDisconnect();
     void EndSession();
     void HangUp();
-    static constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go
+    bool TidyAddressAndPort();
+    void ConnectSoon();
     void ConnectLater(int milliseconds);
+    void ReconnectLater();
+    void WithdrawConnect();
     void MakeLink(LinkKind kind);
     TCPSocket& SocketOf(LinkKind kind);
     std::unique_ptr<WebsocketsClass>& WebsocketOf(LinkKind kind);
@@ -100,12 +106,17 @@ class Window1 : public Window, public ReceiverControls {
     void TCPSocket_DataAvailable(LinkKind kind);
     void TCPSocketAudio_Error();
     void TCPSocketWaterfall_Error();
-    bool TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket);
+    void TakeConnectReply(LinkKind kind);
     void LinkIsUp(LinkKind kind);
     void ReadFrames(LinkKind kind);
     void DispatchFrame(LinkKind kind, const std::string& tag, const std::string& body);
     void Timer1_Action();
-    void ShowStatus(const std::string& text);
+
+    // The status line (link)
+    void ShowStatus(const std::string& words);
+    void ShowRemark();
+    void ShowStatusLine();
+    void CountDown();
 
     // Commands to the receiver (link). Without a session they do nothing.
     void SendCommand(std::string_view text);
@@ -211,6 +222,10 @@ class Window1 : public Window, public ReceiverControls {
     bool isConnected = false;           // the receiver has told its audio rate
     std::uint64_t pendingConnect = 0;   // ticket of the DoConnect that waits; 0: none does
     std::uint64_t lastTicket = 0;
+    int reconnectTicks = 0;   // of Timer3, until the reconnect that waits; 0: none does
+    bool isHangingUp = false; // the program ends the links itself
+    LinkHealth linkHealth;    // of this session
+    StatusLine statusLine;
     std::string frameTag;  // kept between frames for their memory
     std::string frameBody; // likewise
 
@@ -221,8 +236,9 @@ class Window1 : public Window, public ReceiverControls {
     bool okToSave = false;   // while false, SaveSettingsForMode does nothing
 
     // Audio state
-    double audioRate = 0; // samples a second; 0 until known
-    double sMeter = -127; // dBm
+    double audioRate = 0;                       // samples a second; 0 until known
+    static constexpr double LowestMeter = -127; // dBm
+    double sMeter = LowestMeter;
     int kiwiFlags = 0;
     std::int64_t kiwiAudioSequence = 0;
     std::int64_t lastKiwiAudioSequence = -1; // -1: none seen on this connection
@@ -243,9 +259,9 @@ class Window1 : public Window, public ReceiverControls {
     Datagram streamDatagram; // of the block that is sent, kept for its memory
 
     // Waterfall state
-    double waterfallStartFreq = 0; // kHz, the left edge
-    int waterfallOffsetDb = 0;     // 0 to 63
-    double waterfallGain = 0;      // 0.00 to 5.00
+    std::optional<double> waterfallStartFreq; // kHz, the left edge; none before the first session
+    int waterfallOffsetDb = 0;                // 0 to 63
+    double waterfallGain = 0;                 // 0.00 to 5.00
 
     // Receiver directory state
     bool gotKiwiPopupMouseDown = false; // the popup's next change is the user's pick

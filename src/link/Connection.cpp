@@ -1,4 +1,5 @@
 #include "console/Window1.h"
+#include "directory/PastedUrl.h"
 #include "platform/Text.h"
 #include "shell/App.h"
 
@@ -9,20 +10,42 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t ShortestAddress = 5;
+constexpr double HighestPort = 65535;
+constexpr int ConnectDelay = 1000;    // ms, so that the receiver sees the old session go
+constexpr int ReconnectDelay = 60000; // ms
+constexpr int DisplayPeriod = 100;    // ms, of Timer3, which counts it down
 
 } // namespace
 
 void Window1::PushButtonConnect_Action() {
-    if (TextFieldAddress.Text().size() < ShortestAddress) {
+    if (TidyAddressAndPort()) {
+        PushDisconnectButton();
+        ConnectSoon();
+    }
+}
+
+// False: they can't be a receiver's, and the user has been told so.
+bool Window1::TidyAddressAndPort() {
+    const PastedUrl typed = TidyReceiver(TextFieldAddress.Text(), TextFieldPort.Text());
+    TextFieldAddress.SetText(typed.host);
+    TextFieldPort.SetText(typed.port);
+    const bool isIPv6 = Contains(typed.host, ":"); // which may be as short as "::1"
+    if (typed.host.size() < ShortestAddress && !isIPv6) {
         desktop.MsgBox("Please enter a valid URL for the KiwiSDR you wish to connect to");
-        return;
+        return false;
     }
-    if (Val(TextFieldPort.Text()) < 1) {
+    const double port = Val(typed.port);
+    if (port < 1 || port >= HighestPort + 1) {
         desktop.MsgBox("Please enter a valid port number for the KiwiSDR you wish to connect to");
-        return;
+        return false;
     }
-    PushDisconnectButton();
+    return true;
+}
+
+void Window1::ConnectSoon() {
     ConnectLater(ConnectDelay);
+    statusLine.Begin(HostPort(TextFieldAddress.Text(), WholePart(Val(TextFieldPort.Text()))));
+    ShowStatusLine();
 }
 
 void Window1::PushButtonDisconnect_Action() {
@@ -50,9 +73,20 @@ void Window1::DoDisconnect() {
     HangUp();
 }
 
+void Window1::ReconnectLater() {
+    Log("Will auto reconnect");
+    ConnectLater(ReconnectDelay);
+    reconnectTicks = ReconnectDelay / DisplayPeriod;
+}
+
+void Window1::WithdrawConnect() {
+    pendingConnect = 0;
+    reconnectTicks = 0;
+}
+
 // For good: no reconnect follows, and none that waits comes.
 void Window1::EndSession() {
-    pendingConnect = 0;
+    WithdrawConnect();
     didManuallyDisconnect = true;
     DoDisconnect();
     didManuallyDisconnect = false;
@@ -62,14 +96,17 @@ void Window1::HangUp() {
     EndRecording();
     PushButtonRecord.SetEnabled(false);
     isConnected = false;
+    isHangingUp = true;
     TCPSocketAudio->Disconnect();
     Timer1->SetMode(Timer::Mode::Off);
     TCPSocketWaterfall->Disconnect();
+    isHangingUp = false;
+    linkHealth = LinkHealth();
 }
 
 void Window1::DoConnect() {
     HangUp();
-    pendingConnect = 0;
+    WithdrawConnect();
     WaterfallCanvas.DropPicture();
     MakeLink(LinkKind::Audio);
     MakeLink(LinkKind::Waterfall);
@@ -81,7 +118,8 @@ void Window1::DoConnect() {
         socket->port = WholePart<int>(static_cast<double>(thePort));
         socket->Connect();
     }
-    ShowStatus("Connecting to " + theHost + ":" + Str(thePort));
+    statusLine.Begin(HostPort(theHost, thePort));
+    ShowStatusLine();
 }
 
 void Window1::MakeLink(LinkKind kind) {
@@ -99,25 +137,6 @@ TCPSocket& Window1::SocketOf(LinkKind kind) {
 
 std::unique_ptr<WebsocketsClass>& Window1::WebsocketOf(LinkKind kind) {
     return kind == LinkKind::Audio ? audioWebsocket : waterfallWebsocket;
-}
-
-// What the status line says, the log says too.
-void Window1::ShowStatus(const std::string& text) {
-    if (LabelStatus.Text() != text) {
-        LabelStatus.SetText(text);
-        Log(text);
-    }
-}
-
-// Every second while the audio link is up.
-void Window1::Timer1_Action() {
-    if (audioWebsocket == nullptr) {
-        return;
-    }
-    LabelStatus.SetText(Str(static_cast<double>(numSoundBytes) / 2.0) + " samples/sec    " +
-                        Str(audioWebsocket->numRxBytes) + " bytes/sec");
-    numSoundBytes = 0;
-    audioWebsocket->numRxBytes = 0;
 }
 
 } // namespace larkspool

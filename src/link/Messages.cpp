@@ -26,9 +26,16 @@ void Window1::ParseMessage(const std::string& body) {
 }
 
 void Window1::AudioInitReceived() {
-    ShowStatus("Connected to " + theHost + ":" + Str(thePort));
+    ShowStatus("Connected to " + HostPort(theHost, thePort));
     Log("got audio_init=");
     SendSetAudioOK();
+    // That has switched both off at the receiver; what the console shows is to be in force.
+    if (SliderSquelch.Value() != 0) {
+        SetSquelch(SliderSquelch.Value(), Val(PopupMenuSquelchTime.Text()));
+    }
+    if (PopupMenuDeEmphasis.ListIndex() > 0) {
+        SetDeEmphasis(PopupMenuDeEmphasis.ListIndex());
+    }
     SendSetModulation();
     SendSetAGC();
     SendSetIdentity(TextFieldIdentity.Text());

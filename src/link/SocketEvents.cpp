@@ -7,13 +7,12 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t KeyBytes = 16;
-constexpr int ReconnectDelay = 60000; // ms
 
 } // namespace
 
 void Window1::SendRequest(LinkKind kind, WebsocketsClass* websocket) {
     const std::string key = desktop.RandomBytes(KeyBytes);
-    const std::string hostPort = theHost + ":" + Str(thePort);
+    const std::string hostPort = HostPort(theHost, thePort);
     if (websocket == nullptr) {
         return;
     }
@@ -48,8 +47,8 @@ void Window1::TCPSocket_DataAvailable(LinkKind kind) {
     }
     if (!websocket->waitingForConnectReply) {
         ReadFrames(kind);
-    } else if (TakeConnectReply(*websocket, SocketOf(kind))) {
-        LinkIsUp(kind);
+    } else if (websocket->ReadReply()) {
+        TakeConnectReply(kind);
     }
 }
 
@@ -64,14 +63,21 @@ void Window1::LinkIsUp(LinkKind kind) {
     }
 }
 
-// The first data on a link is the reply to the upgrade request, with whatever else came in the same
-// read. True: the receiver speaks WebSocket from here on.
-bool Window1::TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket) {
-    const std::string reply = socket.ReadAll();
+void Window1::TakeConnectReply(LinkKind kind) {
+    const std::string& reply = WebsocketOf(kind)->connectReply;
     TextArea1.AppendText(reply + "\n");
     Log("Connect reply: " + reply);
-    websocket.waitingForConnectReply = false;
-    return Contains(reply, SwitchingProtocols);
+    if (kind == LinkKind::Audio) {
+        linkHealth.Arrived();
+    }
+    if (Contains(reply, SwitchingProtocols)) {
+        LinkIsUp(kind);
+    } else if (kind == LinkKind::Audio) {
+        linkHealth.NotAReceiver(reply);
+        ShowRemark();
+    } else {
+        linkHealth.WaterfallFailed();
+    }
 }
 
 void Window1::ReadFrames(LinkKind kind) {
@@ -80,6 +86,9 @@ void Window1::ReadFrames(LinkKind kind) {
     do {
         received = websocket.ReadNewData();
         while (websocket.WebsocketRead(frameTag, frameBody)) {
+            if (kind == LinkKind::Audio) {
+                linkHealth.Arrived();
+            }
             DispatchFrame(kind, frameTag, frameBody);
         }
     } while (received > 0);
@@ -96,25 +105,33 @@ void Window1::DispatchFrame(LinkKind kind, const std::string& tag, const std::st
 }
 
 void Window1::TCPSocketAudio_Error() {
-    Log("Audio Socket Error " + Str(TCPSocketAudio->LastErrorCode()));
+    const int code = TCPSocketAudio->LastErrorCode();
+    Log("Audio Socket Error " + Str(code));
     if (didManuallyDisconnect) {
         Log("didManuallyDisconnect set");
     }
-    const bool lost = TCPSocketAudio->LastErrorCode() == ErrorLostConnection;
-    if (lost && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
+    isConnected = false;
+    if (code == ErrorLostConnection && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
         if (IsRecording()) {
             ArmRecording(RecordingWish::ToGoOn); // if the disk takes another file
             EndRecording();
         }
         if (pendingConnect == 0) { // else a wish waits, and goes first
-            Log("Will auto reconnect");
-            ConnectLater(ReconnectDelay);
+            ReconnectLater();
         }
+    }
+    if (!isHangingUp) {
+        if (!audioWebsocket->connectReply.empty() && audioWebsocket->waitingForConnectReply) {
+            linkHealth.NotAReceiver(audioWebsocket->connectReply);
+        }
+        linkHealth.Failed(TCPSocketAudio->LastFailure(), code);
+        ShowRemark();
     }
 }
 
 void Window1::TCPSocketWaterfall_Error() {
     Log("Waterfall Socket Error " + Str(TCPSocketWaterfall->LastErrorCode()));
+    linkHealth.WaterfallFailed(); // the next second's statistics show it
 }
 
 } // namespace larkspool

@@ -24,7 +24,7 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     PushDisconnectButton();
     ArmRecording(RecordingWish::OfEntry);
     whyNotRecorded = "no sound came before its end";
-    ConnectLater(ConnectDelay);
+    ConnectSoon();
 }
 
 void Window1::EndEntry() {

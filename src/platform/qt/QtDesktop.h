@@ -3,12 +3,14 @@
 #include "platform/MakeDesktop.h"
 #include "platform/qt/Application.h"
 #include "platform/qt/Boxes.h"
+#include "platform/qt/EndingLimit.h"
 #include "platform/qt/QtSoundLibrary.h"
 #include "platform/qt/SignalWatcher.h"
 
 #include <QNetworkAccessManager>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace larkspool {
@@ -59,6 +61,8 @@ class QtDesktop : public RunningDesktop {
   private:
     void Quit(QuitCause cause);
 
+    EndingLimit endingLimit;     // first, so that it outlasts the others
+    std::optional<int> exitCode; // once the event loop has ended
     Application application;
     SignalWatcher signalWatcher;
     Boxes boxes;
