@@ -135,10 +135,8 @@ std::string AudioFrame() {
 void DecodeAFrameOf512Samples(benchmark::State& state) {
     const std::string body = AudioFrame();
     for (auto _ : state) {
-        auto header = ReadSoundHeader(body);
-        const MemoryBlock block = SoundSamples(body);
-        benchmark::DoNotOptimize(header);
-        benchmark::DoNotOptimize(block.Data());
+        const auto frame = ReadSoundFrame(body);
+        benchmark::DoNotOptimize(frame->samples.Data());
     }
 }
 BENCHMARK(DecodeAFrameOf512Samples);
@@ -146,7 +144,7 @@ BENCHMARK(DecodeAFrameOf512Samples);
 void CopyAFrameOf512Samples(benchmark::State& state) {
     const std::string body = AudioFrame();
     for (auto _ : state) {
-        const MemoryBlock block{std::string_view(body).substr(SoundHeader::Size)};
+        const MemoryBlock block{std::string_view(body).substr(SoundFrame::HeaderSize)};
         benchmark::DoNotOptimize(block.Data());
     }
 }

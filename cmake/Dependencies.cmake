@@ -28,6 +28,16 @@ else()
   set(LARKSPOOL_HAS_QT ON)
 endif()
 
+# The login managers that are asked for it are there on Linux.
+set(LARKSPOOL_HAS_DBUS OFF)
+if(LARKSPOOL_HAS_QT AND NOT APPLE)
+  find_package(Qt6 QUIET COMPONENTS DBus)
+  set(LARKSPOOL_HAS_DBUS ${Qt6DBus_FOUND})
+  if(NOT LARKSPOOL_HAS_DBUS)
+    larkspool_leave_out("keeping the computer awake" "no Qt D-Bus: qt6-base-dev")
+  endif()
+endif()
+
 find_path(CUBEB_INCLUDE_DIR cubeb/cubeb.h)
 find_library(CUBEB_LIBRARY cubeb)
 set(LARKSPOOL_HAS_CUBEB OFF)

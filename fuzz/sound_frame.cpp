@@ -10,19 +10,14 @@
 namespace larkspool::fuzz {
 namespace {
 
-void CheckHeader(std::string_view frame) {
-    const auto header = ReadSoundHeader(frame);
-    Require(header.has_value() == (frame.size() >= SoundHeader::Size), "a header needs its bytes");
-    if (header) {
-        Require(header->flags >= 0 && header->flags <= 255, "flags are a byte");
-        Require(header->sMeter >= -127.0 && header->sMeter <= 6426.5, "the meter is in its range");
-    }
+void CheckHeader(const SoundFrame& read) {
+    Require(read.flags >= 0 && read.flags <= 255, "flags are a byte");
+    Require(read.sMeter >= -127.0 && read.sMeter <= 6426.5, "the meter is in its range");
 }
 
 // The frame's samples in native order, as bytes.
-std::string CheckSamples(std::string_view frame) {
-    const MemoryBlock block = SoundSamples(frame);
-    const std::string_view wire = frame.substr(SoundHeader::Size);
+std::string CheckSamples(const MemoryBlock& block, std::string_view frame) {
+    const std::string_view wire = frame.substr(SoundFrame::HeaderSize);
     Require(block.Size() == wire.size(), "no byte is lost or added");
     bool quiet = true;
     for (std::size_t i = 0; i + 1 < wire.size(); i += 2) {
@@ -47,11 +42,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     while (!input.Empty()) {
         const std::size_t length = input.Byte() * std::size_t{256};
         const std::string_view frame = input.Piece(length + input.Byte());
-        fuzz::CheckHeader(frame);
-        if (ReadSoundHeader(frame)) {
-            heard += fuzz::CheckSamples(frame);
-            const MemoryBlock block = SoundSamples(frame);
-            stream.StreamSoundBlock(block.Size() / 2, block);
+        const auto read = ReadSoundFrame(frame);
+        fuzz::Require(read.has_value() == (frame.size() >= SoundFrame::HeaderSize),
+                      "a header needs its bytes");
+        if (read) {
+            fuzz::CheckHeader(*read);
+            heard += fuzz::CheckSamples(read->samples, frame);
+            stream.StreamSoundBlock(read->SampleCount(), read->samples);
         }
     }
     std::string sent;

@@ -65,6 +65,7 @@ make_clean_root() {
 start_installed() {
     local entry=$clean_root/usr/share/applications/larkspool.desktop exec_line
     exec_line=$(sed -n 's/^Exec=//p' "$entry")
+    exec_line=${exec_line% %F} # started without a file
     # shellcheck disable=SC2016  # for the inner shell
     unshare --net --mount bash -c '
         ip link set lo up

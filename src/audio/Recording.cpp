@@ -16,14 +16,43 @@ constexpr double LongestDeadSpace = 3600; // seconds
 
 void Window1::PushButtonRecord_Action() {
     if (IsRecording()) {
+        EndRecording();
+    } else {
+        BeginRecording();
+    }
+}
+
+void Window1::BeginRecording() {
+    AudioRecordingStart();
+    if (IsRecording()) {
+        PushButtonRecord.SetCaption("Stop Recording");
+        EndFailedRecording();
+    } else {
+        PushButtonRecord.SetCaption("Start Recording");
+    }
+}
+
+void Window1::EndRecording() {
+    if (IsRecording()) {
         AudioRecordingStop();
         PushButtonRecord.SetCaption("Start Recording");
-        return;
     }
-    AudioRecordingStart();
-    // Also if nothing has started: the next press tries again.
-    PushButtonRecord.SetCaption("Stop Recording");
-    EndFailedRecording();
+}
+
+void Window1::ArmRecording(RecordingWish wish) {
+    (wish == RecordingWish::OfEntry ? startRecordingWhenConnected : resumesRecording) = true;
+}
+
+void Window1::DisarmRecording(RecordingWish wish) {
+    (wish == RecordingWish::OfEntry ? startRecordingWhenConnected : resumesRecording) = false;
+}
+
+void Window1::BeginArmedRecording() {
+    if ((startRecordingWhenConnected || resumesRecording) && !IsRecording()) {
+        DisarmRecording(RecordingWish::OfEntry);
+        DisarmRecording(RecordingWish::ToGoOn);
+        BeginRecording();
+    }
 }
 
 void Window1::AudioRecordingStart() {
@@ -37,11 +66,14 @@ void Window1::AudioRecordingStart() {
     const std::string name = RecordingName(recording, app.GetCurrentUtcDate());
     recording.recordingFile = desktop.Folder(SpecialFolder::Documents).Child(name);
     if (!recording.recordingFile || !recording.CreateFile(desktop)) {
+        Log("Recording can't begin: its file can't be made: " + name);
+        app.TellLoss(RecordingNotMadeText(name));
         return;
     }
     AudioRecordingWriteHeader();
     recording.isRecording = true;
     LabelRecordingStatus.SetText("");
+    Log("Recording begun: " + name);
 }
 
 void Window1::AudioRecordingWriteHeader() {
@@ -55,17 +87,18 @@ void Window1::AudioRecordingStop() {
     const bool complete = audioRecording->Close();
     audioRecording->isRecording = false;
     LabelRecordingStatus.SetText("");
+    Log(RecordingEndedText(*audioRecording, complete));
     if (complete) {
         return;
     }
-    resumesRecording = false; // not on that disk
+    DisarmRecording(RecordingWish::ToGoOn); // not on that disk
     app.TellLoss(RecordingFailedText(*audioRecording));
 }
 
 // A disk that refuses a write ends the recording and nothing else.
 void Window1::EndFailedRecording() {
     if (IsRecording() && audioRecording->HasFailed()) {
-        PushButtonRecord_Action(); // the button may be disabled at this moment
+        EndRecording();
     }
 }
 
@@ -108,9 +141,9 @@ void Window1::ShowRecordingTime() {
     if (audioRecording->recordedSamples < rollOverSamples) {
         return;
     }
-    PushButtonRecord.Push(); // ends this file
+    EndRecording();
     if (!audioRecording->HasFailed()) {
-        PushButtonRecord.Push(); // and goes on in the next
+        BeginRecording(); // in the next file
     }
 }
 

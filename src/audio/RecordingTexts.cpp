@@ -36,6 +36,19 @@ std::string RecordingFailedText(const AudioRecordingClass& recording) {
     return text + " Is the disk full?";
 }
 
+std::string RecordingNotMadeText(const std::string& name) {
+    return "The recording could not begin, because its file could not be made: " + name +
+           ". Can files be written in the documents folder?";
+}
+
+std::string RecordingEndedText(const AudioRecordingClass& recording, bool complete) {
+    const std::int64_t seconds =
+        recording.sampleRate > 0 ? recording.recordedSamples / recording.sampleRate : 0;
+    return std::string(complete ? "Recording finished: " : "Recording cut short by the disk: ") +
+           (recording.recordingFile ? recording.recordingFile->Name() : "") + ", " +
+           SecondsToTimeString(seconds);
+}
+
 std::string SecondsToTimeString(std::int64_t seconds) {
     const Date time = Date::FromTotalSeconds(static_cast<double>(seconds));
     return Format(time.Hour(), "00") + ":" + Format(time.Minute(), "00") + ":" +

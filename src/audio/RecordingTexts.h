@@ -16,6 +16,13 @@ bool IsRecordingName(std::string_view name); // one of ours, of whatever time
 // The one message of a recording that the disk has refused to take any further.
 std::string RecordingFailedText(const AudioRecordingClass& recording);
 
+// The one message of a recording whose file can't be made.
+std::string RecordingNotMadeText(const std::string& name);
+
+// What the log says of a recording that has ended: its file, its length, and whether the disk took
+// all of it.
+std::string RecordingEndedText(const AudioRecordingClass& recording, bool complete);
+
 // "hh:mm:ss", a time of day: it starts over after 24 hours.
 std::string SecondsToTimeString(std::int64_t seconds);
 

@@ -6,22 +6,21 @@ namespace larkspool {
 
 // One audio frame: to the meter, to the ear, to the network, to the file.
 void Window1::ParseSoundData(const std::string& data) {
-    const auto header = ReadSoundHeader(data);
-    if (!header) {
+    const auto frame = ReadSoundFrame(data);
+    if (!frame) {
         return;
     }
     numSoundBytes += static_cast<std::int64_t>(data.size());
-    sMeter = header->sMeter;
-    kiwiFlags = header->flags;
-    NoteSequence(header->sequence);
-    const MemoryBlock block = SoundSamples(data);
-    const std::size_t sampleCount = block.Size() / 2;
-    PlaySound(static_cast<std::int64_t>(sampleCount), block.Data());
+    linkHealth.SoundArrived();
+    sMeter = frame->sMeter;
+    kiwiFlags = frame->flags;
+    NoteSequence(frame->sequence);
+    PlaySound(static_cast<std::int64_t>(frame->SampleCount()), frame->samples.Data());
     if (audioStream.isStreaming) {
-        StreamSoundBlock(sampleCount, block);
+        StreamSoundBlock(frame->SampleCount(), frame->samples);
     }
     if (IsRecording()) {
-        RecordSamples(block, sampleCount);
+        RecordSamples(frame->samples, frame->SampleCount());
     }
 }
 
@@ -29,8 +28,7 @@ void Window1::ParseSoundData(const std::string& data) {
 void Window1::NoteSequence(std::uint32_t sequence) {
     kiwiAudioSequence = sequence;
     if (lastKiwiAudioSequence > -1 && lastKiwiAudioSequence != kiwiAudioSequence - 1) {
-        Listbox1.AddRow("Audio packet lost " + Str(lastKiwiAudioSequence) + " " +
-                        Str(kiwiAudioSequence));
+        Log("Audio packet lost " + Str(lastKiwiAudioSequence) + " " + Str(kiwiAudioSequence));
     }
     lastKiwiAudioSequence = kiwiAudioSequence;
 }

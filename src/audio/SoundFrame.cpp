@@ -6,22 +6,10 @@
 
 namespace larkspool {
 
-std::optional<SoundHeader> ReadSoundHeader(std::string_view frame) {
-    if (frame.size() < SoundHeader::Size) {
-        return std::nullopt;
-    }
-    const auto byte = [frame](std::size_t offset) {
-        return static_cast<std::uint32_t>(static_cast<std::uint8_t>(frame[offset]));
-    };
-    SoundHeader header;
-    header.flags = static_cast<int>(byte(0));
-    header.sequence = byte(1) | byte(2) << 8U | byte(3) << 16U | byte(4) << 24U;
-    header.sMeter = static_cast<double>(byte(5) << 8U | byte(6)) * 0.1 - 127.0;
-    return header;
-}
+namespace {
 
-MemoryBlock SoundSamples(std::string_view frame) {
-    MemoryBlock block(frame.substr(SoundHeader::Size));
+MemoryBlock InNativeOrder(std::string_view bigEndian) {
+    MemoryBlock block(bigEndian);
     if constexpr (NativeByteOrder == ByteOrder::LittleEndian) {
         std::uint8_t* bytes = block.Data();
         for (std::size_t i = 0; i + 1 < block.Size(); i += 2) {
@@ -29,6 +17,23 @@ MemoryBlock SoundSamples(std::string_view frame) {
         }
     }
     return block;
+}
+
+} // namespace
+
+std::optional<SoundFrame> ReadSoundFrame(std::string_view frame) {
+    if (frame.size() < SoundFrame::HeaderSize) {
+        return std::nullopt;
+    }
+    const auto byte = [frame](std::size_t offset) {
+        return static_cast<std::uint32_t>(static_cast<std::uint8_t>(frame[offset]));
+    };
+    return SoundFrame{
+        .flags = static_cast<int>(byte(0)),
+        .sequence = byte(1) | byte(2) << 8U | byte(3) << 16U | byte(4) << 24U,
+        .sMeter = static_cast<double>(byte(5) << 8U | byte(6)) * 0.1 - 127.0,
+        .samples = InNativeOrder(frame.substr(SoundFrame::HeaderSize)),
+    };
 }
 
 bool IsPossibleRate(double rate) {

@@ -27,11 +27,11 @@ void Window1::BindConnectionEvents() {
     PopupMenuKiwiList.change = [this] { PopupMenuKiwiList_Change(); };
     TextFieldIdentity.textChange = [this] { TextFieldIdentity_TextChange(); };
     TextFieldGeoLocation.textChange = [this] { TextFieldGeoLocation_TextChange(); };
-    TCPSocketAudio->connected = [this] { TCPSocketAudio_Connected(); };
-    TCPSocketAudio->dataAvailable = [this] { TCPSocketAudio_DataAvailable(); };
+    for (const LinkKind kind : {LinkKind::Audio, LinkKind::Waterfall}) {
+        SocketOf(kind).connected = [this, kind] { TCPSocket_Connected(kind); };
+        SocketOf(kind).dataAvailable = [this, kind] { TCPSocket_DataAvailable(kind); };
+    }
     TCPSocketAudio->error = [this] { TCPSocketAudio_Error(); };
-    TCPSocketWaterfall->connected = [this] { TCPSocketWaterfall_Connected(); };
-    TCPSocketWaterfall->dataAvailable = [this] { TCPSocketWaterfall_DataAvailable(); };
     TCPSocketWaterfall->error = [this] { TCPSocketWaterfall_Error(); };
     Timer1->action = [this] { Timer1_Action(); };
     Timer3->action = [this] { Timer3_Action(); };

@@ -163,6 +163,8 @@ void ReceiverControls::NameLongestTexts() {
     LabelRecordingStatus.longest = "00:00:00";
     LabelWaterfallGain.longest = "Waterfall Gain: 5.00";
     LabelWaterfallMinDb.longest = "Waterfall min -120 db";
+    LabelStatus.longest = "12000 samples/sec    27000 bytes/sec    nothing received for 30 s";
+    LabelStatus.mayBeCut = true;
 }
 
 void ReceiverControls::NameForScreenReaders() {

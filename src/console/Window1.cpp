@@ -93,17 +93,16 @@ void Window1::init(int mode) {
     okToSave = true;
 }
 
+void Window1::Log(const std::string& row) {
+    Listbox1.AddRow(row);
+    app.nightLog.Add(row);
+}
+
 bool Window1::Event_CancelClose(bool appQuitting) {
     if (!appQuitting && app.EndsWith(*this)) {
         return false; // the quit that follows asks again
     }
-    // Whoever closes the console wants no link to come, neither by a reconnect nor by one that
-    // waits, nor the recording that was to begin with it.
-    pendingConnect = 0;
-    startRecordingWhenConnected = false;
-    didManuallyDisconnect = true;
-    DoDisconnect();
-    didManuallyDisconnect = false;
+    EndEntry();
     if (audioWebsocket != nullptr) {
         audioWebsocket->Closing();
     }

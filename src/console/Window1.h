@@ -4,6 +4,8 @@
 #include "audio/SoundDeviceClass.h"
 #include "console/ReceiverControls.h"
 #include "link/Handshake.h"
+#include "link/LinkHealth.h"
+#include "link/StatusLine.h"
 #include "link/WebsocketsClass.h"
 #include "platform/Desktop.h"
 #include "platform/MemoryBlock.h"
@@ -15,6 +17,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,42 +40,25 @@ class Window1 : public Window, public ReceiverControls {
     void init(int mode); // the stored mode, as it was before this window was made
     bool Event_CancelClose(bool appQuitting) override;
 
-    // The life of a session (link)
-    void DoConnect();
-    void DoDisconnect();
-    void PushDisconnectButton();
-
     // Scheduled recordings (schedule). The texts are a schedule row's cells.
     void ConnectAndRecord(const std::string& url, const std::string& freq, const std::string& mode,
                           const std::string& filter);
-
-    // Commands to the receiver (link). Without a session they do nothing.
-    void SendSetAuthorization(WebsocketsClass* websocket);
-    void SendSetAudioOK();
-    void SendSetModulation();
-    void SendSetAGC();
-    void SendSetIdentity(const std::string& name);
-    void SendSetGeoLocation(const std::string& place);
-    void SendSetBrowser();
-    void SetSquelch(int level, double seconds);
-    void SetDeEmphasis(int index);
-
-    // Sound (audio)
-    void SetMute(bool mute);             // by the receiver
-    void SetOutputVolume(double volume); // 0 to 1
+    void EndEntry(); // for good: nothing connects and nothing records after it
 
     // The recording (audio)
     std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
     std::int64_t rollOverSamples =
         AudioRecordingClass::RollOverSamples; // where the next file begins
 
+    bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
+
+    // Adds a row to the log, here and in the file that outlives the program (console)
+    void Log(const std::string& row);
+
     // Fetches the list of receivers and fills the popup when it comes (directory)
     void GetKiwiList();
 
   private:
-    // What waits for its DoConnect. A reconnect gives way to the user's and the scheduler's wish.
-    enum class ConnectKind { Wanted, Reconnect };
-
     // Controls (console)
     void BindEvents();
     void BindConnectionEvents();
@@ -103,24 +89,50 @@ class Window1 : public Window, public ReceiverControls {
     // Connection (link)
     void PushButtonConnect_Action();
     void PushButtonDisconnect_Action();
+    void PushDisconnectButton();
     void CheckBoxReconnect_Action();
+    void DoConnect();
+    void DoDisconnect();
+    void EndSession();
     void HangUp();
-    static constexpr int ConnectDelay = 1000; // ms, so that the receiver sees the old session go
-    void ConnectLater(int milliseconds, ConnectKind kind);
-    void MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket);
+    bool TidyAddressAndPort();
+    void ConnectSoon();
+    void ConnectLater(int milliseconds);
+    void ReconnectLater();
+    void WithdrawConnect();
+    void MakeLink(LinkKind kind);
+    TCPSocket& SocketOf(LinkKind kind);
+    std::unique_ptr<WebsocketsClass>& WebsocketOf(LinkKind kind);
     void SendRequest(LinkKind kind, WebsocketsClass* websocket);
     void SendString(const std::string& text, TCPSocket* socket);
-    void TCPSocketAudio_Connected();
-    void TCPSocketAudio_DataAvailable();
+    void TCPSocket_Connected(LinkKind kind);
+    void TCPSocket_DataAvailable(LinkKind kind);
     void TCPSocketAudio_Error();
-    void TCPSocketWaterfall_Connected();
-    void TCPSocketWaterfall_DataAvailable();
     void TCPSocketWaterfall_Error();
-    bool TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket);
-    void ReadFrames(WebsocketsClass& websocket, bool takesSound);
-    void DispatchFrame(const std::string& tag, const std::string& body, bool takesSound);
+    void TakeConnectReply(LinkKind kind);
+    void LinkIsUp(LinkKind kind);
+    void ReadFrames(LinkKind kind);
+    void DispatchFrame(LinkKind kind, const std::string& tag, const std::string& body);
     void Timer1_Action();
+
+    // The status line (link)
+    void ShowStatus(const std::string& words);
+    void ShowRemark();
+    void ShowStatusLine();
+    void CountDown();
+
+    // Commands to the receiver (link). Without a session they do nothing.
     void SendCommand(std::string_view text);
+    void SendSetAuthorization(WebsocketsClass* websocket);
+    void SendSetAudioOK();
+    void SendSetModulation();
+    void SendSetAGC();
+    void SendSetIdentity(const std::string& name);
+    void SendSetGeoLocation(const std::string& place);
+    void SendSetBrowser();
+    void SetSquelch(int level, double seconds);
+    void SetDeEmphasis(int index);
+    void SetMute(bool mute); // by the receiver
 
     // Messages from the receiver (link)
     void ParseMessage(const std::string& body);
@@ -136,11 +148,21 @@ class Window1 : public Window, public ReceiverControls {
     void SetSoundOutputDevice();
     void PrimeSoundOutputBuffer();
     void PlaySound(std::int64_t count, const void* samples);
+    void SetOutputVolume(double volume); // 0 to 1
     void OutputVolumeSlider_ValueChanged();
     void OutputVolumeSlider_MouseWheel(int deltaY);
 
     // Recording (audio)
+    enum class RecordingWish {
+        OfEntry, // a schedule's entry is to be recorded
+        ToGoOn   // a lost link has cut a recording short: it goes on in a new file
+    };
     void PushButtonRecord_Action();
+    void BeginRecording(); // whether the button is enabled or not
+    void EndRecording();   // without a recording does nothing
+    void ArmRecording(RecordingWish wish);
+    void DisarmRecording(RecordingWish wish);
+    void BeginArmedRecording();
     void AudioRecordingStart();
     void AudioRecordingStop();
     void AudioRecordingWriteHeader();
@@ -149,9 +171,9 @@ class Window1 : public Window, public ReceiverControls {
     void RecordSamples(const MemoryBlock& block, std::size_t sampleCount);
     void TextFieldSquelchedDeadSpace_TextChange();
     void ShowRecordingTime();
-    bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
 
     // Scheduled recordings (schedule)
+    void SetMode(const std::string& mode);
     void SetPassbandTexts(const std::string& filter);
 
     // Remote control and audio stream (remote)
@@ -216,6 +238,10 @@ class Window1 : public Window, public ReceiverControls {
     bool isConnected = false;           // the receiver has told its audio rate
     std::uint64_t pendingConnect = 0;   // ticket of the DoConnect that waits; 0: none does
     std::uint64_t lastTicket = 0;
+    int reconnectTicks = 0;   // of Timer3, until the reconnect that waits; 0: none does
+    bool isHangingUp = false; // the program ends the links itself
+    LinkHealth linkHealth;    // of this session
+    StatusLine statusLine;
     std::string frameTag;  // kept between frames for their memory
     std::string frameBody; // likewise
 
@@ -226,8 +252,9 @@ class Window1 : public Window, public ReceiverControls {
     bool okToSave = false;   // while false, SaveSettingsForMode does nothing
 
     // Audio state
-    double audioRate = 0; // samples a second; 0 until known
-    double sMeter = -127; // dBm
+    double audioRate = 0;                       // samples a second; 0 until known
+    static constexpr double LowestMeter = -127; // dBm
+    double sMeter = LowestMeter;
     int kiwiFlags = 0;
     std::int64_t kiwiAudioSequence = 0;
     std::int64_t lastKiwiAudioSequence = -1; // -1: none seen on this connection
@@ -236,10 +263,10 @@ class Window1 : public Window, public ReceiverControls {
     std::vector<std::size_t> soundInputDeviceIDs;  // indexes into soundDevices
     std::vector<std::size_t> soundOutputDeviceIDs; // row i of the popup shows device [i]
     MemoryBlock kiwiSoundSamplesMB;                // silence, for priming
-    bool startRecordingWhenConnected = false;
-    bool resumesRecording =
-        false;                // a lost link has cut a recording short: it goes on in a new file
-    bool isSquelched = false; // the recording is inside a quiet stretch
+    bool startRecordingWhenConnected = false;      // armed for an entry
+    bool resumesRecording = false;                 // armed to go on
+    std::string_view whyNotRecorded;               // the entry, as far as it is known
+    bool isSquelched = false;                      // the recording is inside a quiet stretch
 
     // Remote control state
     std::unique_ptr<UDPSocket> RxUDPSocket; // bound when networking is first used, to the end
@@ -249,9 +276,9 @@ class Window1 : public Window, public ReceiverControls {
     Datagram streamDatagram; // of the block that is sent, kept for its memory
 
     // Waterfall state
-    double waterfallStartFreq = 0; // kHz, the left edge
-    int waterfallOffsetDb = 0;     // 0 to 63
-    double waterfallGain = 0;      // 0.00 to 5.00
+    std::optional<double> waterfallStartFreq; // kHz, the left edge; none before the first session
+    int waterfallOffsetDb = 0;                // 0 to 63
+    double waterfallGain = 0;                 // 0.00 to 5.00
 
     // Receiver directory state
     bool gotKiwiPopupMouseDown = false; // the popup's next change is the user's pick

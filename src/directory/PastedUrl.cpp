@@ -5,21 +5,6 @@
 
 namespace larkspool {
 
-namespace {
-
-// As many characters of a UTF-8 text, not bytes.
-std::string_view FirstCharacters(std::string_view text, std::size_t count) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool startsOne = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
-        if (startsOne && count-- == 0) {
-            return text.substr(0, i);
-        }
-    }
-    return text;
-}
-
-} // namespace
-
 std::optional<PastedUrl> ParsePastedUrl(std::string_view text) {
     constexpr std::string_view Scheme = "http://";
     constexpr std::size_t LongestRest = 200;
@@ -31,6 +16,25 @@ std::optional<PastedUrl> ParsePastedUrl(std::string_view text) {
         return std::nullopt;
     }
     return PastedUrl{std::string(parts->host), Str(Val(parts->port))};
+}
+
+PastedUrl TidyReceiver(std::string_view address, std::string_view port) {
+    std::string_view text = WithoutBlanksAround(address);
+    if (const std::size_t scheme = text.find("://"); scheme != std::string_view::npos) {
+        text.remove_prefix(scheme + 3);
+    }
+    text = text.substr(0, text.find_first_of("/?#"));
+    HostAndPort typed{text, ""};
+    const std::size_t bracket = text.find(']');
+    if (text.starts_with('[') && bracket != std::string_view::npos) {
+        typed.host = text.substr(1, bracket - 1);
+        const std::string_view rest = text.substr(bracket + 1);
+        typed.port = rest.starts_with(':') ? rest.substr(1) : "";
+    } else if (const auto parts = SplitHostAndPort(text)) {
+        typed = *parts;
+    }
+    return {std::string(WithoutBlanksAround(typed.host)),
+            typed.port.empty() ? std::string(port) : Str(Val(typed.port))};
 }
 
 } // namespace larkspool

@@ -14,4 +14,8 @@ struct PastedUrl {
 };
 std::optional<PastedUrl> ParsePastedUrl(std::string_view text);
 
+// What a person means by the texts of the two fields: "host:8073", a web address or an IPv6 address
+// in brackets becomes a host and its port. Where the address names no port, the port stays.
+PastedUrl TidyReceiver(std::string_view address, std::string_view port);
+
 } // namespace larkspool

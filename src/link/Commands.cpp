@@ -15,7 +15,7 @@ void Window1::SendSetAuthorization(WebsocketsClass* websocket) {
         return;
     }
     websocket->WebsocketWrite(command::Authorization);
-    Listbox1.AddRow("SendSetAuthorization");
+    Log("SendSetAuthorization");
 }
 
 void Window1::SendSetAudioOK() {
@@ -25,7 +25,7 @@ void Window1::SendSetAudioOK() {
     for (const std::string_view text : command::AudioOK) {
         SendCommand(text);
     }
-    Listbox1.AddRow("SendSetAudioOK ");
+    Log("SendSetAudioOK ");
 }
 
 void Window1::SendSetModulation() {
@@ -54,7 +54,7 @@ void Window1::SendSetIdentity(const std::string& name) {
         return;
     }
     SendCommand(command::Identity(name));
-    Listbox1.AddRow("SendSetIdentity " + name);
+    Listbox1.AddRow("SendSetIdentity " + name); // not into the file
 }
 
 void Window1::SendSetGeoLocation(const std::string& place) {
@@ -62,7 +62,7 @@ void Window1::SendSetGeoLocation(const std::string& place) {
         return;
     }
     SendCommand(command::GeoLocation(place));
-    Listbox1.AddRow("SendSetGeoLocation " + place);
+    Listbox1.AddRow("SendSetGeoLocation " + place); // not into the file
 }
 
 void Window1::SendSetBrowser() {
@@ -70,7 +70,7 @@ void Window1::SendSetBrowser() {
         return;
     }
     SendCommand(command::Browser);
-    Listbox1.AddRow("SendSetBrowser ");
+    Log("SendSetBrowser ");
 }
 
 void Window1::SetSquelch(int level, double seconds) {

@@ -1,4 +1,5 @@
 #include "console/Window1.h"
+#include "directory/PastedUrl.h"
 #include "platform/Text.h"
 #include "shell/App.h"
 
@@ -9,39 +10,56 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t ShortestAddress = 5;
+constexpr double HighestPort = 65535;
+constexpr int ConnectDelay = 1000;    // ms, so that the receiver sees the old session go
+constexpr int ReconnectDelay = 60000; // ms
+constexpr int DisplayPeriod = 100;    // ms, of Timer3, which counts it down
 
 } // namespace
 
 void Window1::PushButtonConnect_Action() {
-    if (TextFieldAddress.Text().size() < ShortestAddress) {
+    if (TidyAddressAndPort()) {
+        PushDisconnectButton();
+        ConnectSoon();
+    }
+}
+
+// False: they can't be a receiver's, and the user has been told so.
+bool Window1::TidyAddressAndPort() {
+    const PastedUrl typed = TidyReceiver(TextFieldAddress.Text(), TextFieldPort.Text());
+    TextFieldAddress.SetText(typed.host);
+    TextFieldPort.SetText(typed.port);
+    const bool isIPv6 = Contains(typed.host, ":"); // which may be as short as "::1"
+    if (typed.host.size() < ShortestAddress && !isIPv6) {
         desktop.MsgBox("Please enter a valid URL for the KiwiSDR you wish to connect to");
-        return;
+        return false;
     }
-    if (Val(TextFieldPort.Text()) < 1) {
+    const double port = Val(typed.port);
+    if (port < 1 || port >= HighestPort + 1) {
         desktop.MsgBox("Please enter a valid port number for the KiwiSDR you wish to connect to");
-        return;
+        return false;
     }
-    PushDisconnectButton();
-    didManuallyDisconnect = false;
-    ConnectLater(ConnectDelay, ConnectKind::Wanted);
+    return true;
+}
+
+void Window1::ConnectSoon() {
+    ConnectLater(ConnectDelay);
+    statusLine.Begin(HostPort(TextFieldAddress.Text(), WholePart(Val(TextFieldPort.Text()))));
+    ShowStatusLine();
 }
 
 void Window1::PushButtonDisconnect_Action() {
-    didManuallyDisconnect = true;
-    DoDisconnect();
+    EndSession();
+    ShowStatus("Disconnected");
 }
 
 void Window1::PushDisconnectButton() { PushButtonDisconnect.Push(); }
 
 void Window1::CheckBoxReconnect_Action() { app.prefs.prefsReconnect = CheckBoxReconnect.Value(); }
 
-// Calls can't be withdrawn, so each has a ticket, and only the newest ticket's call does anything.
-// A wish replaces whatever waits; a reconnect waits only if nothing else does. A session that has
-// begun meanwhile has taken the ticket away, and with it every stale reconnect.
-void Window1::ConnectLater(int milliseconds, ConnectKind kind) {
-    if (kind == ConnectKind::Reconnect && pendingConnect != 0) {
-        return;
-    }
+// Calls can't be withdrawn, so each has a ticket, and only the newest ticket's call does anything:
+// the later of two wishes wins, and what was withdrawn stays so.
+void Window1::ConnectLater(int milliseconds) {
     pendingConnect = ++lastTicket;
     desktop.CallLater(milliseconds, [this, ticket = pendingConnect] {
         if (ticket == pendingConnect) {
@@ -51,30 +69,47 @@ void Window1::ConnectLater(int milliseconds, ConnectKind kind) {
 }
 
 void Window1::DoDisconnect() {
-    resumesRecording = false;
+    DisarmRecording(RecordingWish::ToGoOn);
     HangUp();
 }
 
+void Window1::ReconnectLater() {
+    Log("Will auto reconnect");
+    ConnectLater(ReconnectDelay);
+    reconnectTicks = ReconnectDelay / DisplayPeriod;
+}
+
+void Window1::WithdrawConnect() {
+    pendingConnect = 0;
+    reconnectTicks = 0;
+}
+
+// For good: no reconnect follows, and none that waits comes.
+void Window1::EndSession() {
+    WithdrawConnect();
+    didManuallyDisconnect = true;
+    DoDisconnect();
+    didManuallyDisconnect = false;
+}
+
 void Window1::HangUp() {
-    if (IsRecording()) {
-        // The button may be disabled at this moment; the recording must end all the same.
-        PushButtonRecord.SetEnabled(true);
-        PushButtonRecord.Push();
-    }
+    EndRecording();
     PushButtonRecord.SetEnabled(false);
     isConnected = false;
+    isHangingUp = true;
     TCPSocketAudio->Disconnect();
     Timer1->SetMode(Timer::Mode::Off);
     TCPSocketWaterfall->Disconnect();
+    isHangingUp = false;
+    linkHealth = LinkHealth();
 }
 
 void Window1::DoConnect() {
     HangUp();
-    pendingConnect = 0;
-    didManuallyDisconnect = false;
+    WithdrawConnect();
     WaterfallCanvas.DropPicture();
-    MakeLink(audioWebsocket, *TCPSocketAudio);
-    MakeLink(waterfallWebsocket, *TCPSocketWaterfall);
+    MakeLink(LinkKind::Audio);
+    MakeLink(LinkKind::Waterfall);
     Timer1->SetMode(Timer::Mode::Off);
     theHost = TextFieldAddress.Text();
     thePort = WholePart(Val(TextFieldPort.Text()));
@@ -83,26 +118,25 @@ void Window1::DoConnect() {
         socket->port = WholePart<int>(static_cast<double>(thePort));
         socket->Connect();
     }
-    LabelStatus.SetText("Connecting to " + theHost + ":" + Str(thePort));
+    statusLine.Begin(HostPort(theHost, thePort));
+    ShowStatusLine();
 }
 
-void Window1::MakeLink(std::unique_ptr<WebsocketsClass>& websocket, TCPSocket& socket) {
+void Window1::MakeLink(LinkKind kind) {
+    std::unique_ptr<WebsocketsClass>& websocket = WebsocketOf(kind);
     if (websocket != nullptr) {
         websocket->Closing();
     }
     websocket = std::make_unique<WebsocketsClass>(desktop, app.myRandom);
-    websocket->Init(socket);
+    websocket->Init(SocketOf(kind));
 }
 
-// Every second while the audio link is up.
-void Window1::Timer1_Action() {
-    if (audioWebsocket == nullptr) {
-        return;
-    }
-    LabelStatus.SetText(Str(static_cast<double>(numSoundBytes) / 2.0) + " samples/sec    " +
-                        Str(audioWebsocket->numRxBytes) + " bytes/sec");
-    numSoundBytes = 0;
-    audioWebsocket->numRxBytes = 0;
+TCPSocket& Window1::SocketOf(LinkKind kind) {
+    return kind == LinkKind::Audio ? *TCPSocketAudio : *TCPSocketWaterfall;
+}
+
+std::unique_ptr<WebsocketsClass>& Window1::WebsocketOf(LinkKind kind) {
+    return kind == LinkKind::Audio ? audioWebsocket : waterfallWebsocket;
 }
 
 } // namespace larkspool

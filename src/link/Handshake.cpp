@@ -6,6 +6,12 @@
 
 namespace larkspool {
 
+std::string HostPort(std::string_view host, std::int64_t port) {
+    const bool needsBrackets = host.find(':') != std::string_view::npos && !host.starts_with('[');
+    const std::string name = needsBrackets ? "[" + std::string(host) + "]" : std::string(host);
+    return name + ":" + std::to_string(port);
+}
+
 std::string UpgradeRequest(LinkKind kind, std::int64_t unixTime, std::string_view hostPort,
                            std::string_view key) {
     std::string request;

@@ -9,9 +9,12 @@ void Window1::ParseMessage(const std::string& body) {
     static constexpr std::string_view AudioRateKey = "audio_rate=";
     for (const std::string_view refusal : {"too_busy=", "monitor"}) {
         if (Contains(body, refusal)) {
-            resumesRecording = resumesRecording || (IsRecording() && CheckBoxReconnect.Value());
+            if (IsRecording() && CheckBoxReconnect.Value()) {
+                ArmRecording(RecordingWish::ToGoOn);
+            }
+            whyNotRecorded = "the receiver was full";
             HangUp();
-            LabelStatus.SetText("Too many users on Kiwi, disconnecting");
+            ShowStatus("Too many users on Kiwi, disconnecting");
         }
     }
     if (Contains(body, "audio_init=")) {
@@ -23,9 +26,16 @@ void Window1::ParseMessage(const std::string& body) {
 }
 
 void Window1::AudioInitReceived() {
-    LabelStatus.SetText("Connected to " + theHost + ":" + Str(thePort));
-    Listbox1.AddRow("got audio_init=");
+    ShowStatus("Connected to " + HostPort(theHost, thePort));
+    Log("got audio_init=");
     SendSetAudioOK();
+    // That has switched both off at the receiver; what the console shows is to be in force.
+    if (SliderSquelch.Value() != 0) {
+        SetSquelch(SliderSquelch.Value(), Val(PopupMenuSquelchTime.Text()));
+    }
+    if (PopupMenuDeEmphasis.ListIndex() > 0) {
+        SetDeEmphasis(PopupMenuDeEmphasis.ListIndex());
+    }
     SendSetModulation();
     SendSetAGC();
     SendSetIdentity(TextFieldIdentity.Text());
@@ -34,18 +44,14 @@ void Window1::AudioInitReceived() {
 
 void Window1::AudioRateReceived(std::string_view value) {
     audioRate = Val(value);
-    Listbox1.AddRow("audioRate = " + Str(audioRate));
+    Log("audioRate = " + Str(audioRate));
     PrimeSoundOutputBuffer();
     if (!TCPSocketAudio->IsConnected()) {
         return; // a refusal in the same message has ended the link already
     }
     isConnected = true;
-    if ((startRecordingWhenConnected || resumesRecording) && !IsRecording()) {
-        startRecordingWhenConnected = false;
-        resumesRecording = false;
-        PushButtonRecord.SetEnabled(true);
-        PushButtonRecord.Push();
-    }
+    PushButtonRecord.SetEnabled(true);
+    BeginArmedRecording();
 }
 
 } // namespace larkspool

@@ -7,22 +7,20 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t KeyBytes = 16;
-constexpr int ReconnectDelay = 60000; // ms
 
 } // namespace
 
 void Window1::SendRequest(LinkKind kind, WebsocketsClass* websocket) {
     const std::string key = desktop.RandomBytes(KeyBytes);
-    const std::string hostPort = theHost + ":" + Str(thePort);
+    const std::string hostPort = HostPort(theHost, thePort);
     if (websocket == nullptr) {
         return;
     }
     const std::int64_t stamp = WholePart(desktop.UtcNow());
-    Listbox1.AddRow(Str(stamp));
+    Log(Str(stamp));
     websocket->waitingForConnectReply = true;
-    SendString(UpgradeRequest(kind, stamp, hostPort, key),
-               kind == LinkKind::Audio ? TCPSocketAudio.get() : TCPSocketWaterfall.get());
-    Listbox1.AddRow("SendRequest ");
+    SendString(UpgradeRequest(kind, stamp, hostPort, key), &SocketOf(kind));
+    Log("SendRequest ");
 }
 
 void Window1::SendString(const std::string& text, TCPSocket* socket) {
@@ -31,68 +29,75 @@ void Window1::SendString(const std::string& text, TCPSocket* socket) {
     }
 }
 
-void Window1::TCPSocketAudio_Connected() {
-    Listbox1.AddRow("Connected");
-    LabelStatus.SetText("Connected");
-    lastKiwiAudioSequence = -1;
-    SendRequest(LinkKind::Audio, audioWebsocket.get());
-    Timer1->SetMode(Timer::Mode::Multiple);
+void Window1::TCPSocket_Connected(LinkKind kind) {
+    if (kind == LinkKind::Audio) {
+        ShowStatus("Connected");
+        lastKiwiAudioSequence = -1;
+        Timer1->SetMode(Timer::Mode::Multiple);
+    } else {
+        Log("Waterfall Connected");
+    }
+    SendRequest(kind, WebsocketOf(kind).get());
 }
 
-void Window1::TCPSocketWaterfall_Connected() {
-    Listbox1.AddRow("Waterfall Connected");
-    SendRequest(LinkKind::Waterfall, waterfallWebsocket.get());
-}
-
-void Window1::TCPSocketAudio_DataAvailable() {
-    if (audioWebsocket == nullptr) {
+void Window1::TCPSocket_DataAvailable(LinkKind kind) {
+    WebsocketsClass* const websocket = WebsocketOf(kind).get();
+    if (websocket == nullptr) {
         return;
     }
-    if (!audioWebsocket->waitingForConnectReply) {
-        ReadFrames(*audioWebsocket, true);
-    } else if (TakeConnectReply(*audioWebsocket, *TCPSocketAudio)) {
-        SendSetAuthorization(audioWebsocket.get());
-        LabelStatus.SetText("Switched to WebSocket protocol");
+    if (!websocket->waitingForConnectReply) {
+        ReadFrames(kind);
+    } else if (websocket->ReadReply()) {
+        TakeConnectReply(kind);
     }
 }
 
-void Window1::TCPSocketWaterfall_DataAvailable() {
-    if (waterfallWebsocket == nullptr) {
-        return;
-    }
-    if (!waterfallWebsocket->waitingForConnectReply) {
-        ReadFrames(*waterfallWebsocket, false);
-    } else if (TakeConnectReply(*waterfallWebsocket, *TCPSocketWaterfall)) {
-        SendSetAuthorization(waterfallWebsocket.get());
+// The receiver speaks WebSocket from here on.
+void Window1::LinkIsUp(LinkKind kind) {
+    SendSetAuthorization(WebsocketOf(kind).get());
+    if (kind == LinkKind::Audio) {
+        ShowStatus("Switched to WebSocket protocol");
+    } else {
         RecentreWaterfall();
-        LabelStatus.SetText("Waterfall Switched to WebSocket protocol");
+        ShowStatus("Waterfall Switched to WebSocket protocol");
     }
 }
 
-// The first data on a link is the reply to the upgrade request, with whatever else came in the same
-// read. True: the receiver speaks WebSocket from here on.
-bool Window1::TakeConnectReply(WebsocketsClass& websocket, TCPSocket& socket) {
-    const std::string reply = socket.ReadAll();
+void Window1::TakeConnectReply(LinkKind kind) {
+    const std::string& reply = WebsocketOf(kind)->connectReply;
     TextArea1.AppendText(reply + "\n");
-    Listbox1.AddRow("Connect reply: " + reply);
-    websocket.waitingForConnectReply = false;
-    return Contains(reply, SwitchingProtocols);
+    Log("Connect reply: " + reply);
+    if (kind == LinkKind::Audio) {
+        linkHealth.Arrived();
+    }
+    if (Contains(reply, SwitchingProtocols)) {
+        LinkIsUp(kind);
+    } else if (kind == LinkKind::Audio) {
+        linkHealth.NotAReceiver(reply);
+        ShowRemark();
+    } else {
+        linkHealth.WaterfallFailed();
+    }
 }
 
-void Window1::ReadFrames(WebsocketsClass& websocket, bool takesSound) {
+void Window1::ReadFrames(LinkKind kind) {
+    WebsocketsClass& websocket = *WebsocketOf(kind);
     std::size_t received = 0;
     do {
         received = websocket.ReadNewData();
         while (websocket.WebsocketRead(frameTag, frameBody)) {
-            DispatchFrame(frameTag, frameBody, takesSound);
+            if (kind == LinkKind::Audio) {
+                linkHealth.Arrived();
+            }
+            DispatchFrame(kind, frameTag, frameBody);
         }
     } while (received > 0);
 }
 
-void Window1::DispatchFrame(const std::string& tag, const std::string& body, bool takesSound) {
+void Window1::DispatchFrame(LinkKind kind, const std::string& tag, const std::string& body) {
     if (tag == "MSG") {
         ParseMessage(body);
-    } else if (tag == "SND" && takesSound) {
+    } else if (tag == "SND" && kind == LinkKind::Audio) {
         ParseSoundData(body);
     } else if (tag == "W/F") {
         ParseWaterfallData(body);
@@ -100,27 +105,33 @@ void Window1::DispatchFrame(const std::string& tag, const std::string& body, boo
 }
 
 void Window1::TCPSocketAudio_Error() {
-    Listbox1.AddRow("Audio Socket Error " + Str(TCPSocketAudio->LastErrorCode()));
+    const int code = TCPSocketAudio->LastErrorCode();
+    Log("Audio Socket Error " + Str(code));
     if (didManuallyDisconnect) {
-        Listbox1.AddRow("didManuallyDisconnect set");
+        Log("didManuallyDisconnect set");
     }
-    const bool lost = TCPSocketAudio->LastErrorCode() == ErrorLostConnection;
-    if (lost && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
-        Listbox1.AddRow("Will auto reconnect");
+    isConnected = false;
+    if (code == ErrorLostConnection && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
         if (IsRecording()) {
-            // Nobody asked for the recording to end: it goes on in a new file, if the disk takes
-            // one.
-            resumesRecording = true;
-            PushButtonRecord.SetEnabled(true);
-            PushButtonRecord.Push();
+            ArmRecording(RecordingWish::ToGoOn); // if the disk takes another file
+            EndRecording();
         }
-        ConnectLater(ReconnectDelay, ConnectKind::Reconnect);
+        if (pendingConnect == 0) { // else a wish waits, and goes first
+            ReconnectLater();
+        }
     }
-    didManuallyDisconnect = false;
+    if (!isHangingUp) {
+        if (!audioWebsocket->connectReply.empty() && audioWebsocket->waitingForConnectReply) {
+            linkHealth.NotAReceiver(audioWebsocket->connectReply);
+        }
+        linkHealth.Failed(TCPSocketAudio->LastFailure(), code);
+        ShowRemark();
+    }
 }
 
 void Window1::TCPSocketWaterfall_Error() {
-    Listbox1.AddRow("Waterfall Socket Error " + Str(TCPSocketWaterfall->LastErrorCode()));
+    Log("Waterfall Socket Error " + Str(TCPSocketWaterfall->LastErrorCode()));
+    linkHealth.WaterfallFailed(); // the next second's statistics show it
 }
 
 } // namespace larkspool

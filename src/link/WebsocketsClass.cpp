@@ -19,6 +19,7 @@ constexpr std::size_t LongestShortPayload = 125;
 constexpr std::uint8_t CommandKey = 0x32; // each byte of the masking key of every command
 constexpr std::size_t KeySize = 4;
 constexpr int KeepAlivePeriod = 1000; // ms
+constexpr std::size_t LongestReply = std::size_t{16} * 1024;
 
 } // namespace
 
@@ -34,6 +35,15 @@ void WebsocketsClass::Init(TCPSocket& socket) {
     myTimer->action = [this] { MyTimerAction(); };
     myTimer->SetPeriod(KeepAlivePeriod);
     myTimer->SetMode(Timer::Mode::Multiple);
+}
+
+bool WebsocketsClass::ReadReply() {
+    const std::size_t seen = std::max<std::size_t>(connectReply.size(), 3) - 3;
+    connectReply += theSocket->ReadAll();
+    waitingForConnectReply = connectReply.find("\r\n\r\n", seen) == std::string::npos &&
+                             connectReply.find("\n\n", seen) == std::string::npos &&
+                             connectReply.size() < LongestReply;
+    return !waitingForConnectReply;
 }
 
 std::size_t WebsocketsClass::BytesInInputBuffer() const {

@@ -25,6 +25,11 @@ class WebsocketsClass {
     // Binds the link to its socket and starts the keep-alive, once a second.
     void Init(TCPSocket& socket);
 
+    // Adds what the socket holds to the reply to the upgrade request. True: the reply is there, up
+    // to its blank line and with what came behind it in the same read, or it is longer than a
+    // receiver's ever is.
+    bool ReadReply();
+
     // Moves what the socket holds into the ring, as far as there is room. How many bytes it moved.
     std::size_t ReadNewData();
 
@@ -42,7 +47,8 @@ class WebsocketsClass {
     std::size_t BytesInInputBuffer() const;
 
     std::size_t numRxBytes = 0;          // since the statistics timer last zeroed it
-    bool waitingForConnectReply = false; // the next data is the reply to the upgrade request
+    bool waitingForConnectReply = false; // the next data belongs to the reply
+    std::string connectReply;            // as far as it has come
 
   private:
     struct FrameHeader {

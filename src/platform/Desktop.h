@@ -3,8 +3,11 @@
 #include "platform/FileLock.h"
 #include "platform/FolderItem.h"
 #include "platform/HTTPSocket.h"
+#include "platform/LogFile.h"
 #include "platform/Menu.h"
+#include "platform/RolledFile.h"
 #include "platform/SoundLibrary.h"
+#include "platform/StayAwake.h"
 #include "platform/TCPServer.h"
 #include "platform/TCPSocket.h"
 #include "platform/Timer.h"
@@ -41,6 +44,7 @@ enum class SpecialFolder {
     Program,         // where the executable stands
     Preferences,     // the program's own folder in the user's settings
     ApplicationData, // the program's own folder among the user's data
+    State,           // the program's own folder for what it notes while it runs
     Documents
 };
 
@@ -90,6 +94,15 @@ class Desktop {
     // Waits until what was written to the file, or the names in the folder, would survive a power
     // cut. False: the disk has refused it.
     virtual bool Settle(const FolderItem& item) = 0;
+    // Lines that the disk takes too slowly are dropped. Lines written when the object goes are
+    // given a fraction of a second.
+    virtual std::unique_ptr<LogFile> MakeLogFile(RolledFile file) = 0;
+    // Asks the computer not to go to sleep by itself, for that reason. answered comes later, with
+    // the computer's own words if it refuses, with nothing if it agrees, and not at all where there
+    // is nobody to ask or the object has gone.
+    virtual std::unique_ptr<StayAwake>
+    KeepAwake(const std::string& reason,
+              std::function<void(const std::string& refusal)> answered) = 0;
     virtual std::string RandomBytes(std::size_t count) = 0; // fit for cryptography
     virtual OperatingSystemVersion SystemVersion() const = 0;
     virtual SoundLibrary& Sound() = 0;

@@ -16,7 +16,7 @@ bool MayOpen(const fs::path& path, FileAccess access) {
     if (type == fs::file_type::regular) {
         return true;
     }
-    return access == FileAccess::Replace &&
+    return (access == FileAccess::Replace || access == FileAccess::Append) &&
            (type == fs::file_type::not_found || type == fs::file_type::character);
 }
 
@@ -28,6 +28,8 @@ const char* Mode(FileAccess access) {
         return "w+b";
     case FileAccess::Update:
         return "r+b";
+    case FileAccess::Append:
+        return "ab";
     }
     return "rb";
 }

@@ -14,7 +14,7 @@ struct FileCloser {
 // The C library's file under the streams, owned by one stream.
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-enum class FileAccess { Read, Replace, Update };
+enum class FileAccess { Read, Replace, Update, Append };
 
 // Null if the file can't be opened, or is of a kind that could block or never
 // end: only files are read, only files and devices written.

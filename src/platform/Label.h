@@ -19,6 +19,7 @@ class Label : public Control {
     void SetTextColor(Color value);
 
     std::string longest;      // the longest text that will ever show; the font is chosen to fit it
+    bool mayBeCut = false;    // a longer one ends in an ellipsis, and is whole in the tooltip
     Control* buddy = nullptr; // the control that this label names, for screen readers
 
   private:

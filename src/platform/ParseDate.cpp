@@ -1,5 +1,7 @@
 #include "platform/ParseDate.h"
 
+#include "platform/Text.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -50,11 +52,6 @@ bool Exists(const Fields& fields) {
     return fields.year >= 1 && fields.month >= 1 && fields.month <= 12 && fields.day >= 1 &&
            fields.day <= Date::DaysInMonth(fields.year, fields.month) && fields.hour <= 23 &&
            fields.minute <= 59 && fields.second <= 59;
-}
-
-std::string_view WithoutBlanksAround(std::string_view text) {
-    const std::size_t first = std::min(text.find_first_not_of(' '), text.size());
-    return text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
 } // namespace

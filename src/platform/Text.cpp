@@ -81,6 +81,22 @@ std::vector<std::string_view> SplitB(std::string_view text, std::string_view sep
     return parts;
 }
 
+std::string_view WithoutBlanksAround(std::string_view text) {
+    constexpr std::string_view Blanks = " \t\r\n";
+    const std::size_t first = std::min(text.find_first_not_of(Blanks), text.size());
+    return text.substr(first, text.find_last_not_of(Blanks) + 1 - first);
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool startsOne = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
+        if (startsOne && count-- == 0) {
+            return text.substr(0, i);
+        }
+    }
+    return text;
+}
+
 std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
     if (text.size() <= maxBytes) {
         return std::string(text);

@@ -46,6 +46,10 @@ inline bool Contains(std::string_view text, std::string_view key) {
     return text.find(key) != std::string_view::npos;
 }
 
+// Both look into the text.
+std::string_view WithoutBlanksAround(std::string_view text);
+std::string_view FirstCharacters(std::string_view text, std::size_t count); // of UTF-8, not bytes
+
 // At most maxBytes from the start of a UTF-8 text, never half a character.
 std::string CutUtf8(std::string_view text, std::size_t maxBytes);
 

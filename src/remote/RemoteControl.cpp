@@ -19,7 +19,7 @@ void Window1::InitNetworking() {
     audioStream.Init();
     RxUDPSocket->port = CommandPort;
     RxUDPSocket->Connect();
-    Listbox1.AddRow("last error " + Str(RxUDPSocket->LastErrorCode()));
+    Log("last error " + Str(RxUDPSocket->LastErrorCode()));
 }
 
 // Unticking stops what goes out and ends rig control; the UDP socket stays bound and its commands
@@ -40,7 +40,7 @@ void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
 
 void Window1::RxUDPSocket_DataAvailable(UDPSocket& socket) {
     const std::string line = RemoteLine(socket.Read().data);
-    Listbox1.AddRow(line);
+    Log(line);
     const auto command = ParseRemoteCommand(line);
     if (command && !app.IsQuitting()) { // what began now would end without being closed
         Obey(*command);

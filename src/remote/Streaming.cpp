@@ -12,7 +12,7 @@ constexpr Color Red = {255, 0, 0};
 
 void Window1::StartStreaming() {
     ReplyStreamRate();
-    Listbox1.AddRow("start streaming");
+    Log("start streaming");
     streamDatagram.address = RxUDPSocket->BroadcastAddress();
     streamDatagram.port = StreamPort;
     audioStream.isStreaming = true;
@@ -20,7 +20,7 @@ void Window1::StartStreaming() {
 
 // What is in the block being filled stays there and goes out ahead of the next stream's sound.
 void Window1::EndStreaming() {
-    Listbox1.AddRow("end streaming");
+    Log("end streaming");
     audioStream.isStreaming = false;
 }
 

@@ -11,20 +11,9 @@ namespace larkspool {
 
 namespace {
 
-constexpr double DayLength = 86400; // seconds
-constexpr double HourLength = 3600; // likewise
+constexpr double HourLength = 3600; // seconds
 // How late the end of a window over midnight may be noticed and still be taken for this night's.
 constexpr double EndSlack = 10; // seconds
-
-std::optional<double> SecondOfDay(std::string_view text) {
-    Date time; // on the day with which its Unix seconds begin
-    if (!ParseDateMBS("%H:%M:%S", text, time)) {
-        return std::nullopt;
-    }
-    return time.UnixSeconds();
-}
-
-double DayBegin(double seconds) { return std::floor(seconds / DayLength) * DayLength; }
 
 std::optional<double> BeginOfRowsDay(double currentSeconds, std::string_view dateText,
                                      int gmOffset) {
@@ -40,6 +29,16 @@ std::optional<double> BeginOfRowsDay(double currentSeconds, std::string_view dat
 
 } // namespace
 
+std::optional<double> SecondOfDay(std::string_view text) {
+    Date time; // on the day with which its Unix seconds begin
+    if (!ParseDateMBS("%H:%M:%S", text, time)) {
+        return std::nullopt;
+    }
+    return time.UnixSeconds();
+}
+
+double DayBegin(double seconds) { return std::floor(seconds / DayLength) * DayLength; }
+
 std::optional<TimeSpan> SplitTimeCell(std::string_view cell) {
     const std::size_t hyphen = cell.find('-');
     if (hyphen == std::string_view::npos || cell.find('-', hyphen + 1) != std::string_view::npos) {
@@ -53,6 +52,18 @@ bool DayIsToday(double currentSeconds, std::string_view dateText, int gmOffset) 
                                                               "Th", "F", "Sa"};
     const Date today = Date::FromTotalSeconds(currentSeconds + gmOffset * HourLength);
     return Contains(dateText, Codes[static_cast<std::size_t>(today.DayOfWeek() - 1)]);
+}
+
+bool CanEverStart(std::string_view dateText, std::string_view timeCell) {
+    const auto span = SplitTimeCell(timeCell);
+    if (!span || !SecondOfDay(span->start) || !SecondOfDay(span->end)) {
+        return false;
+    }
+    bool namesDay = false;
+    for (int day = 0; day < 7; ++day) {
+        namesDay = namesDay || BeginOfRowsDay(day * DayLength, dateText, 0).has_value();
+    }
+    return namesDay;
 }
 
 int DateTimeCompare(double currentSeconds, std::string_view dateText, std::string_view startText,

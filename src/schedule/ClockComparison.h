@@ -5,6 +5,8 @@
 
 namespace larkspool {
 
+constexpr double DayLength = 86400; // seconds
+
 // Start and end of a schedule row's Time cell, as they stand there.
 struct TimeSpan {
     std::string_view start;
@@ -14,9 +16,18 @@ struct TimeSpan {
 // Nothing unless the cell has exactly one hyphen. The parts look into the cell.
 std::optional<TimeSpan> SplitTimeCell(std::string_view cell);
 
+// Seconds since midnight of "06:30:00". Nothing if that is no time of day, as "24:00:00".
+std::optional<double> SecondOfDay(std::string_view text);
+
+// The begin of a moment's day; both in seconds since 1904-01-01 UTC.
+double DayBegin(double seconds);
+
 // Whether the day codes in a Date cell ("Su", "M", "Tu", "W", "Th", "F", "Sa") name the day of this
 // moment, in a zone so many hours east of UTC.
 bool DayIsToday(double currentSeconds, std::string_view dateText, int gmOffset);
+
+// Whether a row with these cells can ever start: both times and the date, or a day, can be read.
+bool CanEverStart(std::string_view dateText, std::string_view timeCell);
 
 // Where a moment, in seconds since 1904-01-01 UTC, stands to a row's window:
 //   -1  the window lies ahead, is not today's, or can't be read

@@ -10,6 +10,7 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
                                const std::string& mode, const std::string& filter) {
     const auto receiver = SplitHostAndPort(url);
     if (!receiver) {
+        Log("Entry can't be carried out: no address and port in \"" + url + "\"");
         return;
     }
     if (!Visible()) {
@@ -18,16 +19,35 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     TextFieldAddress.SetText(std::string(receiver->host));
     TextFieldPort.SetText(std::string(receiver->port));
     TextFieldFreq.SetText(freq);
+    SetMode(mode);
+    SetPassbandTexts(filter); // behind the mode, which brings its own passband
+    PushDisconnectButton();
+    ArmRecording(RecordingWish::OfEntry);
+    whyNotRecorded = "no sound came before its end";
+    ConnectSoon();
+}
+
+void Window1::EndEntry() {
+    if (startRecordingWhenConnected) {
+        Log("Entry was not recorded: " + std::string(whyNotRecorded) +
+            ". Last status: " + LabelStatus.Text());
+    }
+    EndSession();
+    DisarmRecording(RecordingWish::OfEntry);
+    ShowStatus("Disconnected");
+}
+
+void Window1::SetMode(const std::string& mode) {
+    bool isKnown = false;
     for (int row = 0; row < PopupMenuMode.ListCount(); ++row) {
         if (PopupMenuMode.RowText(row) == mode) {
             PopupMenuMode.SetListIndex(row);
+            isKnown = true;
         }
     }
-    SetPassbandTexts(filter); // behind the mode, which brings its own passband
-    PushDisconnectButton();
-    didManuallyDisconnect = false;
-    startRecordingWhenConnected = true;
-    ConnectLater(ConnectDelay, ConnectKind::Wanted);
+    if (!isKnown) {
+        Log("No such mode: \"" + mode + "\". The entry is received in " + PopupMenuMode.Text());
+    }
 }
 
 // "-2600,2600", or one number for both sides.

@@ -10,8 +10,20 @@
 
 namespace larkspool {
 
-// The visible cells of a schedule row: URL, date, time, frequency, mode, passband.
-constexpr std::size_t SavedColumns = 6;
+// The columns of a schedule. The last one holds what the comparison with the clock gave; it is
+// neither shown nor saved.
+enum ScheduleColumn {
+    UrlColumn,
+    DateColumn,
+    TimeColumn,
+    FreqColumn,
+    ModeColumn,
+    FilterColumn,
+    TestColumn
+};
+constexpr std::size_t SavedColumns = TestColumn;
+
+// The cells of a row that are shown and saved.
 using ScheduleRow = std::array<std::string, SavedColumns>;
 
 // The text of a schedule file: the number of rows, then a line a row with ";" between the cells.

@@ -21,8 +21,12 @@ void SetHourAndMinute(Date& time, std::string_view fourDigits) {
 
 std::string SkedTitle(const Date& now, bool schedulesEnabled, int state) {
     return std::string("Schedules ") + (schedulesEnabled ? " Enabled " : " Disabled ") +
-           Format(now.Year(), "0000") + "-" + Format(now.Month(), "00") + "-" +
-           Format(now.Day(), "00") + " " + TimeOfDayText(now) + " UTC" + "  state: " + Str(state);
+           DateAndTimeText(now) + "  state: " + Str(state);
+}
+
+std::string DateAndTimeText(const Date& time) {
+    return Format(time.Year(), "0000") + "-" + Format(time.Month(), "00") + "-" +
+           Format(time.Day(), "00") + " " + TimeOfDayText(time) + " UTC";
 }
 
 std::string TimeOfDayText(const Date& time) {
@@ -36,6 +40,16 @@ std::string NewEntryTimeText(const Date& now) {
     const std::string start = TimeOfDayText(time);
     time.SetSecond(time.Second() + NewEntryLength);
     return start + "-" + TimeOfDayText(time);
+}
+
+std::string EntryText(const ScheduleRow& cells) {
+    std::string text;
+    for (const std::string& cell : cells) {
+        if (!cell.empty()) {
+            text += (text.empty() ? "" : "  ") + cell;
+        }
+    }
+    return text;
 }
 
 std::variant<StationLine, std::string> ParseStationLine(std::string_view line, const Date& now) {

@@ -30,20 +30,21 @@ void SkedWindow::OpenFile(const FolderItem& f) {
     auto lines = TextInputStream::Open(f);
     if (!lines) {
         if (f.Exists()) { // else it has gone at this very moment
-            desktop.MsgBox("Error opening file");
+            TellUnreadable(f);
         }
         return;
     }
     for (const ScheduleRow& cells : ReadSchedule(*lines)) {
-        ListboxSkeds.AddRow(cells[UrlColumn]);
-        for (int column = DateColumn; column <= FilterColumn; ++column) {
-            ListboxSkeds.SetCell(ListboxSkeds.LastIndex(), column,
-                                 cells[static_cast<std::size_t>(column)]);
-        }
+        AddRow(cells);
     }
     if (lines->Failed()) {
-        desktop.MsgBox("Error opening file");
+        TellUnreadable(f);
     }
+}
+
+void SkedWindow::TellUnreadable(const FolderItem& file) {
+    desktop.MsgBox("Error opening file");
+    app.Console().Log("Schedule can't be read: " + file.Name());
 }
 
 bool SkedWindow::FileSaveSchedule_Action() {
@@ -58,13 +59,9 @@ bool SkedWindow::FileSaveSchedule_Action() {
 
 void SkedWindow::SaveTo(const FolderItem& file) {
     CommitEdits();
-    std::vector<ScheduleRow> rows(static_cast<std::size_t>(ListboxSkeds.ListCount()));
-    int index = 0;
-    for (ScheduleRow& cells : rows) {
-        for (int column = UrlColumn; column <= FilterColumn; ++column) {
-            cells[static_cast<std::size_t>(column)] = ListboxSkeds.Cell(index, column);
-        }
-        ++index;
+    std::vector<ScheduleRow> rows;
+    for (int row = 0; row < ListboxSkeds.ListCount(); ++row) {
+        rows.push_back(CellsOf(row));
     }
     if (!ReplaceFile(desktop, file, ScheduleText(rows))) {
         desktop.MsgBox("Error saving file");
@@ -92,10 +89,10 @@ bool SkedWindow::ListboxSkeds_ContextualMenuAction(const MenuItem& item) {
     CommitEdits(); // an edit that is open would be lost with its row
     switch (item.index) {
     case Enable:
-        schedulesEnabled = true;
+        SetEnabled(true);
         break;
     case Disable:
-        schedulesEnabled = false;
+        SetEnabled(false);
         break;
     case Add:
         AddEntry();
@@ -138,14 +135,9 @@ void SkedWindow::AddEntryFromClipboard() {
 // A row for every day, with the receiver and the passband that the console is set to.
 void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
     const Window1& console = app.Console();
-    ListboxSkeds.AddRow(console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text());
-    const int row = ListboxSkeds.LastIndex();
-    ListboxSkeds.SetCell(row, DateColumn, "");
-    ListboxSkeds.SetCell(row, TimeColumn, std::move(time));
-    ListboxSkeds.SetCell(row, FreqColumn, std::move(freq));
-    ListboxSkeds.SetCell(row, ModeColumn, std::move(mode));
-    ListboxSkeds.SetCell(row, FilterColumn,
-                         console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text());
+    AddRow({console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text(), "",
+            std::move(time), std::move(freq), std::move(mode),
+            console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text()});
 }
 
 } // namespace larkspool

@@ -4,12 +4,12 @@
 #include "schedule/SkedWindow.h"
 #include "shell/App.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace larkspool {
 
-// Four times a second. Nothing is planned ahead and nothing kept from tick to tick, so whatever
-// the user changes in the cells holds from the next tick on.
+// Four times a second. Nothing is planned ahead, so whatever the user changes in the cells holds
+// from the next tick on.
 void SkedWindow::Timer1_Action() {
     if (schedulesEnabled) {
         if (state == 0) {
@@ -23,55 +23,106 @@ void SkedWindow::Timer1_Action() {
     SetTitle(SkedTitle(app.GetCurrentUtcDate(), schedulesEnabled, state));
 }
 
+void SkedWindow::SetEnabled(bool wanted) {
+    if (schedulesEnabled == wanted) {
+        return;
+    }
+    schedulesEnabled = wanted;
+    app.Console().Log(std::string("Schedules ") + (wanted ? "enabled" : "disabled") +
+                      ", entries: " + Str(ListboxSkeds.ListCount()));
+    if (wanted) {
+        TellOfBadRows();
+    }
+}
+
+// A time like 24:00:00 would cost the recording without a word.
+void SkedWindow::TellOfBadRows() {
+    constexpr int MostRows = 50;
+    for (int row = 0; row < std::min(ListboxSkeds.ListCount(), MostRows); ++row) {
+        const ScheduleRow cells = CellsOf(row);
+        if (!CanEverStart(cells[DateColumn], cells[TimeColumn])) {
+            app.Console().Log("Entry will not start, its date or time can't be read: " +
+                              EntryText(cells));
+        }
+    }
+}
+
 // Starts the topmost row whose window is open.
 void SkedWindow::CheckForNewSked() {
     for (int row = 0; row < ListboxSkeds.ListCount(); ++row) {
-        const auto span = SplitTimeCell(ListboxSkeds.Cell(row, TimeColumn));
-        if (!span) {
+        if (!SplitTimeCell(ListboxSkeds.Cell(row, TimeColumn))) {
             continue;
         }
-        const int result = DateTimeCompare(CurrentSeconds(), ListboxSkeds.Cell(row, DateColumn),
-                                           span->start, span->end, false, gmOffset);
+        const int result = CompareForStart(row);
         SetTestCell(row, result);
         if (result == 0) {
-            recordingIndex = row;
-            app.Console().ConnectAndRecord(
-                ListboxSkeds.Cell(row, UrlColumn), ListboxSkeds.Cell(row, FreqColumn),
-                ListboxSkeds.Cell(row, ModeColumn), ListboxSkeds.Cell(row, FilterColumn));
-            state = 1;
+            StartEntry(row);
             return;
         }
     }
 }
 
-// Hangs up when the running row's window has closed, or the row is gone.
+int SkedWindow::CompareForStart(int row) const {
+    const auto span = SplitTimeCell(ListboxSkeds.Cell(row, TimeColumn));
+    return span ? DateTimeCompare(ClockFor(*span, CurrentSeconds()),
+                                  ListboxSkeds.Cell(row, DateColumn), span->start, span->end, false,
+                                  gmOffset)
+                : -1;
+}
+
+void SkedWindow::StartEntry(int row) {
+    const ScheduleRow cells = CellsOf(row);
+    app.Console().Log("Entry started: " + EntryText(cells));
+    recordingIndex = row;
+    state = 1;
+    running.Begin(CurrentSeconds(), cells[TimeColumn]);
+    app.Console().ConnectAndRecord(cells[UrlColumn], cells[FreqColumn], cells[ModeColumn],
+                                   cells[FilterColumn]);
+}
+
+// Hangs up when the running row's end has come, or the row is gone.
 void SkedWindow::CheckForSkedEnding() {
     if (recordingIndex >= ListboxSkeds.ListCount()) {
-        app.Console().DoDisconnect();
-        state = 0;
+        EndEntry("its row is gone");
         return;
     }
-    const auto span = SplitTimeCell(ListboxSkeds.Cell(recordingIndex, TimeColumn));
-    if (!span) {
+    const std::string time = ListboxSkeds.Cell(recordingIndex, TimeColumn);
+    if (!SplitTimeCell(time)) {
         return;
     }
-    // Without the date: an entry that began last night on its own day ends today.
-    const int result =
-        DateTimeCompare(CurrentSeconds(), "", span->start, span->end, true, gmOffset);
+    const int result = running.Compare(CurrentSeconds(), time, gmOffset);
     SetTestCell(recordingIndex, result);
     if (result == 1) {
-        app.Console().DoDisconnect();
-        state = 0;
+        EndEntry(EntryText(CellsOf(recordingIndex)));
     }
 }
 
-// Whole seconds, so that a window of a single instant is a second wide.
-double SkedWindow::CurrentSeconds() const {
-    return std::floor(app.GetCurrentUtcDate().TotalSeconds());
+void SkedWindow::EndEntry(const std::string& which) {
+    state = 0;
+    app.Console().EndEntry();
+    app.Console().Log("Entry ended: " + which);
 }
+
+double SkedWindow::CurrentSeconds() const { return app.GetCurrentUtcDate().TotalSeconds(); }
 
 void SkedWindow::SetTestCell(int row, int result) {
     ListboxSkeds.SetCell(row, TestColumn, Str(result));
+}
+
+ScheduleRow SkedWindow::CellsOf(int row) const {
+    ScheduleRow cells;
+    for (int column = UrlColumn; column <= FilterColumn; ++column) {
+        cells[static_cast<std::size_t>(column)] = ListboxSkeds.Cell(row, column);
+    }
+    return cells;
+}
+
+void SkedWindow::AddRow(const ScheduleRow& cells) {
+    ListboxSkeds.AddRow(cells[UrlColumn]);
+    for (int column = DateColumn; column <= FilterColumn; ++column) {
+        ListboxSkeds.SetCell(ListboxSkeds.LastIndex(), column,
+                             cells[static_cast<std::size_t>(column)]);
+    }
 }
 
 } // namespace larkspool

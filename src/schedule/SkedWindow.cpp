@@ -29,7 +29,8 @@ void SkedWindow::ListboxSkeds_Open() {
                        {.left = true, .top = true, .right = true, .bottom = true});
     ListboxSkeds.spokenName = "Schedule";
     ListboxSkeds.hasHeader = true;
-    ListboxSkeds.placeholder = "The right mouse button adds an entry and enables the schedules.";
+    ListboxSkeds.placeholder = "The right mouse button adds an entry, from the console or from a "
+                               "clipboard's line, and enables the schedules.";
     ListboxSkeds.columns = {
         {.heading = "URL", .width = 0, .weight = 1, .editable = true},
         {.heading = "Date", .width = 80, .weight = 0, .editable = true},
@@ -55,6 +56,7 @@ void SkedWindow::AddMenuHandlers() {
 bool SkedWindow::Event_CancelClose([[maybe_unused]] bool appQuitting) {
     // A program that is about to end may wait for an answer; nothing starts meanwhile.
     Timer1->SetMode(Timer::Mode::Off);
+    SetEnabled(false);
     return false;
 }
 

@@ -5,6 +5,8 @@
 #include "platform/Listbox.h"
 #include "platform/Timer.h"
 #include "platform/Window.h"
+#include "schedule/RunningEntry.h"
+#include "schedule/ScheduleFile.h"
 
 #include <memory>
 #include <optional>
@@ -26,19 +28,14 @@ class SkedWindow : public Window {
     // Adds the rows of a schedule file to the list.
     void OpenFile(const FolderItem& f);
 
+    // From the next tick on its entries are started and ended, or no longer.
+    void SetEnabled(bool wanted);
+
     // Never refused and never asked about. An entry that runs goes on on the console.
     bool Event_CancelClose(bool appQuitting) override;
 
     // The list is all there is: whoever wants to know something of an entry reads its cells.
-    enum Column {
-        UrlColumn,
-        DateColumn,
-        TimeColumn,
-        FreqColumn,
-        ModeColumn,
-        FilterColumn,
-        TestColumn
-    };
+    using enum ScheduleColumn;
     Listbox ListboxSkeds;
 
     bool schedulesEnabled = false;
@@ -54,12 +51,19 @@ class SkedWindow : public Window {
     void Timer1_Action();
     void CheckForNewSked();
     void CheckForSkedEnding();
+    void TellOfBadRows();
+    int CompareForStart(int row) const;
+    void StartEntry(int row);
+    void EndEntry(const std::string& which);
     double CurrentSeconds() const;
     void SetTestCell(int row, int result);
+    ScheduleRow CellsOf(int row) const; // copies, because what a handler does may move the cells
+    void AddRow(const ScheduleRow& cells);
 
     // What the user does
     bool FileSaveSchedule_Action();
     bool FileClose_Action();
+    void TellUnreadable(const FolderItem& file);
     void SaveTo(const FolderItem& file);
     bool ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& items) const;
     bool ListboxSkeds_ContextualMenuAction(const MenuItem& item);
@@ -68,6 +72,7 @@ class SkedWindow : public Window {
     void AddRowForConsole(std::string time, std::string freq, std::string mode);
 
     App& app;
+    RunningEntry running; // in state 1
     std::unique_ptr<Timer> Timer1;
 };
 

@@ -2,15 +2,34 @@
 
 #include "directory/KiwiListClass.h"
 #include "platform/Text.h"
+#include "schedule/SkedWindow.h"
 #include "shell/MainMenuBar.h"
+#include "shell/Version.h"
 
 #include <algorithm>
 #include <utility>
 
 namespace larkspool {
 
+namespace {
+
+std::string CauseText(QuitCause cause) {
+    switch (cause) {
+    case QuitCause::User:
+        return "as its user wishes";
+    case QuitCause::Signal:
+        return "because of a signal";
+    case QuitCause::Logout:
+        return "because the user logs out";
+    }
+    return "";
+}
+
+} // namespace
+
 App::App(Desktop& host, Deployment values)
-    : deployment(std::move(values)), desktop(host), recordingRepair(host) {
+    : deployment(std::move(values)), nightLog(host), desktop(host), recordingRepair(host),
+      nightWatch(host, [this](const std::string& row) { window1->Log(row); }) {
     desktop.menuBar = MakeMainMenuBar();
     desktop.quitRequested = [this](QuitCause cause) { Quit(cause); };
     AddMenuHandlers();
@@ -22,6 +41,7 @@ App::~App() {
 }
 
 void App::Event_Open() {
+    nightLog.Add(std::string("Larkspool ") + version::Short + " has started");
     ReadPrefs();
     // Taken before the console exists, because building it overwrites the mode.
     const int lastMode = WholePart<int>(static_cast<double>(prefs.prefsLastMode));
@@ -73,6 +93,15 @@ std::vector<Window*> App::AllWindows() const {
     return all;
 }
 
+void App::WatchTheNight() {
+    const bool scheduled =
+        std::any_of(furtherWindows.begin(), furtherWindows.end(), [](const auto& window) {
+            const auto* schedule = dynamic_cast<const SkedWindow*>(window.get());
+            return schedule != nullptr && schedule->schedulesEnabled;
+        });
+    nightWatch.Look(scheduled, window1->IsRecording());
+}
+
 void App::MyShowToolTip(const std::string& text) {
     if (!prefsHideTooltips) {
         desktop.ShowToolTip(text);
@@ -104,6 +133,7 @@ void App::Quit(QuitCause cause) {
         return;
     }
     isQuitting = true;
+    nightLog.Add(std::string("Larkspool ends, ") + CauseText(cause));
     updateTimer.reset();
     versionCheck.reset();
     if (!isOpen) {

@@ -6,7 +6,10 @@
 #include "platform/Desktop.h"
 #include "platform/FolderItem.h"
 #include "platform/Random.h"
+#include "shell/CommandLine.h"
 #include "shell/Deployment.h"
+#include "shell/NightLog.h"
+#include "shell/NightWatch.h"
 #include "shell/Preferences.h"
 #include "shell/VersionCheck.h"
 
@@ -30,6 +33,9 @@ class App {
     // The event loop's first event: reads the preferences, then opens the console.
     void Event_Open();
 
+    // Opens the schedules that the program was started with.
+    void OpenSchedules(const CommandLine& commandLine);
+
     Window1& Console() { return *window1; }
 
     // Takes a further window and shows it. It lives until it is closed.
@@ -37,6 +43,9 @@ class App {
 
     // Whether closing this window ends the program: no other one shows.
     bool EndsWith(const Window& closing) const;
+
+    // To be called several times a second: keeps the computer awake as long as that is needed.
+    void WatchTheNight();
 
     // The program is about to end; it may still wait for an answer.
     bool IsQuitting() const { return isQuitting; }
@@ -54,6 +63,7 @@ class App {
     const Deployment deployment;
     Preferences prefs;
     Random myRandom;
+    NightLog nightLog;
     std::unique_ptr<KiwiListClass> theKiwiList;  // null before the first fetch and after quitting
     bool prefsHideTooltips = false;              // not stored
     bool prefsInvertScrollWheelPolarity = false; // not stored
@@ -65,6 +75,7 @@ class App {
     bool FileVisitWebsiteForInstructions_Action();
     bool FileNewScheduleWindow_Action();
     bool FileOpenSchedule_Action();
+    void OpenSchedule(const FolderItem& file, bool enable);
     void VisitProductPage();
 
     FolderItem PreferencesFile() const;
@@ -84,6 +95,7 @@ class App {
     std::unique_ptr<Window1> window1;
     std::vector<std::unique_ptr<Window>> furtherWindows;
     RecordingRepair recordingRepair;
+    NightWatch nightWatch;
     std::unique_ptr<Timer> updateTimer;
     std::unique_ptr<VersionCheck> versionCheck;
     bool isOpen = false;         // the console is filled: from here on there is something to store

@@ -68,12 +68,31 @@ bool App::FileNewScheduleWindow_Action() {
 bool App::FileOpenSchedule_Action() {
     desktop.ShowOpenFileDialog("text/txt", [this](const std::optional<FolderItem>& chosen) {
         if (chosen && !isQuitting) {
-            auto window = std::make_unique<SkedWindow>(desktop, *this);
-            window->OpenFile(*chosen);
-            OpenWindow(std::move(window));
+            OpenSchedule(*chosen, false);
         }
     });
     return true;
+}
+
+void App::OpenSchedule(const FolderItem& file, bool enable) {
+    auto window = std::make_unique<SkedWindow>(desktop, *this);
+    SkedWindow& schedule = *window;
+    schedule.OpenFile(file);
+    OpenWindow(std::move(window));
+    if (enable) {
+        schedule.SetEnabled(true);
+    }
+}
+
+void App::OpenSchedules(const CommandLine& commandLine) {
+    for (const std::string& name : commandLine.files) {
+        const FolderItem file(name);
+        if (!file.Exists()) { // mistyped, and nobody has picked it from a dialog
+            desktop.MsgBox("Error opening file");
+            window1->Log("No such schedule: " + name);
+        }
+        OpenSchedule(file, commandLine.enable);
+    }
 }
 
 void App::VisitProductPage() { desktop.OpenInBrowser(deployment.productPage); }

@@ -24,7 +24,7 @@ void Window1::SetWaterfall(int speed, int compression, int zoom, double freq, We
     }
     waterfallStartFreq = freq - WaterfallClass::HalfSpan;
     for (const std::string& text :
-         command::Waterfall(speed, compression, zoom, waterfallStartFreq)) {
+         command::Waterfall(speed, compression, zoom, *waterfallStartFreq)) {
         ws->WebsocketWrite(text);
     }
 }
@@ -57,12 +57,12 @@ void Window1::CheckBoxUpdateWaterfall_Action() {
 // Puts the middle of the passband on the clicked spot. x in points from the canvas's left edge, on
 // a scale of 1024 to the whole span whatever the canvas's width.
 bool Window1::WaterfallCanvas_MouseDown(int x) {
-    if (!CheckBoxUpdateWaterfall.Value()) {
+    if (!CheckBoxUpdateWaterfall.Value() || !waterfallStartFreq) {
         return true;
     }
     const double middle = (static_cast<double>(lowCut) + static_cast<double>(hiCut)) / 2000.0;
     const double freq =
-        x * WaterfallClass::HalfSpan * 2.0 / WaterfallClass::Bins + waterfallStartFreq - middle;
+        x * WaterfallClass::HalfSpan * 2.0 / WaterfallClass::Bins + *waterfallStartFreq - middle;
     TextFieldFreq.SetText(Str(freq));
     return false;
 }

@@ -125,7 +125,8 @@ fault_read_only() {
     start_console
     connect_console
     ui press "Start Recording"
-    sleep 1
+    ui read '^The recording could not begin' 10 || fail "nothing was said of it"
+    ui press OK
     is_receiving || fail "the session has ended"
     stop_console || fail "the console ended with code $?"
     [ -z "$(recordings)" ] || fail "that disk was not read-only"
@@ -195,6 +196,30 @@ fault_silent_receiver() {
     ui press Connect
     is_receiving 20 || fail "the receiver can't be heard again"
     stop_console || fail "the console ended with code $?"
+}
+
+# The name server never answers, so that a lookup takes many seconds.
+fault_quit_in_lookup() {
+    [ -n "${LARKSPOOL_OWN_NETWORK:-}" ] || skip "no right to make a network of its own"
+    /usr/bin/python3 -c 'import socket, time
+server = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+server.bind(("10.77.0.2", 53))
+time.sleep(60)' &
+    peer=$!
+    echo "nameserver 10.77.0.2" >"$work/resolv.conf"
+    mount --bind "$work/resolv.conf" /etc/resolv.conf 2>/dev/null || skip "no right to mount"
+    mounted=/etc/resolv.conf
+    start_console
+    ui type "Receiver address" sdr.example.net
+    ui press Connect
+    ui read '^Connecting to' 10 >/dev/null || fail "no connection was tried"
+    sleep 1
+    local from=${EPOCHREALTIME/./}
+    stop_console
+    local code=$? took=$(((${EPOCHREALTIME/./} - from) / 1000))
+    echo "ended after $took ms"
+    [ "$code" -eq 0 ] || fail "the console ended with code $code"
+    [ "$took" -lt 3000 ] || fail "it has waited for the name server"
 }
 
 start_receivers

@@ -69,11 +69,11 @@ start_receivers() {
     [ -n "$receiver_port" ] && [ -n "$http_port" ] || fail "the demo receivers did not start"
 }
 
-# Settings and recordings go to folders of the test's own.
+# start_console [ARGUMENT...]: settings, recordings and the log go to folders of the test's own.
 start_console() {
     mkdir -p "$work/home/Documents"
     HOME=$work/home XDG_CONFIG_HOME=$work/home/config XDG_DATA_HOME=$work/home/data \
-        "$build_dir/bin/larkspool" >"$work/console.log" 2>&1 &
+        XDG_STATE_HOME=$work/home/state "$build_dir/bin/larkspool" "$@" >"$work/console.log" 2>&1 &
     console=$!
     ui wait "Receiver address" 30 || fail "the console did not come up"
     [ "$http_port" = "$directory_port" ] || ui press OK

@@ -1,3 +1,4 @@
+#include "platform/RolledFile.h"
 #include "platform/TemporaryFolder.h"
 #include "platform/TextInputStream.h"
 
@@ -68,6 +69,19 @@ TEST_F(TextStreamTest, AnEndlessLineIsCutAndTheNextIsFound) {
     EXPECT_EQ(file->ReadLine(), longest);
     EXPECT_TRUE(file->HasCutLines());
     EXPECT_EQ(AllLines(std::move(*file)), Lines{longest});
+}
+
+TEST_F(TextStreamTest, AFileThatGrowsBecomesTheOlderOneAtItsBound) {
+    const FolderItem file = Item("new/log.txt");
+    const FolderItem older = Item("new/older.txt");
+    RolledFile rolled(file, older, 10);
+    for (const char* line : {"1234\n", "5678\n", "9\n", "longer than the bound\n", "last\n"}) {
+        EXPECT_TRUE(rolled.Append(line));
+    }
+    EXPECT_EQ(AllLines(*TextInputStream::Open(file)), Lines{"last"});
+    EXPECT_EQ(AllLines(*TextInputStream::Open(older)), Lines{"longer than the bound"});
+    RolledFile full(FolderItem("/dev/full"), older, 10);
+    EXPECT_FALSE(full.Append("lost\n"));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "qt/OnScreen.h"
+#include "qt/ScriptedNames.h"
 
 #include <QHostAddress>
 #include <QTcpServer>
@@ -11,7 +12,9 @@
 #include <string>
 #include <vector>
 
+#include <arpa/inet.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace larkspool {
 namespace {
@@ -41,6 +44,7 @@ class TCP : public testing::Test {
 
     using Events = std::vector<std::string>;
     Events events;
+    int names = 0; // that were looked up
     std::string received;
     QTcpServer server;
     QTcpSocket* peer = nullptr; // the server owns it
@@ -93,26 +97,120 @@ struct BadTarget {
     const char* address;
     int port;
     int code;
+    SocketFailure failure;
 };
 
-TEST_F(TCP, ATargetThatIsNoneIsReportedLater) {
-    for (const auto& [address, port, code] :
-         {BadTarget{"", 8073, 103}, BadTarget{"a b", 8073, 103}, BadTarget{"a\nb", 8073, 103},
-          BadTarget{"nowhere.invalid", 8073, 103}, BadTarget{"127.0.0.1", 0, EINVAL},
-          BadTarget{"127.0.0.1", 65536, EINVAL}, BadTarget{"127.0.0.1", -1, EINVAL},
-          BadTarget{"127.0.0.1", 1, 102}}) {
+TEST_F(TCP, ATargetThatIsNoneIsReportedLaterAndSaysWhy) {
+    ScriptedNames()["mixed.test"] = {"::1", "127.0.0.1"};
+    constexpr auto NoName = SocketFailure::NoSuchName;
+    constexpr auto NoPort = SocketFailure::NoSuchPort;
+    constexpr auto Refused = SocketFailure::Refused;
+    for (const auto& [address, port, code, failure] :
+         {BadTarget{"", 8073, 103, NoName}, BadTarget{"a b", 8073, 103, NoName},
+          BadTarget{"a\nb", 8073, 103, NoName}, BadTarget{"http://a.test", 8073, 103, NoName},
+          BadTarget{"a.test:8073", 8073, 103, NoName}, BadTarget{"none.test", 8073, 103, NoName},
+          BadTarget{"127.0.0.1", 0, EINVAL, NoPort}, BadTarget{"127.0.0.1", 65536, EINVAL, NoPort},
+          BadTarget{"127.0.0.1", -1, EINVAL, NoPort}, BadTarget{"127.0.0.1", 1, 102, Refused},
+          BadTarget{"[::1]", 1, 102, Refused}, BadTarget{"mixed.test", 1, 102, Refused},
+          BadTarget{"255.255.255.255", 1, 102, SocketFailure::Unreachable}}) {
+        SCOPED_TRACE(address);
         events.clear();
         socket->address = address;
         socket->port = port;
         socket->Connect();
-        EXPECT_EQ(events, Events()) << address;
-        const std::string expected = "error " + std::to_string(code);
-        // A resolver without a network can't say that a name doesn't exist.
-        EXPECT_TRUE(Eventually([&] { return !events.empty(); })) << address;
-        EXPECT_TRUE(events == Events{expected} ||
-                    (std::string(address) == "nowhere.invalid" && events == Events{"error 102"}))
-            << address << ": " << (events.empty() ? "nothing" : events.front());
+        EXPECT_EQ(events, Events());
+        EXPECT_TRUE(Eventually([&] { return !events.empty(); }));
+        EXPECT_EQ(events, Events{"error " + std::to_string(code)});
+        EXPECT_EQ(socket->LastFailure(), failure);
     }
+}
+
+// A computer that takes no connection and doesn't refuse one either: its queue is full.
+class SilentPeer {
+  public:
+    SilentPeer(const char* address, quint16 port) {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_port = htons(port);
+        inet_pton(AF_INET, address, &place.sin_addr);
+        const auto* const where = reinterpret_cast<const sockaddr*>(&place);
+        EXPECT_EQ(bind(listener, where, sizeof place), 0);
+        EXPECT_EQ(listen(listener, 0), 0);
+        for (const int filler : fillers) {
+            connect(filler, where, sizeof place);
+        }
+    }
+    ~SilentPeer() {
+        for (const int filler : fillers) {
+            close(filler);
+        }
+        close(listener);
+    }
+    SilentPeer(const SilentPeer&) = delete;
+    SilentPeer& operator=(const SilentPeer&) = delete;
+
+  private:
+    static int Open(int flags = 0) { return ::socket(AF_INET, SOCK_STREAM | flags, 0); }
+
+    int listener = Open();
+    int fillers[3] = {Open(SOCK_NONBLOCK), Open(SOCK_NONBLOCK), Open(SOCK_NONBLOCK)};
+};
+
+struct ManyAddresses {
+    std::vector<std::string> addresses;
+    const char* taken;
+};
+
+TEST_F(TCP, OfANamesAddressesTheFirstThatAnswersIsTaken) {
+    const quint16 port = server.serverPort(); // on 127.0.0.1
+    const SilentPeer silent("127.0.0.2", port);
+    QTcpServer third;
+    QTcpServer sixth;
+    ASSERT_TRUE(third.listen(QHostAddress("127.0.0.3"), port));
+    ASSERT_TRUE(sixth.listen(QHostAddress::LocalHostIPv6, port));
+    const auto taken = [&] {
+        std::string by;
+        for (QTcpServer* one : {&server, &third, &sixth}) {
+            while (one->hasPendingConnections()) {
+                by += one->serverAddress().toString().toStdString();
+                delete one->nextPendingConnection();
+            }
+        }
+        return by;
+    };
+    const ManyAddresses cases[] = {
+        {{"127.0.0.1"}, "127.0.0.1"},
+        {{"::1"}, "::1"},
+        {{"127.0.0.1", "127.0.0.3", "::1"}, "127.0.0.1"},       // and no other is asked
+        {{"127.0.0.2", "127.0.0.1"}, "127.0.0.1"},              // the first is silent
+        {{"127.0.0.4", "127.0.0.2", "127.0.0.1"}, "127.0.0.1"}, // the first refuses
+        {{"127.0.0.2", "127.0.0.3", "::1"}, "::1"},             // the families take turns
+    };
+    for (const auto& [addresses, expected] : cases) {
+        SCOPED_TRACE(testing::PrintToString(addresses));
+        const std::string name = "n" + std::to_string(++names) + ".test"; // Qt remembers names
+        ScriptedNames()[name] = addresses;
+        events.clear();
+        socket->address = name;
+        socket->Connect();
+        EXPECT_TRUE(Eventually([this] { return !events.empty(); }));
+        EXPECT_EQ(events, Events{"connected"});
+        LetEventsRun();
+        EXPECT_EQ(taken(), expected);
+        socket->Disconnect();
+    }
+}
+
+TEST_F(TCP, ALinkThatIsGivenUpWhileAddressesAreTriedStaysSilent) {
+    const SilentPeer silent("127.0.0.2", server.serverPort());
+    ScriptedNames()["late.test"] = {"127.0.0.2", "127.0.0.1"};
+    socket->address = "late.test";
+    socket->Connect();
+    QTest::qWait(50);
+    socket->Disconnect();
+    QTest::qWait(400);
+    EXPECT_EQ(events, Events{"error 102"});
+    EXPECT_FALSE(server.hasPendingConnections());
 }
 
 TEST_F(TCP, WhatThePeerSentBeforeItClosedArrivesFirst) {

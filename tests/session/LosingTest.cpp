@@ -115,17 +115,35 @@ TEST_F(Losing, AConnectReplacesTheReconnectThatWaits) {
     EXPECT_EQ(Connects(), 3) << "the newer session has lost its own reconnect";
 }
 
-TEST_F(Losing, DisconnectWithdrawsNothingAndTheNextSessionIsItsOwn) {
+TEST_F(Losing, NothingConnectsAfterADisconnectOrAnEntrysEnd) {
+    const std::function<void()> ends[] = {
+        [this] { Console().PushButtonDisconnect.Push(); },
+        [this] { Console().EndEntry(); },
+    };
+    for (const auto& end : ends) {
+        SCOPED_TRACE(&end - ends);
+        ConnectAndStream();
+        Audio().socket.Fail();
+        desktop.Advance(10);
+        const int before = Connects();
+        end(); // while a reconnect waits
+        EXPECT_EQ(Console().LabelStatus.Text(), "Disconnected");
+        desktop.Advance(300);
+        EXPECT_EQ(Connects(), before);
+        Console().PushButtonConnect.Push();
+        end(); // while a connect waits
+        desktop.Advance(300);
+        EXPECT_EQ(Connects(), before);
+        ConnectAndStream();
+        end(); // while the links stand
+        desktop.Advance(300);
+        EXPECT_EQ(Connects(), before + 1);
+    }
     ConnectAndStream();
-    Audio().socket.Fail();
-    desktop.Advance(10);
-    Console().PushButtonDisconnect.Push(); // on an idle socket
-    desktop.Advance(50);
-    EXPECT_EQ(Connects(), 2);
-    AcceptLinks();
     Audio().socket.Fail(); // not by the user this time
+    const int before = Connects();
     desktop.Advance(60);
-    EXPECT_EQ(Connects(), 3);
+    EXPECT_EQ(Connects(), before + 1);
 }
 
 TEST_F(Losing, GarbageCountsAsALostLink) {

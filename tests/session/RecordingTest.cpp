@@ -122,10 +122,12 @@ TEST_F(Recording, AnOddLastByteIsKeptButIsNoSample) {
     EXPECT_EQ(ContentOf(Recordings().front()).substr(44), sent);
 }
 
-TEST_F(Recording, AFailedStartSaysNothingAndTheNextPressTriesAgain) {
+TEST_F(Recording, AFileThatCantBeMadeIsNamedAndTheNextPressTriesAgain) {
     Console().TextFieldAddress.SetText("sdr.example.net/../up");
     PressRecord();
-    EXPECT_EQ(Caption(), "Stop Recording");
+    EXPECT_EQ(Caption(), "Start Recording");
+    ASSERT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_NE(desktop.boxes[0].find("_sdr.example.net/../up_8073.WAV"), std::string::npos);
     SendFrames(3);
     EXPECT_TRUE(Recordings().empty());
     Console().TextFieldAddress.SetText("sdr.example.net");
@@ -136,13 +138,13 @@ TEST_F(Recording, AFailedStartSaysNothingAndTheNextPressTriesAgain) {
     const std::string sent = SendFrames(2);
     Console().PushButtonRecord.Push();
     EXPECT_EQ(OnlySound(), sent);
-    EXPECT_TRUE(desktop.boxes.empty());
+    EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
 TEST_F(Recording, IsCompleteHoweverTheSessionEnds) {
     const std::function<void()> ends[] = {
         [this] { Console().PushButtonDisconnect.Push(); },
-        [this] { Console().DoDisconnect(); },
+        [this] { Console().EndEntry(); },
         [this] { Console().PushButtonConnect.Push(); },
         [this] { Audio().Message(" too_busy=1"); },
         [this] {

@@ -29,6 +29,28 @@ class VirtualWindowView : public WindowView {
     std::vector<Window*>& windows;
 };
 
+class WrittenAtOnce : public LogFile {
+  public:
+    explicit WrittenAtOnce(RolledFile written) : file(std::move(written)) {}
+    void Write(std::string line) override { file.Append(line + "\n"); }
+
+  private:
+    RolledFile file;
+};
+
+class Hold : public StayAwake {
+  public:
+    explicit Hold(int& counter) : count(counter) { ++count; }
+    ~Hold() override { --count; }
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+
+    std::shared_ptr<int> life = std::make_shared<int>(0);
+
+  private:
+    int& count;
+};
+
 } // namespace
 
 VirtualDesktop::VirtualDesktop()
@@ -112,11 +134,29 @@ void VirtualDesktop::ShowSaveFileDialog(const std::string&, const std::string& d
 }
 
 FolderItem VirtualDesktop::Folder(SpecialFolder kind) {
-    static constexpr const char* Names[] = {"program", "preferences", "data", "documents"};
+    static constexpr const char* Names[] = {"program", "preferences", "data", "state", "documents"};
     const std::filesystem::path folder = root / Names[static_cast<std::size_t>(kind)];
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
     return FolderItem(folder);
+}
+
+std::unique_ptr<LogFile> VirtualDesktop::MakeLogFile(RolledFile file) {
+    return std::make_unique<WrittenAtOnce>(std::move(file));
+}
+
+std::unique_ptr<StayAwake>
+VirtualDesktop::KeepAwake(const std::string&, std::function<void(const std::string&)> answered) {
+    auto hold = std::make_unique<Hold>(awakeHolds);
+    if (answerToHold) {
+        queue.After(0, [answered = std::move(answered), answer = *answerToHold,
+                        life = std::weak_ptr<int>(hold->life)] {
+            if (!life.expired()) {
+                answered(answer);
+            }
+        });
+    }
+    return hold;
 }
 
 } // namespace larkspool

@@ -50,6 +50,9 @@ class VirtualDesktop : public Desktop {
     FolderItem Folder(SpecialFolder kind) override;
     std::unique_ptr<FileLock> Lock(const FolderItem& file) override { return LockFile(file); }
     bool Settle(const FolderItem& item) override { return SettleFile(item); }
+    std::unique_ptr<LogFile> MakeLogFile(RolledFile file) override;
+    std::unique_ptr<StayAwake> KeepAwake(const std::string& reason,
+                                         std::function<void(const std::string&)> answered) override;
     std::string RandomBytes(std::size_t count) override { return std::string(count, 'k'); }
     OperatingSystemVersion SystemVersion() const override { return {12, 5}; }
     SoundLibrary& Sound() override { return sound; }
@@ -71,6 +74,8 @@ class VirtualDesktop : public Desktop {
     std::string toolTip;
     std::vector<std::string> openedPages;
     std::optional<std::string> clipboard;
+    int awakeHolds = 0;                           // while the program keeps the computer awake
+    std::optional<std::string> answerToHold = ""; // a refusal, or nothing: there is no such service
     bool shiftKey = false;
     bool controlKey = false;
     bool hasEnded = false;

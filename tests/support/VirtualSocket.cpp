@@ -28,15 +28,16 @@ void VirtualTCPSocket::Connect() {
 
 void VirtualTCPSocket::Disconnect() {
     if (state != State::Idle) {
-        End(ErrorLostConnection);
+        End(ErrorLostConnection, SocketFailure::Lost);
     }
 }
 
-void VirtualTCPSocket::End(int code) {
+void VirtualTCPSocket::End(int code, SocketFailure reason) {
     state = State::Idle;
     link = std::make_shared<int>(0);
     received.clear();
     lastError = code;
+    lastFailure = reason;
     if (error) {
         error();
     }
@@ -64,10 +65,10 @@ void VirtualTCPSocket::Accept() {
     }
 }
 
-void VirtualTCPSocket::Fail(int code) {
-    queue.After(0, [this, code, token = std::weak_ptr<int>(link)] {
+void VirtualTCPSocket::Fail(int code, SocketFailure reason) {
+    queue.After(0, [this, code, reason, token = std::weak_ptr<int>(link)] {
         if (!token.expired() && state != State::Idle) {
-            End(code);
+            End(code, reason);
         }
     });
 }

@@ -31,8 +31,8 @@ int Width(const QFontMetrics& metrics, const std::string& text) {
 bool Fits(const QFontMetrics& metrics, const Window& window, const Control& control) {
     const int room = control.Bounds().width;
     if (const auto* label = dynamic_cast<const Label*>(&control)) {
-        return std::max(Width(metrics, label->Text()), Width(metrics, label->longest)) <=
-               RoomForLabel(window, *label);
+        const int shown = label->mayBeCut ? 0 : Width(metrics, label->Text());
+        return std::max(shown, Width(metrics, label->longest)) <= RoomForLabel(window, *label);
     }
     if (const auto* box = dynamic_cast<const CheckBox*>(&control)) {
         return Width(metrics, box->caption) <= room - CheckBoxPart;

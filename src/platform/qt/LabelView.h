@@ -20,6 +20,8 @@ class LabelView : public ViewOf<Label, QLabel> {
     void Redraw(Aspect aspect) override;
 
   private:
+    void ShowCut();
+
     const Window& window;
 };
 

@@ -47,6 +47,9 @@ QtDesktop::QtDesktop(int& argc, char** argv, const std::string& applicationName)
 }
 
 QtDesktop::~QtDesktop() {
+    if (exitCode) {
+        endingLimit.Start(*exitCode);
+    }
     boxes.CloseAll();
     // What has been let go of since the loop ended.
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -63,7 +66,8 @@ void QtDesktop::Quit(QuitCause cause) {
 int QtDesktop::Run(const std::function<void()>& opened) {
     QMetaObject::invokeMethod(
         &application, [this, opened] { Raise(opened); }, Qt::QueuedConnection);
-    return QApplication::exec();
+    exitCode = QApplication::exec();
+    return *exitCode;
 }
 
 void QtDesktop::EndEventLoop() { QCoreApplication::exit(0); }

@@ -3,12 +3,14 @@
 #include "platform/MakeDesktop.h"
 #include "platform/qt/Application.h"
 #include "platform/qt/Boxes.h"
+#include "platform/qt/EndingLimit.h"
 #include "platform/qt/QtSoundLibrary.h"
 #include "platform/qt/SignalWatcher.h"
 
 #include <QNetworkAccessManager>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace larkspool {
@@ -49,6 +51,10 @@ class QtDesktop : public RunningDesktop {
     FolderItem Folder(SpecialFolder kind) override;
     std::unique_ptr<FileLock> Lock(const FolderItem& file) override;
     bool Settle(const FolderItem& item) override;
+    std::unique_ptr<LogFile> MakeLogFile(RolledFile file) override;
+    std::unique_ptr<StayAwake>
+    KeepAwake(const std::string& reason,
+              std::function<void(const std::string& refusal)> answered) override;
     std::string RandomBytes(std::size_t count) override;
     OperatingSystemVersion SystemVersion() const override;
     SoundLibrary& Sound() override { return sound; }
@@ -56,6 +62,8 @@ class QtDesktop : public RunningDesktop {
   private:
     void Quit(QuitCause cause);
 
+    EndingLimit endingLimit;     // first, so that it outlasts the others
+    std::optional<int> exitCode; // once the event loop has ended
     Application application;
     SignalWatcher signalWatcher;
     Boxes boxes;

@@ -3,8 +3,6 @@
 #include "platform/Desktop.h"
 #include "platform/qt/SocketErrors.h"
 
-#include <QHostAddress>
-#include <QHostInfo>
 #include <QNetworkProxy>
 #include <QPointer>
 
@@ -14,6 +12,7 @@
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace larkspool {
 
@@ -26,8 +25,13 @@ constexpr qint64 SendQueueLimit = qint64{1024} * 1024; // bytes
 bool MayBeName(std::string_view name) {
     return !name.empty() && std::none_of(name.begin(), name.end(), [](char letter) {
         const auto byte = static_cast<unsigned char>(letter);
-        return byte <= ' ' || byte == 0x7f;
+        return byte <= ' ' || byte == 0x7f || letter == '/' || letter == ':';
     });
+}
+
+std::string WithoutBrackets(const std::string& address) {
+    const bool inBrackets = address.starts_with('[') && address.ends_with(']');
+    return inBrackets ? address.substr(1, address.size() - 2) : address;
 }
 
 void SetOption(qintptr descriptor, int option, int value) {
@@ -53,7 +57,9 @@ void NoticeDeadPeers(QTcpSocket& socket) {
 
 QtTCPSocket::QtTCPSocket(Desktop& host) : desktop(host) {
     timeLimit.setSingleShot(true);
-    QObject::connect(&timeLimit, &QTimer::timeout, &events, [this] { Fail(ErrorLostConnection); });
+    QObject::connect(&timeLimit, &QTimer::timeout, &events, [this] { GiveUp(); });
+    race.won = [this](int descriptor) { Connected(descriptor); };
+    race.lost = [this] { Fail(race.ErrorCode(), race.Failure()); };
 }
 
 QtTCPSocket::~QtTCPSocket() { Close(); }
@@ -61,55 +67,68 @@ QtTCPSocket::~QtTCPSocket() { Close(); }
 void QtTCPSocket::Connect() {
     Close();
     lastErrorCode = 0;
+    lastFailure = SocketFailure::None;
     state = State::Connecting;
-    if (!MayBeName(address)) {
-        FailLater(ErrorNoSuchName);
+    const std::string target = WithoutBrackets(address);
+    const QHostAddress literal(QString::fromStdString(target));
+    if (literal.isNull() && !MayBeName(target)) {
+        FailLater(ErrorNoSuchName, SocketFailure::NoSuchName);
     } else if (port < 1 || port > 65535) {
-        FailLater(EINVAL);
+        FailLater(EINVAL, SocketFailure::NoSuchPort);
     } else {
         timeLimit.start(Patience);
-        LookUp();
+        if (literal.isNull()) {
+            LookUp(QString::fromStdString(target));
+        } else {
+            Race({literal});
+        }
     }
 }
 
-// QTcpSocket can look up names by itself, but doesn't tell a name that doesn't exist from a
-// resolver that doesn't answer.
-void QtTCPSocket::LookUp() {
-    const auto opened = [this, mine = attempt](const QHostInfo& host) {
-        if (mine != attempt) {
-            return;
-        }
-        lookup = -1;
-        if (host.error() == QHostInfo::NoError) {
-            Open();
-        } else {
-            Fail(host.error() == QHostInfo::HostNotFound ? ErrorNoSuchName : ErrorLostConnection);
+void QtTCPSocket::LookUp(const QString& name) {
+    const auto found = [this, mine = attempt](const QHostInfo& host) {
+        if (mine == attempt) {
+            lookup = -1;
+            LookedUp(host);
         }
     };
-    const QString name = QString::fromStdString(address);
-    if (const QHostAddress literal(name); !literal.isNull()) {
-        QTimer::singleShot(0, &events, [opened] { opened(QHostInfo()); });
-        return;
-    }
-    lookup = QHostInfo::lookupHost(name, &events, opened);
+    lookup = QHostInfo::lookupHost(name, &events, found);
 }
 
-void QtTCPSocket::Open() {
+void QtTCPSocket::LookedUp(const QHostInfo& host) {
+    if (host.error() == QHostInfo::HostNotFound) {
+        Fail(ErrorNoSuchName, SocketFailure::NoSuchName);
+    } else if (host.error() != QHostInfo::NoError || host.addresses().isEmpty()) {
+        Fail(ErrorLostConnection, SocketFailure::NoResolver);
+    } else {
+        Race(host.addresses());
+    }
+}
+
+void QtTCPSocket::Race(const QList<QHostAddress>& found) {
+    race.Start(found, static_cast<quint16>(port));
+}
+
+void QtTCPSocket::GiveUp() {
+    Fail(ErrorLostConnection, lookup >= 0 ? SocketFailure::NoResolver : race.Failure());
+}
+
+void QtTCPSocket::Connected(int descriptor) {
+    timeLimit.stop();
     link = MakeOwnedByLoop<QTcpSocket>();
     link->setProxy(QNetworkProxy::NoProxy);
     link->setReadBufferSize(ReceiveBuffer);
-    QObject::connect(link.get(), &QTcpSocket::connected, &events, [this] { Connected(); });
+    if (!link->setSocketDescriptor(descriptor)) {
+        close(descriptor);
+        Fail(ErrorLostConnection, SocketFailure::Lost);
+        return;
+    }
     QObject::connect(link.get(), &QTcpSocket::readyRead, &events, [this] {
         const auto handler = dataAvailable;
         desktop.Raise(handler);
     });
     QObject::connect(link.get(), &QTcpSocket::errorOccurred, &events,
                      [this](QAbstractSocket::SocketError reason) { Lost(reason); });
-    link->connectToHost(QString::fromStdString(address), static_cast<quint16>(port));
-}
-
-void QtTCPSocket::Connected() {
-    timeLimit.stop();
     NoticeDeadPeers(*link);
     state = State::Connected;
     const auto handler = connected;
@@ -120,7 +139,7 @@ void QtTCPSocket::Lost(QAbstractSocket::SocketError reason) {
     if (state == State::Connected && !DeliverRest()) {
         return;
     }
-    Fail(SystemErrorCode(reason));
+    Fail(SystemErrorCode(reason), SocketFailure::Lost);
 }
 
 // Hands over what had arrived before the peer closed. False if the handler has ended the link.
@@ -147,22 +166,23 @@ void QtTCPSocket::Disconnect() {
         link->disconnect(&events); // a loss that shows only now is told below, once
         link->flush();
     }
-    Fail(ErrorLostConnection);
+    Fail(ErrorLostConnection, SocketFailure::Lost);
 }
 
-void QtTCPSocket::Fail(int code) {
+void QtTCPSocket::Fail(int code, SocketFailure reason) {
     Close();
     lastErrorCode = code;
+    lastFailure = reason;
     const auto handler = error;
     desktop.Raise(handler);
 }
 
-void QtTCPSocket::FailLater(int code) {
+void QtTCPSocket::FailLater(int code, SocketFailure reason) {
     Close();
     state = State::Failing;
-    QTimer::singleShot(0, &events, [this, code, mine = attempt] {
+    QTimer::singleShot(0, &events, [this, code, reason, mine = attempt] {
         if (mine == attempt) {
-            Fail(code);
+            Fail(code, reason);
         }
     });
 }
@@ -171,6 +191,7 @@ void QtTCPSocket::Close() {
     ++attempt;
     state = State::Idle;
     timeLimit.stop();
+    race.Stop();
     if (lookup >= 0) {
         QHostInfo::abortHostLookup(std::exchange(lookup, -1));
     }
@@ -204,7 +225,7 @@ void QtTCPSocket::Write(std::string_view bytes) {
     }
     link->write(bytes.data(), static_cast<qint64>(bytes.size()));
     if (link->bytesToWrite() > SendQueueLimit) {
-        FailLater(ErrorLostConnection);
+        FailLater(ErrorLostConnection, SocketFailure::Lost);
     }
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
 #include "platform/TCPSocket.h"
+#include "platform/qt/ConnectionRace.h"
 #include "platform/qt/DeleteLater.h"
 
+#include <QHostAddress>
+#include <QHostInfo>
+#include <QList>
 #include <QObject>
 #include <QTcpSocket>
 #include <QTimer>
@@ -28,17 +32,20 @@ class QtTCPSocket : public TCPSocket {
     void Write(std::string_view bytes) override;
 
     int LastErrorCode() const override { return lastErrorCode; }
+    SocketFailure LastFailure() const override { return lastFailure; }
 
   private:
     enum class State { Idle, Connecting, Connected, Failing };
 
-    void LookUp();
-    void Open();
-    void Connected();
+    void LookUp(const QString& name);
+    void LookedUp(const QHostInfo& host);
+    void Race(const QList<QHostAddress>& found);
+    void Connected(int descriptor);
+    void GiveUp();
     void Lost(QAbstractSocket::SocketError reason);
     bool DeliverRest();
-    void Fail(int code);      // closes the link and raises error
-    void FailLater(int code); // the same, at the loop's next turn
+    void Fail(int code, SocketFailure reason);      // closes the link and raises error
+    void FailLater(int code, SocketFailure reason); // the same, at the loop's next turn
     void Close();
 
     Desktop& desktop;
@@ -46,7 +53,9 @@ class QtTCPSocket : public TCPSocket {
     State state = State::Idle;
     unsigned attempt = 0; // tells a deferred call whether its link is still the present one
     int lookup = -1;      // the host lookup under way
+    ConnectionRace race;
     int lastErrorCode = 0;
+    SocketFailure lastFailure = SocketFailure::None;
     QTimer timeLimit;
     QObject events; // what is deferred dies with it; last, so that it goes first
 };

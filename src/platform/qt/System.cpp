@@ -1,9 +1,14 @@
+#include "platform/qt/BackgroundLog.h"
 #include "platform/qt/PosixFiles.h"
 #include "platform/qt/QtDesktop.h"
+#ifdef LARKSPOOL_HAS_DBUS
+#include "platform/qt/SleepInhibitor.h"
+#endif
 
 #include <QClipboard>
 #include <QCursor>
 #include <QDesktopServices>
+#include <QDir>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QOperatingSystemVersion>
@@ -16,6 +21,7 @@
 #include <QVersionNumber>
 
 #include <algorithm>
+#include <utility>
 
 namespace larkspool {
 
@@ -28,9 +34,23 @@ FolderItem MadeIfMissing(const QString& path) {
 }
 
 // The program's own folder inside one of the user's.
+FolderItem OwnFolder(const QString& location) {
+    return MadeIfMissing(location + QLatin1Char('/') + QCoreApplication::applicationName());
+}
+
 FolderItem OwnFolder(QStandardPaths::StandardLocation kind) {
-    return MadeIfMissing(QStandardPaths::writableLocation(kind) + QLatin1Char('/') +
-                         QCoreApplication::applicationName());
+    return OwnFolder(QStandardPaths::writableLocation(kind));
+}
+
+// Qt 6.4 doesn't know this one.
+QString StateLocation() {
+#ifdef Q_OS_MACOS
+    return QDir::homePath() + QStringLiteral("/Library/Logs");
+#else
+    const QString chosen = qEnvironmentVariable("XDG_STATE_HOME");
+    return QDir::isAbsolutePath(chosen) ? chosen
+                                        : QDir::homePath() + QStringLiteral("/.local/state");
+#endif
 }
 
 } // namespace
@@ -43,6 +63,8 @@ FolderItem QtDesktop::Folder(SpecialFolder kind) {
         return OwnFolder(QStandardPaths::GenericConfigLocation);
     case SpecialFolder::ApplicationData:
         return OwnFolder(QStandardPaths::GenericDataLocation);
+    case SpecialFolder::State:
+        return OwnFolder(StateLocation());
     case SpecialFolder::Documents:
         return MadeIfMissing(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     }
@@ -52,6 +74,24 @@ FolderItem QtDesktop::Folder(SpecialFolder kind) {
 std::unique_ptr<FileLock> QtDesktop::Lock(const FolderItem& file) { return LockFile(file); }
 
 bool QtDesktop::Settle(const FolderItem& item) { return SettleFile(item); }
+
+std::unique_ptr<LogFile> QtDesktop::MakeLogFile(RolledFile file) {
+    return std::make_unique<BackgroundLog>(
+        [file = std::move(file)](const std::string& lines) mutable { return file.Append(lines); });
+}
+
+std::unique_ptr<StayAwake>
+QtDesktop::KeepAwake([[maybe_unused]] const std::string& reason,
+                     [[maybe_unused]] std::function<void(const std::string& refusal)> answered) {
+#ifdef LARKSPOOL_HAS_DBUS
+    const auto raise = [this, answered = std::move(answered)](const std::string& refusal) {
+        Raise([&answered, &refusal] { answered(refusal); });
+    };
+    return std::make_unique<SleepInhibitor>(QDBusConnection::systemBus(), reason, raise);
+#else
+    return std::make_unique<StayAwake>();
+#endif
+}
 
 std::string QtDesktop::RandomBytes(std::size_t count) {
     std::string bytes(count, '\0');

@@ -1,0 +1,11 @@
+#pragma once
+
+namespace larkspool {
+
+// While it lives, the computer does not go to sleep by itself. Its display may go dark.
+class StayAwake {
+  public:
+    virtual ~StayAwake() = default;
+};
+
+} // namespace larkspool

@@ -1,0 +1,54 @@
+#include "shell/NightWatch.h"
+
+#include "schedule/ScheduleTexts.h"
+
+#include <cmath>
+#include <utility>
+
+namespace larkspool {
+
+namespace {
+
+constexpr double Standstill = 10; // seconds between two looks
+
+} // namespace
+
+NightWatch::NightWatch(Desktop& host, std::function<void(const std::string& row)> log)
+    : desktop(host), addRow(std::move(log)), lastLook(host.UtcNow()) {}
+
+void NightWatch::Look(bool schedulesEnabled, bool isRecording) {
+    const bool needed = schedulesEnabled || isRecording;
+    if (needed) {
+        NoteStandstill();
+    }
+    lastLook = desktop.UtcNow();
+    if (needed != (stayAwake != nullptr)) {
+        KeepAwake(needed);
+    }
+}
+
+void NightWatch::KeepAwake(bool needed) {
+    if (!needed) {
+        stayAwake.reset();
+        if (std::exchange(isGranted, false)) {
+            addRow("The computer may go to sleep again");
+        }
+        return;
+    }
+    stayAwake = desktop.KeepAwake(
+        "Schedules are enabled or a recording runs", [this](const std::string& refusal) {
+            isGranted = refusal.empty();
+            addRow(isGranted ? "The computer is kept awake"
+                             : "The computer refuses to be kept awake: " + refusal);
+        });
+}
+
+// Asleep, too busy, or another time was set: entries may have been missed meanwhile.
+void NightWatch::NoteStandstill() {
+    if (std::abs(desktop.UtcNow() - lastLook) > Standstill) {
+        addRow("Nothing ran since " + DateAndTimeText(Date::FromUnixSeconds(lastLook)) +
+               ": the computer was asleep or too busy, or its clock was set");
+    }
+}
+
+} // namespace larkspool

@@ -1,0 +1,43 @@
+#include "shell/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+namespace larkspool {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+TEST(CommandLineOptions, ScheduleFilesAreOpenedAndEnabledIfSoSaid) {
+    const struct {
+        Strings arguments;
+        bool enable;
+        Strings files;
+        bool isUnderstood;
+    } cases[] = {
+        {{}, false, {}, true},
+        {{"night.txt"}, false, {"night.txt"}, true},
+        {{"--enable", "a b.txt", "/c"}, true, {"a b.txt", "/c"}, true},
+        {{"night.txt", "--enable"}, true, {"night.txt"}, true},
+        {{"--enable"}, true, {}, true},
+        {{"", "--", "--enable", "-x"}, false, {"--enable", "-x"}, true},
+        {{"--enabled", "night.txt"}, false, {"night.txt"}, false},
+        {{"-e"}, false, {}, false},
+    };
+    for (const auto& c : cases) {
+        const CommandLine read = ReadCommandLine(c.arguments);
+        const std::string shown = testing::PrintToString(c.arguments);
+        EXPECT_EQ(read.enable, c.enable) << shown;
+        EXPECT_EQ(read.files, c.files) << shown;
+        EXPECT_EQ(read.complaint.empty(), c.isUnderstood) << shown;
+        EXPECT_FALSE(TextAskedFor(c.arguments)) << shown;
+    }
+}
+
+TEST(CommandLineOptions, HelpAndVersionArePrintedWhateverElseIsSaid) {
+    EXPECT_EQ(TextAskedFor(Strings{"-platform", "offscreen", "--version"}), "Larkspool 1.3.0b4\n");
+    EXPECT_TRUE(TextAskedFor(Strings{"night.txt", "--help"})->starts_with("Usage: larkspool "));
+    EXPECT_FALSE(TextAskedFor(Strings{"--", "--help"}));
+}
+
+} // namespace
+} // namespace larkspool
