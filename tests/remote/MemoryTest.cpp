@@ -4,6 +4,7 @@
 #include "support/Allocations.h"
 #include "support/ConsoleFixture.h"
 
+#include <array>
 #include <random>
 
 namespace larkspool {
@@ -86,6 +87,14 @@ TEST_F(Memory, StreamingAllocatesNothingBeyondWhatHearingDoes) {
     const auto spare = desktop.MakeTimer();
     spare->SetPeriod(20);
     EXPECT_EQ(streaming, AllocationsFor(500, spare.get()));
+}
+
+TEST_F(Memory, RaisingAnEventCostsNothing) {
+    std::array<std::int64_t, 8> values{};
+    const std::int64_t before = counted.made;
+    desktop.Raise([values, this] { sequence += static_cast<std::uint32_t>(values.size()); });
+    EXPECT_EQ(counted.made, before);
+    EXPECT_EQ(sequence, values.size());
 }
 
 TEST_F(Memory, AFloodOfDatagramsLeavesItFlat) {

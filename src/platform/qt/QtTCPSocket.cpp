@@ -99,10 +99,8 @@ void QtTCPSocket::Open() {
     link->setProxy(QNetworkProxy::NoProxy);
     link->setReadBufferSize(ReceiveBuffer);
     QObject::connect(link.get(), &QTcpSocket::connected, &events, [this] { Connected(); });
-    QObject::connect(link.get(), &QTcpSocket::readyRead, &events, [this] {
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
-    });
+    QObject::connect(link.get(), &QTcpSocket::readyRead, &events,
+                     [this] { desktop.Raise(dataAvailable); });
     QObject::connect(link.get(), &QTcpSocket::errorOccurred, &events,
                      [this](QAbstractSocket::SocketError reason) { Lost(reason); });
     link->connectToHost(QString::fromStdString(address), static_cast<quint16>(port));
@@ -112,8 +110,7 @@ void QtTCPSocket::Connected() {
     timeLimit.stop();
     NoticeDeadPeers(*link);
     state = State::Connected;
-    const auto handler = connected;
-    desktop.Raise(handler);
+    desktop.Raise(connected);
 }
 
 void QtTCPSocket::Lost(QAbstractSocket::SocketError reason) {
@@ -130,8 +127,7 @@ bool QtTCPSocket::DeliverRest() {
     std::size_t before = 0;
     while (BytesAvailable() > 0 && BytesAvailable() != before) {
         before = BytesAvailable();
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
+        desktop.Raise(dataAvailable);
         if (!alive || mine != attempt) {
             return false;
         }
@@ -153,8 +149,7 @@ void QtTCPSocket::Disconnect() {
 void QtTCPSocket::Fail(int code) {
     Close();
     lastErrorCode = code;
-    const auto handler = error;
-    desktop.Raise(handler);
+    desktop.Raise(error);
 }
 
 void QtTCPSocket::FailLater(int code) {
