@@ -12,6 +12,9 @@ class MeterBar : public QProgressBar {
   public:
     using QProgressBar::QProgressBar;
 
+    int LitPixels(int amount) const; // of the screen's, for a value
+    void SetQuietly(int amount);     // whoever calls asks for the paint
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 };
