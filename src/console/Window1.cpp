@@ -33,6 +33,7 @@ Window1::Window1(Desktop& host, App& application)
     for (Control* control : Created()) {
         AddControl(*control);
     }
+    firstFocus = &PushButtonConnect; // a caret would blink, and repaint, all night
     BindEvents();
     Timer1->SetPeriod(StatisticsPeriod);
     Timer3->SetPeriod(DisplayPeriod);

@@ -188,6 +188,7 @@ class Window1 : public Window, public ReceiverControls {
     void EndStreaming();
     void ShowStreaming();
     void StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples);
+    void WakeTimer4();
     void Timer4_Action();
     void WriteDatagram(const Datagram& d);
 

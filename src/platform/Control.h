@@ -24,7 +24,17 @@ struct Locks {
 };
 
 // What of a control has changed, so that its view redraws no more than that.
-enum class Aspect { Value, Rows, Enabled, Visible, Colour, Bounds, Picture, CommitEdit };
+enum class Aspect {
+    Value,
+    Rows,
+    Enabled,
+    Visible,
+    Colour,
+    Bounds,
+    Picture,
+    PictureRow,
+    CommitEdit
+};
 
 class Control;
 

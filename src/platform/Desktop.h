@@ -118,8 +118,19 @@ class Desktop {
     void Perform(const MenuItem& item, const Window* front) const;
 
     // Runs an event's handler. Every event comes through here, so that a function missing in the
-    // sound library costs one box and not the program.
-    void Raise(const std::function<void()>& handler);
+    // sound library costs one box and not the program. Called in place, so that a block of sound
+    // costs no memory.
+    template <typename Handler>
+    void Raise(const Handler& handler) {
+        try {
+            handler();
+        } catch (const FunctionNotFound& missing) {
+            ReportMissing(missing);
+        }
+    }
+    // The same for a handler that somebody keeps, or that is empty. Runs a copy, because a handler
+    // may replace itself or end what keeps it.
+    void Raise(std::function<void()> handler);
     void ReportMissing(const FunctionNotFound& missing); // once a function
 
     MenuBar menuBar;                  // the one of all windows

@@ -58,6 +58,8 @@ class Window {
     // In the order in which they were made: stacking order and tab order.
     const std::vector<Control*>& Controls() const { return controls; }
 
+    // Has the keyboard when the window appears; null: any control.
+    Control* firstFocus = nullptr;
     int minimumWidth = 64;
     int minimumHeight = 64;
     int maximumWidth = 32000;

@@ -26,7 +26,7 @@ void Window1::InitNetworking() {
 // are still obeyed.
 void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
     app.prefs.prefsUseNetworking = checkBox.Value();
-    Timer4->SetMode(checkBox.Value() ? Timer::Mode::Multiple : Timer::Mode::Off);
+    Timer4->SetMode(checkBox.Value() ? Timer::Mode::Single : Timer::Mode::Off);
     if (checkBox.Value() && !audioStream.IsReady()) {
         InitNetworking();
     }

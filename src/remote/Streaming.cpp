@@ -16,12 +16,14 @@ void Window1::StartStreaming() {
     streamDatagram.address = RxUDPSocket->BroadcastAddress();
     streamDatagram.port = StreamPort;
     audioStream.isStreaming = true;
+    WakeTimer4();
 }
 
 // What is in the block being filled stays there and goes out ahead of the next stream's sound.
 void Window1::EndStreaming() {
     Log("end streaming");
     audioStream.isStreaming = false;
+    WakeTimer4();
 }
 
 void Window1::ShowStreaming() {
@@ -32,9 +34,20 @@ void Window1::ShowStreaming() {
 
 void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
     audioStream.StreamSoundBlock(sampleCount, samples);
+    if (audioStream.FirstReadyToSend() != nullptr) {
+        WakeTimer4();
+    }
 }
 
-// Sends all that has come in since the last tick, in order.
+// The timer ticks only when there is something to send or to show. While the box is unticked it
+// rests, and what waits goes out once the box is ticked.
+void Window1::WakeTimer4() {
+    if (CheckBoxNetwork.Value() && Timer4->RunMode() == Timer::Mode::Off) {
+        Timer4->SetMode(Timer::Mode::Single);
+    }
+}
+
+// Sends all that has come in since it was woken, in order.
 void Window1::Timer4_Action() {
     ShowStreaming();
     while (const MemoryBlock* block = audioStream.FirstReadyToSend()) {

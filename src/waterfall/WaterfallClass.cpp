@@ -34,7 +34,7 @@ void WaterfallClass::NewData(std::string_view frame) {
     for (std::size_t x = 0; x < width; ++x) {
         row[x] = levelColors[newDataMB[x]];
     }
-    Invalidate();
+    InvalidateRow();
 }
 
 void WaterfallClass::SetLevels(double gain, int offset) {

@@ -6,21 +6,28 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdlib>
+#include <string>
+
 namespace larkspool {
 namespace {
 
-constexpr Color red{255, 0, 0};
-constexpr Color green{0, 255, 0};
-
-// A picture of red and green columns below a yellow mark.
-class Striped : public Canvas {
+// A picture below a yellow mark. Each column and each row that it ever had has a colour of its own.
+class Scrolling : public Canvas {
   public:
-    Striped() : picture(100, 20) {
-        for (int x = 0; x < 100; ++x) {
-            for (int y = 0; y < 20; ++y) {
-                picture.SetPixel(x, y, x % 2 == 0 ? red : green);
-            }
+    Scrolling() { Begin(100, 20); }
+
+    void Begin(int width, int height) {
+        picture = Picture(width, height);
+        for (int row = 0; row < height; ++row) {
+            PutRow();
         }
+        Invalidate();
+    }
+    void AddRow() {
+        PutRow();
+        InvalidateRow();
     }
 
     void Event_Paint(Graphics& g) override {
@@ -28,48 +35,95 @@ class Striped : public Canvas {
         if (!shows) {
             return;
         }
-        g.DrawPicture(picture, 0, 5, g.Width(), 20);
+        g.DrawPicture(picture, 0, 5, g.Width(), g.Height() - 5);
         g.SetForeColor({255, 255, 0});
         g.FillRect(10, 0, 20, 4);
         g.FillRect(-50, -50, 10, 10);
     }
 
-    Picture picture;
+    Picture picture{0, 0};
+    int rows = 0; // so far
     bool shows = true;
     int paints = 0;
+
+  private:
+    void PutRow() {
+        picture.ScrollDown(1);
+        ++rows;
+        for (int x = 0; x < picture.Width(); ++x) {
+            picture.SetPixel(x, 0,
+                             {0, static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(rows)});
+        }
+    }
 };
 
 class CanvasView : public testing::Test {
   protected:
-    void Open(int width) {
+    void Open(int width, int height = 25) {
         window.SetTitle("Canvas");
-        canvas.Place("Canvas", {20, 30, width, 25});
+        canvas.Place("Canvas", {20, 30, width, height}, {true, true, true, true});
         canvas.spokenName = "Waterfall";
         window.AddControl(canvas);
         window.Open();
     }
 
-    QRgb PixelAt(int x, int y) const {
-        return window.Find<QWidget>("Canvas").grab().toImage().pixel(x, y);
+    QImage Seen() const { return window.Find<QWidget>("Canvas").grab().toImage(); }
+
+    // The picture fills what is below the mark: for each of the screen's pixels the nearest one. A
+    // row that has come since the whole was drawn may begin a line earlier or later.
+    void ExpectPicture(int tolerance, const std::string& when) {
+        const QImage seen = Seen();
+        const int top = qRound(5 * seen.devicePixelRatio());
+        const int height = seen.height() - top;
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < seen.width(); ++x) {
+                const QRgb pixel = seen.pixel(x, top + y);
+                const Picture& picture = canvas.picture;
+                const int column = (2 * x + 1) * picture.Width() / (2 * seen.width());
+                const int row = (2 * y + 1) * picture.Height() / (2 * height);
+                ASSERT_EQ(qGreen(pixel), column) << when << ", " << x << ' ' << y;
+                ASSERT_LE(std::abs(((canvas.rows - qBlue(pixel)) & 255) - row), tolerance)
+                    << when << ", " << x << ' ' << y;
+                ASSERT_EQ(qRed(pixel), 0);
+            }
+        }
     }
 
-    Striped canvas;
+    Scrolling canvas;
     TestWindow window;
 };
 
 TEST_F(CanvasView, APictureKeepsItsColoursPixelByPixel) {
     Open(100);
-    EXPECT_EQ(PixelAt(40, 10), red.Packed());
-    EXPECT_EQ(PixelAt(41, 10), green.Packed());
-    EXPECT_EQ(PixelAt(99, 24), green.Packed());
-    EXPECT_EQ(PixelAt(10, 3), 0xffffff00U);
-    EXPECT_NE(PixelAt(9, 3), 0xffffff00U);
+    ExpectPicture(0, "at first");
+    canvas.AddRow();
+    ExpectPicture(0, "after a row");
+    EXPECT_EQ(Seen().pixel(10, 3), 0xffffff00U);
+    EXPECT_NE(Seen().pixel(9, 3), 0xffffff00U);
 }
 
-TEST_F(CanvasView, AScaledPictureIsNotBlurred) {
-    Open(200);
-    for (int x = 0; x < 200; ++x) {
-        ASSERT_EQ(PixelAt(x, 10), (x / 2 % 2 == 0 ? red : green).Packed()) << "column " << x;
+// Also run at other scales of the screen, where the picture is scaled whatever its size.
+TEST_F(CanvasView, AScaledPictureIsNotBlurredHoweverItScrolls) {
+    struct Case {
+        int width;
+        int height; // of the picture's place
+    };
+    Open(100);
+    for (const auto& [width, height] : {Case{200, 40}, Case{150, 30}, Case{93, 17}}) {
+        const double scale = window.Find<QWidget>("Canvas").devicePixelRatio() * height / 20;
+        const int tolerance = scale == std::floor(scale) ? 0 : 1;
+        canvas.Follow(width - 100, height - 20);
+        ExpectPicture(0, "in its new place");
+        for (const int count : {1, 1, 1, 5, 19, 20, 50, 1}) {
+            for (int row = 0; row < count; ++row) {
+                canvas.AddRow();
+            }
+            ExpectPicture(tolerance, std::to_string(count) + " rows at " + std::to_string(scale));
+        }
+        for (const int columns : {60, 100, 100}) {
+            canvas.Begin(columns, 20);
+            ExpectPicture(0, "another picture");
+        }
     }
 }
 

@@ -108,6 +108,28 @@ TEST_F(Controls, WhatTheProgramSetsShowsAndRaisesItsEventOnce) {
     EXPECT_EQ(window.Find<QPushButton>("Button").text(), "Stop");
 }
 
+TEST_F(Controls, ABarIsPaintedOnlyWhereItShows) {
+    class Paints : public QObject {
+      public:
+        int count = 0;
+        bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } paints;
+    bar.maximum = 100'000;
+    window.Open();
+    auto& shown = window.Find<QProgressBar>("Bar");
+    LetEventsRun();
+    shown.installEventFilter(&paints);
+    for (const int amount : {20, 3, 50'000, 50'010}) {
+        bar.SetValue(amount);
+        QTest::qWait(60); // longer than a paint is held back
+        EXPECT_EQ(shown.value(), amount);
+    }
+    EXPECT_EQ(paints.count, 1);
+}
+
 TEST_F(Controls, AHandlerThatSetsAnotherValueHasTheLastWord) {
     box.action = [this] { box.SetValue(false); };
     field.textChange = [this] { field.SetText("5"); };

@@ -123,13 +123,13 @@ TEST_F(Windows, TheFontShrinksUntilTheLongestTextFits) {
     EXPECT_EQ(FittingFont(window, wished).pixelSize(), wished.pixelSize());
 }
 
-TEST_F(Windows, TabGoesThroughTheControlsInTheirOrder) {
+TEST_F(Windows, TheKeyboardBeginsWhereTheWindowSaysAndTabGoesOn) {
     TextField second;
     second.Place("Second", {10, 5, 50, 22});
     window.AddControl(second);
+    window.firstFocus = &field;
     window.Open();
-    field.SetText("x");
-    window.Find<QLineEdit>("Field").setFocus();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Field");
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), "Second");
 }

@@ -2,6 +2,7 @@
 #include "support/Allocations.h"
 #include "support/ConsoleFixture.h"
 
+#include <array>
 #include <random>
 
 namespace larkspool {
@@ -50,12 +51,16 @@ class Memory : public ::testing::Test {
     VirtualReceiver Audio() { return VirtualReceiver(*desktop.tcpSockets.at(0)); }
     VirtualUDPSocket& Peer() { return *desktop.udpSockets.at(0); }
 
-    // What it takes to receive and play so many frames of 700 samples, at their pace.
-    std::int64_t AllocationsFor(int frames) {
+    // What it takes to receive and play so many frames of 700 samples, at their pace, while a timer
+    // ticks once a frame.
+    std::int64_t AllocationsFor(int frames, Timer* timer = nullptr) {
         const std::vector<std::int16_t> samples(700, 5);
         const std::int64_t before = counted.made;
         for (int i = 0; i < frames; ++i) {
             Audio().Sound(sequence++, samples);
+            if (timer != nullptr) {
+                timer->SetMode(Timer::Mode::Single);
+            }
             desktop.Advance(0.06); // whole ticks of every timer
         }
         return counted.made - before;
@@ -76,7 +81,18 @@ TEST_F(Memory, StreamingAllocatesNothingBeyondWhatHearingDoes) {
     EXPECT_EQ(desktop.library.blocks - before, 500 * 700 / 512);
     Peer().Deliver("staud:0");
     desktop.Advance(0);
-    EXPECT_EQ(streaming, AllocationsFor(500));
+    // The stream's timer is the virtual desktop's, and so is what its ticks allocate.
+    const auto spare = desktop.MakeTimer();
+    spare->SetPeriod(20);
+    EXPECT_EQ(streaming, AllocationsFor(500, spare.get()));
+}
+
+TEST_F(Memory, RaisingAnEventCostsNothing) {
+    std::array<std::int64_t, 8> values{};
+    const std::int64_t before = counted.made;
+    desktop.Raise([values, this] { sequence += static_cast<std::uint32_t>(values.size()); });
+    EXPECT_EQ(counted.made, before);
+    EXPECT_EQ(sequence, values.size());
 }
 
 TEST_F(Memory, AFloodOfDatagramsLeavesItFlat) {

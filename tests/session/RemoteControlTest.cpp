@@ -198,6 +198,17 @@ TEST_F(RemoteControl, APauseOfTheStreamLosesNeitherItsPlaceNorItsRest) {
     EXPECT_EQ(Numbers(Take()), std::vector<unsigned>{1});
 }
 
+TEST_F(RemoteControl, WithoutAStreamTheConsoleStaysAsleep) {
+    StreamToPeer();
+    Say("staud:0");
+    Console().PushButtonDisconnect.Push();
+    desktop.Advance(2);
+    const std::uint64_t before = desktop.queue.Asked();
+    desktop.Advance(10);
+    EXPECT_LE(desktop.queue.Asked() - before, 130U)
+        << "the display's ten a second and the keep-alives";
+}
+
 TEST_F(RemoteControl, WithTheBoxUntickedTheNewestSecondsWait) {
     StreamToPeer();
     desktop.Advance(0.02);

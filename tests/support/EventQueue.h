@@ -19,6 +19,8 @@ class EventQueue {
         events.emplace(Key{elapsed + seconds, ++order}, std::move(event));
     }
 
+    std::uint64_t Asked() const { return order; } // how many events so far
+
     void Clear() { events.clear(); } // the process has ended: nothing it asked for comes any more
 
     // Runs what falls due, in order, while the clock moves on by so many seconds.

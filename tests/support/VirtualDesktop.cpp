@@ -57,7 +57,7 @@ VirtualDesktop::VirtualDesktop()
     : httpSockets(std::make_shared<std::vector<VirtualHTTPSocket*>>()),
       root(std::filesystem::temp_directory_path() /
            ("larkspool-test-" + std::to_string(std::random_device{}()))) {
-    queue.raise = [this](const std::function<void()>& event) { Raise(event); };
+    queue.raise = [this](const std::function<void()>& event) { Raise([&event] { event(); }); };
 }
 
 VirtualDesktop::~VirtualDesktop() {

@@ -130,7 +130,7 @@ void Boxes::Ask(const MessageDialog& dialog, std::function<void(MessageDialog::A
         QObject::connect(box.get(), &QDialog::finished, box.get(),
                          [this, shown = box.get(), handler = std::move(answered)] {
                              const auto given = AnswerOf(*shown);
-                             desktop.Raise([handler, given] { handler(given); });
+                             desktop.Raise([&handler, given] { handler(given); });
                          });
     }
     Show(std::move(box), answer);

@@ -11,11 +11,18 @@ namespace larkspool {
 
 namespace {
 
+// Where these points lie on the screen, in its own pixels.
+QRect OnScreen(const QPainter& painter, const QRect& points) {
+    const QRectF place = painter.deviceTransform().mapRect(QRectF(points));
+    const QPoint corner(qRound(place.left()), qRound(place.top()));
+    return {corner, QPoint(qRound(place.right()) - 1, qRound(place.bottom()) - 1)};
+}
+
 // Paints for the program on Qt's painter, pixels as they are.
 class PainterGraphics : public Graphics {
   public:
-    PainterGraphics(QPainter& target, int columns, int rows)
-        : painter(target), width(columns), height(rows) {}
+    PainterGraphics(QPainter& target, ScaledPicture& kept, int columns, int rows)
+        : painter(target), scaled(kept), width(columns), height(rows) {}
 
     int Width() const override { return width; }
     int Height() const override { return height; }
@@ -34,15 +41,25 @@ class PainterGraphics : public Graphics {
     }
 
     void DrawPicture(const Picture& picture, int x, int y, int across, int down) override {
-        // Borrows the picture's pixels for the time of the call.
-        const auto pixels = picture.Pixels();
-        const QImage image(reinterpret_cast<const uchar*>(pixels.data()), picture.Width(),
-                           picture.Height(), picture.Width() * qsizetype{4}, QImage::Format_RGB32);
-        painter.drawImage(QRect(x, y, across, down), image);
+        const QRect place = OnScreen(painter, QRect(x, y, across, down));
+        painter.save();
+        painter.setTransform(painter.deviceTransform().inverted(), true);
+        if (place.size() == QSize(picture.Width(), picture.Height())) {
+            // Borrows the picture's pixels for the time of the call.
+            const auto pixels = picture.Pixels();
+            painter.drawImage(place.topLeft(),
+                              QImage(reinterpret_cast<const uchar*>(pixels.data()), picture.Width(),
+                                     picture.Height(), picture.Width() * qsizetype{4},
+                                     QImage::Format_RGB32));
+        } else {
+            scaled.Draw(painter, place, picture);
+        }
+        painter.restore();
     }
 
   private:
     QPainter& painter;
+    ScaledPicture& scaled;
     int width;
     int height;
     QColor foreColor = Qt::black;
@@ -76,17 +93,22 @@ CanvasView::CanvasView(Canvas& canvas, Desktop& host, QWidget& content)
 
 void CanvasView::Paint(QPainter& painter) {
     Raise([this, &painter] {
-        PainterGraphics graphics(painter, shape.width(), shape.height());
+        PainterGraphics graphics(painter, scaled, shape.width(), shape.height());
         Held()->Event_Paint(graphics);
     });
 }
 
 void CanvasView::Redraw(Aspect aspect) {
-    if (aspect == Aspect::Picture) {
-        shape.update();
-        if (ContentArea* const area = ContentAreaOf(shape)) {
-            area->ReleaseHeld();
-        }
+    if (aspect == Aspect::PictureRow) {
+        scaled.RowAdded();
+    } else if (aspect == Aspect::Picture) {
+        scaled.AllChanged();
+    } else {
+        return;
+    }
+    shape.update();
+    if (ContentArea* const area = ContentAreaOf(shape)) {
+        area->ReleaseHeld();
     }
 }
 

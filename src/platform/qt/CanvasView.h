@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Canvas.h"
+#include "platform/qt/ScaledPicture.h"
 #include "platform/qt/WidgetView.h"
 
 #include <QWidget>
@@ -32,6 +33,8 @@ class CanvasView : public ViewOf<Canvas, CanvasWidget> {
 
   private:
     void Paint(QPainter& painter);
+
+    ScaledPicture scaled; // what the screen shows of the one picture that the canvas paints
 };
 
 } // namespace larkspool

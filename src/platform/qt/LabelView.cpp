@@ -4,13 +4,72 @@
 #include "platform/qt/Fonts.h"
 #include "platform/qt/MakeChild.h"
 
+#include <QFontMetrics>
+#include <QGlyphRun>
+#include <QPainter>
 #include <QPalette>
+
+#include <algorithm>
+#include <vector>
 
 namespace larkspool {
 
+namespace {
+
+constexpr char16_t FirstLetter = u' ';
+constexpr char16_t LastLetter = u'~';
+
+bool IsInTable(QChar letter) { return letter >= FirstLetter && letter <= LastLetter; }
+
+} // namespace
+
+void FigureLabel::paintEvent(QPaintEvent* event) {
+    const QString shown = text();
+    if (!changesOften || !std::all_of(shown.begin(), shown.end(), IsInTable)) {
+        QLabel::paintEvent(event);
+        return;
+    }
+    if (!rawFont.isValid() || tableFont != font()) {
+        MakeTable();
+    }
+    DrawLetters();
+}
+
+void FigureLabel::MakeTable() {
+    tableFont = font();
+    rawFont = QRawFont::fromFont(tableFont);
+    const QFontMetrics metrics(tableFont);
+    for (std::size_t i = 0; i < table.size(); ++i) {
+        const QChar letter(static_cast<char16_t>(FirstLetter + i));
+        table[i] = {rawFont.glyphIndexesForString(letter).value(0),
+                    metrics.horizontalAdvance(letter)};
+    }
+}
+
+void FigureLabel::DrawLetters() {
+    const QString shown = text();
+    std::vector<quint32> glyphs;
+    std::vector<QPointF> places;
+    int x = 0;
+    for (const QChar letter : shown) {
+        const Letter& drawn = table[static_cast<std::size_t>(letter.unicode() - FirstLetter)];
+        glyphs.push_back(drawn.glyph);
+        places.emplace_back(x, 0);
+        x += drawn.width;
+    }
+    QGlyphRun run;
+    run.setRawFont(rawFont);
+    run.setRawData(glyphs.data(), places.data(), static_cast<int>(glyphs.size()));
+    const QFontMetrics metrics = fontMetrics();
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawGlyphRun(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), run);
+}
+
 LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)
-    : ViewOf(label, host, MakeChild<QLabel>(content)), window(home) {
+    : ViewOf(label, host, MakeChild<FigureLabel>(content)), window(home) {
     shape.setTextFormat(Qt::PlainText);
+    shape.changesOften = !label.longest.empty();
     shape.setAutoFillBackground(true); // spares the window painting beneath
     // Labels may reach under other controls and mustn't take the mouse from them.
     shape.setAttribute(Qt::WA_TransparentForMouseEvents, !label.mouseEnter && !label.mayBeCut);

@@ -27,6 +27,18 @@ QLinearGradient MeterColours(const QRectF& bar) {
 
 } // namespace
 
+int MeterBar::LitPixels(int amount) const {
+    return qRound(width() * devicePixelRatioF() * amount / std::max(1, maximum()));
+}
+
+// Left to itself, the bar would paint before the setter returns, and also where no pixel changes.
+void MeterBar::SetQuietly(int amount) {
+    const bool enabled = updatesEnabled();
+    setAttribute(Qt::WA_UpdatesDisabled);
+    setValue(amount);
+    setAttribute(Qt::WA_UpdatesDisabled, !enabled);
+}
+
 void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -34,8 +46,8 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     const QRectF bar(0, (height() - BarHeight) / 2.0, width(), BarHeight);
     painter.setBrush(palette().brush(QPalette::Midlight));
     painter.drawRoundedRect(bar, Radius, Radius);
-    const double share = maximum() > 0 ? static_cast<double>(value()) / maximum() : 0;
-    painter.setClipRect(QRectF(bar.left(), bar.top(), bar.width() * share, bar.height()));
+    const double lit = LitPixels(value()) / devicePixelRatioF();
+    painter.setClipRect(QRectF(bar.left(), bar.top(), lit, bar.height()));
     painter.setBrush(MeterColours(bar));
     painter.drawRoundedRect(bar, Radius, Radius);
 }
@@ -58,13 +70,14 @@ double ProgressBarView::QuantityOf(int value) const {
 
 void ProgressBarView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Value) {
-        // Left to itself, the bar would paint before the setter returns.
-        if (ContentArea* const area = ContentAreaOf(shape)) {
+        const int maximum = std::max(1, Held()->maximum);
+        const int amount = std::clamp(Held()->Value(), 0, maximum);
+        shape.setRange(0, maximum);
+        ContentArea* const area = ContentAreaOf(shape);
+        if (area != nullptr && shape.LitPixels(amount) != shape.LitPixels(shape.value())) {
             area->Hold(shape);
         }
-        const int maximum = std::max(1, Held()->maximum);
-        shape.setRange(0, maximum);
-        shape.setValue(std::clamp(Held()->Value(), 0, maximum));
+        shape.SetQuietly(amount);
     }
 }
 

@@ -18,6 +18,9 @@ class MeterBar : public QProgressBar {
     std::function<double(int)> quantity; // a value in its unit
     std::function<QString()> spoken;     // the present one, with the unit
 
+    int LitPixels(int amount) const; // of the screen's, for a value
+    void SetQuietly(int amount);     // whoever calls asks for the paint
+
   protected:
     void paintEvent(QPaintEvent* event) override;
 };

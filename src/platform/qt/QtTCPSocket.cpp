@@ -123,16 +123,13 @@ void QtTCPSocket::Connected(int descriptor) {
         Fail(ErrorLostConnection, SocketFailure::Lost);
         return;
     }
-    QObject::connect(link.get(), &QTcpSocket::readyRead, &events, [this] {
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
-    });
+    QObject::connect(link.get(), &QTcpSocket::readyRead, &events,
+                     [this] { desktop.Raise(dataAvailable); });
     QObject::connect(link.get(), &QTcpSocket::errorOccurred, &events,
                      [this](QAbstractSocket::SocketError reason) { Lost(reason); });
     NoticeDeadPeers(*link);
     state = State::Connected;
-    const auto handler = connected;
-    desktop.Raise(handler);
+    desktop.Raise(connected);
 }
 
 void QtTCPSocket::Lost(QAbstractSocket::SocketError reason) {
@@ -149,8 +146,7 @@ bool QtTCPSocket::DeliverRest() {
     std::size_t before = 0;
     while (BytesAvailable() > 0 && BytesAvailable() != before) {
         before = BytesAvailable();
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
+        desktop.Raise(dataAvailable);
         if (!alive || mine != attempt) {
             return false;
         }
@@ -173,8 +169,7 @@ void QtTCPSocket::Fail(int code, SocketFailure reason) {
     Close();
     lastErrorCode = code;
     lastFailure = reason;
-    const auto handler = error;
-    desktop.Raise(handler);
+    desktop.Raise(error);
 }
 
 void QtTCPSocket::FailLater(int code, SocketFailure reason) {

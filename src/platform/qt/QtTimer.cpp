@@ -39,9 +39,7 @@ void QtTimer::Fire() {
     if (mode == Mode::Single) {
         mode = Mode::Off;
     }
-    // A copy, because the handler may destroy the timer.
-    const auto handler = action;
-    desktop.Raise(handler);
+    desktop.Raise(action);
 }
 
 } // namespace larkspool

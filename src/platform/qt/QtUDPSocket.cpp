@@ -68,8 +68,7 @@ void QtUDPSocket::Deliver() {
         if (!next) {
             return;
         }
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
+        desktop.Raise(dataAvailable);
         if (!alive) {
             return;
         }

@@ -59,22 +59,16 @@ void WidgetView::Raise(const std::function<void()>& call) const {
     }
 }
 
-void WidgetView::RaiseEvent(std::function<void()> Control::*event) const {
-    // A copy, because the control may end in its own handler.
-    const auto handler = Model()->*event;
-    Raise(handler);
-}
-
 bool WidgetView::eventFilter(QObject* watched, QEvent* event) {
     if (watched != &widget || Model() == nullptr) {
         return QObject::eventFilter(watched, event);
     }
     switch (event->type()) {
     case QEvent::Enter:
-        RaiseEvent(&Control::mouseEnter);
+        Raise(Model()->mouseEnter);
         break;
     case QEvent::Leave:
-        RaiseEvent(&Control::mouseExit);
+        Raise(Model()->mouseExit);
         break;
     case QEvent::Wheel:
         return TurnWheel(*event);

@@ -36,7 +36,6 @@ class WidgetView : public QObject, public ControlView {
     Desktop& desktop;
 
   private:
-    void RaiseEvent(std::function<void()> Control::*event) const;
     bool TurnWheel(QEvent& event) const;
 
     QWidget& widget;

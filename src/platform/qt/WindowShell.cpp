@@ -18,6 +18,9 @@ WindowShell::WindowShell(Window& shown, Desktop& host)
       content(MakeChild<ContentArea>(*this, shown.hairlines)) {
     MakeViews();
     NameByLabels();
+    if (QWidget* first = WidgetOf(shown.firstFocus)) {
+        first->setFocus();
+    }
     SetLimits();
     resize(shown.Width(), shown.Height() + menuBar.Height());
     setWindowTitle(QString::fromStdString(shown.Title()));
