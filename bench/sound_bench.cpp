@@ -5,6 +5,10 @@
 #include <cstring>
 #include <vector>
 
+#ifdef LARKSPOOL_HAS_SAMPLERATE
+#include <samplerate.h>
+#endif
+
 namespace {
 
 constexpr std::int64_t rate = 12000;
@@ -22,7 +26,7 @@ std::vector<std::int16_t> Sawtooth(std::size_t count) {
 void RenderOneSecond(benchmark::State& state) {
     std::int64_t clock = 0;
     tonebridge::Engine engine([&] { return clock; });
-    engine.SetDeviceRate(static_cast<std::uint32_t>(state.range(0)));
+    engine.OpenDevice(static_cast<std::uint32_t>(state.range(0)));
     const std::vector<std::int16_t> block = Sawtooth(rate / 100);
     std::vector<float> out(static_cast<std::size_t>(state.range(0)) / 100);
     for (int i = 0; i < 150; ++i) {
@@ -39,6 +43,34 @@ void RenderOneSecond(benchmark::State& state) {
     state.counters["underruns"] = static_cast<double>(engine.Underruns());
 }
 BENCHMARK(RenderOneSecond)->Arg(48000)->Arg(44100)->Unit(benchmark::kMillisecond);
+
+#ifdef LARKSPOOL_HAS_SAMPLERATE
+// The same second through another converter, at the quality that comes nearest
+// in what is heard; without ring, gain and control.
+void ConvertOneSecondByThePeer(benchmark::State& state) {
+    int error = 0;
+    SRC_STATE* const converter = src_new(SRC_SINC_MEDIUM_QUALITY, 1, &error);
+    std::vector<float> in(rate / 100);
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        in[i] = static_cast<float>(static_cast<std::int16_t>(i * 997)) / 32768.0F;
+    }
+    std::vector<float> out(static_cast<std::size_t>(state.range(0)) / 100 + 1);
+    SRC_DATA data{};
+    for (auto unused : state) {
+        for (int i = 0; i < 100; ++i) {
+            data.data_in = in.data();
+            data.input_frames = static_cast<long>(in.size());
+            data.data_out = out.data();
+            data.output_frames = static_cast<long>(out.size());
+            data.src_ratio = static_cast<double>(state.range(0)) / (rate * (1.0 + i * 1e-8));
+            src_process(converter, &data);
+            benchmark::DoNotOptimize(out.data());
+        }
+    }
+    src_delete(converter);
+}
+BENCHMARK(ConvertOneSecondByThePeer)->Arg(48000)->Arg(44100)->Unit(benchmark::kMillisecond);
+#endif
 
 // A block that the network delivers. A new stream now and then keeps the queue
 // from filling up.

@@ -32,6 +32,10 @@ void OnState(cubeb_stream* /*stream*/, void* user, cubeb_state state) {
     }
 }
 
+void OnDevices(cubeb* /*context*/, void* user) {
+    static_cast<StreamClient*>(user)->DevicesChanged();
+}
+
 DeviceSide Describe(const cubeb_device_info& info) {
     DeviceSide side;
     side.id = info.device_id != nullptr ? info.device_id : "";
@@ -46,26 +50,47 @@ class CubebStream : public OutputStream {
   public:
     explicit CubebStream(cubeb_stream* opened) : stream(opened) {}
     bool Start() { return cubeb_stream_start(stream.get()) == CUBEB_OK; }
+    std::string DeviceId() const override;
 
   private:
     std::unique_ptr<cubeb_stream, StreamCloser> stream;
 };
 
+std::string CubebStream::DeviceId() const {
+    cubeb_device* device = nullptr;
+    if (cubeb_stream_get_current_device(stream.get(), &device) != CUBEB_OK) {
+        return {};
+    }
+    const std::string id = device->output_name != nullptr ? device->output_name : "";
+    cubeb_stream_device_destroy(stream.get(), device);
+    return id;
+}
+
 class CubebDevices : public DeviceLayer {
   public:
-    explicit CubebDevices(cubeb* opened) : context(opened) {}
+    CubebDevices(cubeb* opened, std::shared_ptr<std::string> provenBackend)
+        : context(opened), proven(std::move(provenBackend)) {}
+    ~CubebDevices() override { Report(nullptr, nullptr); }
+    CubebDevices(const CubebDevices&) = delete;
+    CubebDevices& operator=(const CubebDevices&) = delete;
 
     std::vector<DeviceSide> ListOutputs() override { return List(CUBEB_DEVICE_TYPE_OUTPUT); }
     std::vector<DeviceSide> ListInputs() override { return List(CUBEB_DEVICE_TYPE_INPUT); }
+    void Watch(StreamClient& client) override { Report(OnDevices, &client); }
     std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                        StreamClient& client) override;
 
   private:
     std::vector<DeviceSide> List(cubeb_device_type type);
+    void Report(cubeb_device_collection_changed_callback call, void* user) {
+        cubeb_register_device_collection_changed(context.get(), CUBEB_DEVICE_TYPE_OUTPUT, call,
+                                                 user);
+    }
     std::unique_ptr<OutputStream> OpenDevice(cubeb_devid device, std::uint32_t rate,
                                              StreamClient& client);
 
     std::unique_ptr<cubeb, ContextCloser> context;
+    const std::shared_ptr<std::string> proven; // the backend that has played
 };
 
 std::vector<DeviceSide> CubebDevices::List(cubeb_device_type type) {
@@ -119,17 +144,27 @@ std::unique_ptr<OutputStream> CubebDevices::OpenDevice(cubeb_devid device, std::
         return nullptr;
     }
     auto stream = std::make_unique<CubebStream>(opened);
-    return stream->Start() ? std::move(stream) : nullptr;
+    if (!stream->Start()) {
+        return nullptr;
+    }
+    *proven = cubeb_get_backend_id(context.get());
+    return stream;
 }
 
 } // namespace
 
-std::unique_ptr<DeviceLayer> ConnectCubeb() {
-    cubeb* context = nullptr;
-    if (cubeb_init(&context, "Larkspool", nullptr) != CUBEB_OK) {
-        return nullptr;
-    }
-    return std::make_unique<CubebDevices>(context);
+DeviceLayerFactory CubebFactory() {
+    return [proven = std::make_shared<std::string>()]() -> std::unique_ptr<DeviceLayer> {
+        cubeb* context = nullptr;
+        const char* const first = proven->empty() ? nullptr : proven->c_str();
+        if (cubeb_init(&context, "Larkspool", first) != CUBEB_OK) {
+            return nullptr;
+        }
+        auto layer = std::make_unique<CubebDevices>(context, proven);
+        // Where the backend asked for can't be had, cubeb goes on to the others.
+        const bool isProven = proven->empty() || *proven == cubeb_get_backend_id(context);
+        return isProven ? std::move(layer) : nullptr;
+    };
 }
 
 } // namespace tonebridge

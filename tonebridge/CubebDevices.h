@@ -4,7 +4,9 @@
 
 namespace tonebridge {
 
-// Connects to the sound server through cubeb; null where none answers.
-std::unique_ptr<DeviceLayer> ConnectCubeb();
+// Connects to the sound server through cubeb. Once a backend has played, it is
+// the only one tried: where its server is restarted, another backend would take
+// the device in the meantime and keep it.
+DeviceLayerFactory CubebFactory();
 
 } // namespace tonebridge

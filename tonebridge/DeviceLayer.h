@@ -26,12 +26,16 @@ class StreamClient {
     virtual void RenderStereo(std::span<float> samples) = 0;
     // The device is lost. Nothing more is rendered; the owner closes the stream.
     virtual void StreamFailed() = 0;
+    // Devices have come or gone, and the server may have moved the stream.
+    virtual void DevicesChanged() = 0;
 };
 
 // An output that plays until it is destroyed.
 class OutputStream {
   public:
     virtual ~OutputStream() = default;
+    // The device that it plays on now; "" where the backend can't say.
+    virtual std::string DeviceId() const = 0;
 };
 
 // A connection to a sound server. It must outlive its streams, and is used by
@@ -41,6 +45,8 @@ class DeviceLayer {
     virtual ~DeviceLayer() = default;
     virtual std::vector<DeviceSide> ListOutputs() = 0;
     virtual std::vector<DeviceSide> ListInputs() = 0;
+    // Reports to the client, from now on, that devices come and go.
+    virtual void Watch(StreamClient& client) = 0;
     // Plays on this output, in stereo at this rate. Null where that fails.
     virtual std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                                StreamClient& client) = 0;

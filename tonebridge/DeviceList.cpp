@@ -58,18 +58,23 @@ void DeviceList::Describe(std::int64_t index, std::span<std::byte> info,
     std::memcpy(name.data(), text.c_str(), text.size() + 1);
 }
 
-const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen) {
-    const DeviceSide* sameName = nullptr;
-    const DeviceSide* standard = outputs.empty() ? nullptr : &outputs.front();
+const DeviceSide* FindChosen(std::span<const DeviceSide> outputs, const Device& chosen) {
+    const DeviceSide* found = nullptr;
     for (const DeviceSide& output : outputs) {
-        if (output.name == chosen.name && (sameName == nullptr || output.id == chosen.id)) {
-            sameName = &output;
-        }
-        if (output.isDefault) {
-            standard = &output;
+        if (!chosen.name.empty() && output.name == chosen.name &&
+            (found == nullptr || output.id == chosen.id)) {
+            found = &output;
         }
     }
-    return sameName != nullptr ? sameName : standard;
+    return found;
+}
+
+const DeviceSide* FindDefault(std::span<const DeviceSide> outputs) {
+    const auto found = std::ranges::find_if(outputs, &DeviceSide::isDefault);
+    if (found != outputs.end()) {
+        return &*found;
+    }
+    return outputs.empty() ? nullptr : &outputs.front();
 }
 
 std::string CutUtf8(const std::string& text, std::size_t size) {

@@ -44,9 +44,11 @@ class DeviceList {
     std::vector<Device> devices;
 };
 
-// The output to open for a device chosen earlier: the one of the same name, of
-// several the one with the same id; else the default one; null where there is none.
-const DeviceSide* FindOutput(std::span<const DeviceSide> outputs, const Device& chosen);
+// The output of that device's name, of several the one with its id; null where
+// there is none, and for a device without a name.
+const DeviceSide* FindChosen(std::span<const DeviceSide> outputs, const Device& chosen);
+// The default output, null where there is no output.
+const DeviceSide* FindDefault(std::span<const DeviceSide> outputs);
 
 // `text` cut to at most `size` bytes, never within a UTF-8 character.
 std::string CutUtf8(const std::string& text, std::size_t size);

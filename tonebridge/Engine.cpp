@@ -1,6 +1,7 @@
 #include "tonebridge/Engine.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tonebridge {
@@ -9,11 +10,12 @@ namespace {
 
 constexpr std::size_t RingCapacity = std::size_t{1} << 20; // 4 s at the highest rate
 constexpr unsigned RateBits = 20;
-constexpr double LongestFrame = 0.1;    // s, a longer block is a lump of several
-constexpr double LongestPriming = 1.0;  // s
-constexpr double OverflowFill = 2.5;    // s, cut back at once
-constexpr double Overfilled = 1.35;     // s, cut back after a while
-constexpr double OverfilledTime = 10.0; // s
+constexpr double LongestPriming = 1.0;           // s
+constexpr double OverflowFill = 2.5;             // s, cut back at once
+constexpr double Overfilled = 1.35;              // s, cut back after a while
+constexpr double OverfilledTime = 10.0;          // s
+constexpr double LongestAbsence = 5.0;           // s, what is caught up with where nobody hears it
+constexpr std::int64_t OpeningTime = 50'000'000; // ns in which a device fills its buffers
 
 std::uint64_t PositionOf(std::uint64_t stream) { return stream >> RateBits; }
 
@@ -45,15 +47,17 @@ void Engine::Push(std::int64_t count, const std::int16_t* samples, std::int64_t 
     lastBlock.store(static_cast<std::uint32_t>(std::min<std::int64_t>(count, rate)),
                     std::memory_order_relaxed);
     const std::size_t written = ring.Write({samples, size});
-    if (written < size) {
-        dropped.fetch_add(size - written, std::memory_order_relaxed);
-    }
+    dropped += size - written;
 }
 
-void Engine::SetGain(double gain) {
-    if (!std::isnan(gain)) {
-        wantedGain.store(static_cast<float>(std::clamp(gain, 0.0, 1.0)), std::memory_order_relaxed);
+void Engine::SetVolume(double loudness) {
+    if (std::isnan(loudness)) {
+        return;
     }
+    // Loudness grows with the 0.6th power of the gain: half as loud is 10 dB less.
+    constexpr double LoudnessPower = 0.6;
+    const double gain = std::pow(std::clamp(loudness, 0.0, 1.0), 1.0 / LoudnessPower);
+    wantedGain.store(static_cast<float>(gain), std::memory_order_relaxed);
 }
 
 void Engine::BeginStream(std::int64_t rate) {
@@ -63,28 +67,62 @@ void Engine::BeginStream(std::int64_t rate) {
 }
 
 void Engine::Render(std::span<float> out) {
+    if (IsOpening()) {
+        PlayToNobody();
+        std::fill(out.begin(), out.end(), 0.0F);
+        return;
+    }
+    playedUntil = now();
+    Advance(out);
+    ApplyGain(out);
+}
+
+void Engine::OpenDevice(std::uint32_t rate) {
+    deviceRate = rate;
+    isOpening = true;
+    openedAt.reset();
+    isEnding.store(false, std::memory_order_relaxed);
+}
+
+// A device asks for its first buffers all at once. Taken from the queue they
+// would leave it short by as much.
+bool Engine::IsOpening() {
+    if (!isOpening) {
+        return false;
+    }
+    const std::int64_t time = now();
+    openedAt = openedAt.value_or(time);
+    isOpening = time - *openedAt < OpeningTime;
+    if (!isOpening) {
+        PlayToNobody();
+        fade = GainRamp{0.0F};
+        fade.Aim(state == State::Playing ? 1.0F : 0.0F, FadeFrames());
+        volume = GainRamp{wantedGain.load(std::memory_order_relaxed)};
+    }
+    return isOpening;
+}
+
+void Engine::PlayToNobody() {
+    const auto absence = static_cast<std::int64_t>(LongestAbsence * 1e9);
+    const std::int64_t time = now();
+    playedUntil = std::max(playedUntil, time - absence);
+    std::array<float, 512> unheard{};
+    const std::int64_t piece = Duration(unheard.size());
+    while (time - playedUntil >= piece) {
+        Advance(unheard);
+    }
+}
+
+// Plays from `playedUntil` on.
+void Engine::Advance(std::span<float> out) {
     LookForNewStream();
-    const double fill = MeasureFill(LongestFrame);
-    lastFill.store(fill, std::memory_order_relaxed);
     if (state == State::Holding) {
         StartIfFilled();
     } else if (state == State::Playing) {
-        Supervise(fill, out.size());
+        Supervise(MeasureFill(LongestFrame), out.size());
     }
     RenderSound(out);
-    ApplyGain(out);
-    lastCorrection.store(controller.Correction(), std::memory_order_relaxed);
-}
-
-void Engine::SetDeviceRate(std::uint32_t rate) {
-    if (rate != deviceRate) {
-        deviceRate = rate;
-        resampler.Clear();
-    }
-    const bool isSounding = state == State::Playing;
-    fade = GainRamp{0.0F};
-    fade.Aim(isSounding ? 1.0F : 0.0F, FadeFrames());
-    volume = GainRamp{wantedGain.load(std::memory_order_relaxed)};
+    playedUntil += Duration(out.size());
 }
 
 void Engine::LookForNewStream() {
@@ -113,8 +151,8 @@ void Engine::TakeNewStream() {
     currentStream = pendingStream;
     streamRate = RateOf(currentStream);
     reader.MoveTo(PositionOf(currentStream));
-    resampler.Clear();
     controller.Clear();
+    resampler.Clear(Stride());
     overfilledFor = 0.0;
 }
 
@@ -125,10 +163,12 @@ double Engine::MeasureFill(double longestBlock) const {
     const double queued = static_cast<double>(reader.Available()) + resampler.Held();
     const double block =
         std::min(lastBlock.load(std::memory_order_relaxed) / streamRate, longestBlock);
-    const std::int64_t age = now() - lastArrival.load(std::memory_order_relaxed);
+    const std::int64_t time = now();
+    const std::int64_t age = time - lastArrival.load(std::memory_order_relaxed);
     // A block arrives whole but is played bit by bit: this evens out the steps.
     const double sinceArrival = std::clamp(static_cast<double>(age) * 1e-9, 0.0, block);
-    return queued / streamRate + sinceArrival - block / 2.0;
+    const double behind = static_cast<double>(time - playedUntil) * 1e-9;
+    return queued / streamRate + sinceArrival - block / 2.0 - behind;
 }
 
 void Engine::StartIfFilled() {
@@ -137,11 +177,10 @@ void Engine::StartIfFilled() {
     if (streamRate <= 0.0 || MeasureFill(LongestPriming) < RateController::Target) {
         return;
     }
-    const double fill = MeasureFill(LongestFrame);
-    if (fill > Overfilled) {
-        resampler.Clear();
-        reader.Skip(std::min(Surplus(fill), reader.Available()));
-        trims.fetch_add(1, std::memory_order_relaxed);
+    if (MeasureFill(LongestFrame) > Overfilled) {
+        resampler.Clear(Stride());
+        reader.Skip(std::min(Surplus(MeasureFill(LongestFrame)), reader.Available()));
+        ++trims;
     }
     controller.Settle(RateController::Target);
     state = State::Playing;
@@ -152,7 +191,7 @@ void Engine::Supervise(double fill, std::size_t frames) {
     const double elapsed = static_cast<double>(frames) / deviceRate;
     overfilledFor = fill < Overfilled ? 0.0 : overfilledFor + elapsed;
     if (IsRunningDry(frames)) {
-        underruns.fetch_add(1, std::memory_order_relaxed);
+        ++underruns;
         FadeOut();
         return;
     }
@@ -164,10 +203,10 @@ void Engine::Supervise(double fill, std::size_t frames) {
 }
 
 bool Engine::IsRunningDry(std::size_t frames) const {
-    const double ratio = Ratio();
+    const double stride = Stride();
     const double playable =
-        static_cast<double>(reader.Available()) + resampler.Held() - Resampler::LookAhead(ratio);
-    return playable * ratio < static_cast<double>(frames + FadeFrames());
+        static_cast<double>(reader.Available()) + resampler.Held() - Resampler::LookAhead(stride);
+    return playable < static_cast<double>(frames + FadeFrames()) * stride;
 }
 
 void Engine::Trim(double fill) {
@@ -178,7 +217,7 @@ void Engine::Trim(double fill) {
     }
     reader.Leap(surplus, fadeLength);
     controller.Settle(RateController::Target);
-    trims.fetch_add(1, std::memory_order_relaxed);
+    ++trims;
     overfilledFor = 0.0;
 }
 
@@ -198,7 +237,7 @@ void Engine::RenderSound(std::span<float> out) {
             length = std::min(length, fade.Remaining());
         }
         const std::span<float> piece = out.first(length);
-        const std::size_t made = resampler.Pull(reader, piece, Ratio());
+        const std::size_t made = resampler.Pull(reader, piece, Stride());
         std::fill(piece.begin() + static_cast<std::ptrdiff_t>(made), piece.end(), 0.0F);
         fade.Apply(piece);
         out = out.subspan(length);
@@ -210,7 +249,9 @@ void Engine::RenderSound(std::span<float> out) {
 }
 
 void Engine::ApplyGain(std::span<float> out) {
-    const float wanted = wantedGain.load(std::memory_order_relaxed);
+    const float wanted = isEnding.load(std::memory_order_relaxed)
+                             ? 0.0F
+                             : wantedGain.load(std::memory_order_relaxed);
     if (wanted != volume.Target()) {
         volume.Aim(wanted, FadeFrames());
     }
@@ -220,6 +261,12 @@ void Engine::ApplyGain(std::span<float> out) {
     }
 }
 
-double Engine::Ratio() const { return deviceRate / (streamRate * (1.0 + controller.Correction())); }
+double Engine::Stride() const {
+    return streamRate * (1.0 + controller.Correction()) / static_cast<double>(deviceRate);
+}
+
+std::int64_t Engine::Duration(std::size_t frames) const {
+    return static_cast<std::int64_t>(frames) * 1'000'000'000 / deviceRate;
+}
 
 } // namespace tonebridge

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <span>
 
 namespace tonebridge {
@@ -28,23 +29,29 @@ class Engine {
 
     // The network's thread.
     void Push(std::int64_t count, const std::int16_t* samples, std::int64_t rate);
-    // Any thread. 0 to 1, a plain factor.
-    void SetGain(double gain);
+    // Any thread. 0 to 1: half as loud at 0.5, the samples as they are at 1.
+    void SetVolume(double loudness);
 
     // The device's thread, mono, -1 to 1.
     void Render(std::span<float> out);
-    // While nobody renders: the sound goes on, fading in, at this rate in Hz.
-    void SetDeviceRate(std::uint32_t rate);
+    // Before a device renders for the first time, at this rate in Hz. It fills its own buffers with
+    // silence, then the sound fades in where it would be by the clock.
+    void OpenDevice(std::uint32_t rate);
+    // Any thread, before the device is closed: its sound fades out and stays out.
+    void FadeOutForGood() { isEnding.store(true, std::memory_order_relaxed); }
+    // While there is no device: keeps the queue going by the clock, unheard.
+    void PlayToNobody();
 
-    // For tests, from any thread.
-    std::uint64_t Underruns() const { return underruns.load(std::memory_order_relaxed); }
-    std::uint64_t Trims() const { return trims.load(std::memory_order_relaxed); }
-    std::uint64_t DroppedSamples() const { return dropped.load(std::memory_order_relaxed); }
-    double Fill() const { return lastFill.load(std::memory_order_relaxed); }
-    double Correction() const { return lastCorrection.load(std::memory_order_relaxed); }
+    // For tests and benches, from the thread that renders; the last one from the one that pushes.
+    std::uint64_t Underruns() const { return underruns; }
+    std::uint64_t Trims() const { return trims; }
+    double Fill() const { return MeasureFill(LongestFrame); }
+    double Correction() const { return controller.Correction(); }
+    std::uint64_t DroppedSamples() const { return dropped; }
 
   private:
     enum class State { Holding, Playing, FadingOut };
+    static constexpr double LongestFrame = 0.1; // s, a longer block is a lump of several
 
     void BeginStream(std::int64_t rate);
     void LookForNewStream();
@@ -56,9 +63,12 @@ class Engine {
     void Trim(double fill);
     std::size_t Surplus(double fill) const;
     void FadeOut();
+    bool IsOpening();
+    void Advance(std::span<float> out);
     void RenderSound(std::span<float> out);
     void ApplyGain(std::span<float> out);
-    double Ratio() const;
+    double Stride() const;
+    std::int64_t Duration(std::size_t frames) const; // ns
     std::size_t FadeFrames() const { return deviceRate / 100; }
 
     const std::function<std::int64_t()> now;
@@ -70,6 +80,7 @@ class Engine {
     std::atomic<std::int64_t> lastArrival{0};
     std::atomic<std::uint32_t> lastBlock{0};
     std::int64_t pushedRate = 0;
+    std::uint64_t dropped = 0;
 
     // Of the rendering thread alone.
     SampleReader reader;
@@ -83,13 +94,14 @@ class Engine {
     double streamRate = 0.0;
     std::uint32_t deviceRate = 48000;
     double overfilledFor = 0.0;
+    std::int64_t playedUntil = 0; // on the clock
+    bool isOpening = false;
+    std::optional<std::int64_t> openedAt; // when the device asked for its first buffer
+    std::uint64_t underruns = 0;
+    std::uint64_t trims = 0;
 
     std::atomic<float> wantedGain{1.0F};
-    std::atomic<std::uint64_t> underruns{0};
-    std::atomic<std::uint64_t> trims{0};
-    std::atomic<std::uint64_t> dropped{0};
-    std::atomic<double> lastFill{0.0};
-    std::atomic<double> lastCorrection{0.0};
+    std::atomic<bool> isEnding{false};
 };
 
 } // namespace tonebridge

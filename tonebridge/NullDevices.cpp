@@ -2,6 +2,8 @@
 
 namespace tonebridge {
 
-std::unique_ptr<DeviceLayer> ConnectCubeb() { return nullptr; }
+DeviceLayerFactory CubebFactory() {
+    return [] { return nullptr; };
+}
 
 } // namespace tonebridge

@@ -1,11 +1,7 @@
 #pragma once
 
-#include "tonebridge/DeviceLayer.h"
-#include "tonebridge/DeviceList.h"
-#include "tonebridge/Engine.h"
+#include "tonebridge/OutputKeeper.h"
 
-#include <array>
-#include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -15,9 +11,9 @@
 
 namespace tonebridge {
 
-// The control thread's work: it alone talks to the sound server. What others
-// want is left in a few fields that it looks at when it has time. Shared by
-// SoundOutput and the thread.
+// The control thread's work: it alone has the keeper, and with it the sound
+// server. What others want is left in a few fields that it looks at when it has
+// time. Shared by SoundOutput and the thread.
 class OutputWorker : public StreamClient {
   public:
     OutputWorker(std::shared_ptr<Engine> sound, DeviceLayerFactory connectToServer);
@@ -35,25 +31,25 @@ class OutputWorker : public StreamClient {
     // The sound server's threads.
     void RenderStereo(std::span<float> samples) override;
     void StreamFailed() override;
+    void DevicesChanged() override;
 
   private:
-    using Clock = std::chrono::steady_clock;
     struct Request {
         bool isQuit = false;
         bool isScan = false;
         bool isChange = false;
         bool isFailure = false;
+        bool isNews = false; // of the devices
         std::optional<Device> device;
     };
 
     Request WaitForRequest();
+    void Fulfil(const Request& next);
     void ScanNow();
-    void TryToOpen(const Device& device);
-    void CloseStream();
-    void PlayToNobody();
+    void Leave(bool Request::*what);
 
     const std::shared_ptr<Engine> engine;
-    const DeviceLayerFactory connect;
+    OutputKeeper keeper; // of the control thread alone
 
     std::mutex mutex;
     std::condition_variable changed;
@@ -61,16 +57,8 @@ class OutputWorker : public StreamClient {
     std::uint64_t scansWanted = 0;
     std::uint64_t scansDone = 0;
     DeviceList devices;
+    bool isStarted = false;
     bool hasEnded = false;
-
-    // Of the control thread alone. The layer outlives its stream.
-    std::unique_ptr<DeviceLayer> layer;
-    std::unique_ptr<OutputStream> stream;
-    Clock::time_point nextTry{};
-    Clock::time_point playedUntil{};
-
-    // Of whoever renders.
-    std::array<float, 4096> mono{};
 };
 
 } // namespace tonebridge

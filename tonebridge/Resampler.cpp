@@ -3,78 +3,120 @@
 #include <algorithm>
 #include <cmath>
 #include <new>
-#include <samplerate.h>
+#include <soxr.h>
 
 namespace tonebridge {
 
 Resampler::Resampler() {
-    int error = 0;
-    state.reset(src_new(SRC_SINC_MEDIUM_QUALITY, 1, &error));
-    if (!state) {
+    const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
+    const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, SOXR_VR);
+    const soxr_runtime_spec_t oneThread = soxr_runtime_spec(1);
+    soxr_error_t error = nullptr;
+    converter.reset(soxr_create(LongestStride, 1.0, 1, &error, &format, &quality, &oneThread));
+    if (!converter || error != nullptr) {
         throw std::bad_alloc{};
+    }
+    // Its queues grow now, in every range of ratios, and not when sound plays.
+    for (const double stride : {0.02, 1.0, 2.0, 4.0, 0.25}) {
+        Flush(stride);
     }
 }
 
-void Resampler::Deleter::operator()(SRC_STATE_tag* converter) const { src_delete(converter); }
+void Resampler::Deleter::operator()(soxr* made) const { soxr_delete(made); }
 
-void Resampler::Clear() {
-    src_reset(state.get());
-    pendingStart = 0;
-    pendingCount = 0;
-    lastRatio = 0.0;
+void Resampler::Clear(double stride) {
+    Flush(stride);
+    lastStride = stride;
+    unheard = LookAhead(stride);
     taken = 0.0;
     heard = 0.0;
 }
 
-std::size_t Resampler::Pull(SampleReader& reader, std::span<float> out, double ratio) {
-    std::size_t made = 0;
-    while (made < out.size()) {
-        if (pendingCount == 0 && !Refill(reader, static_cast<double>(out.size() - made), ratio)) {
-            break;
-        }
-        made += Convert(out.subspan(made), ratio);
+std::size_t Resampler::Pull(SampleReader& reader, std::span<float> out, double stride) {
+    if (!SkipOldFrames(reader, stride)) {
+        return 0;
     }
+    std::size_t made = 0;
+    bool isDry = false;
+    while (made < out.size() && !isDry) {
+        const std::size_t wanted = std::min(StepFrames, out.size() - made);
+        const double part = static_cast<double>(made + wanted) / static_cast<double>(out.size());
+        const double glide = lastStride + (stride - lastStride) * part;
+        const std::size_t count = Make(reader, out.subspan(made, wanted), glide);
+        made += count;
+        isDry = count < wanted;
+    }
+    lastStride = stride;
     return made;
 }
 
-double Resampler::LookAhead(double ratio) {
-    // Half the length of the medium filter, in input samples.
-    constexpr double HalfFilter = 46.0;
-    return HalfFilter / std::min(1.0, ratio) + 2.0;
+double Resampler::LookAhead(double stride) {
+    // 240 samples, and for each halving of the rate a filter more.
+    constexpr double Margin = 1.01;
+    const double halvings = std::max(0.0, std::floor(std::log2(stride * Margin)));
+    return 360.0 * std::exp2(halvings) - 120.0;
 }
 
-bool Resampler::Refill(SampleReader& reader, double framesToMake, double ratio) {
-    const double wanted = std::ceil(framesToMake / ratio);
-    const std::size_t count = std::min(static_cast<std::size_t>(wanted) + 1, pending.size());
-    pendingStart = 0;
-    pendingCount = reader.Read(std::span(pending).first(count));
-    return pendingCount > 0;
+std::size_t Resampler::Make(SampleReader& reader, std::span<float> out, double stride) {
+    soxr_set_io_ratio(converter.get(), stride, 0);
+    // What it holds comes first: at the end of what is queued nothing may stay behind.
+    std::size_t made = Convert({}, out);
+    while (made < out.size()) {
+        const double missing = std::ceil(static_cast<double>(out.size() - made) * stride);
+        const std::size_t wanted = std::min(static_cast<std::size_t>(missing), input.size());
+        const std::size_t count = reader.Read(std::span(input).first(wanted));
+        if (count == 0) {
+            break;
+        }
+        made += Convert(std::span(input).first(count), out.subspan(made));
+    }
+    heard += static_cast<double>(made) * stride;
+    return made;
 }
 
-std::size_t Resampler::Convert(std::span<float> out, double ratio) {
-    SRC_DATA data{};
-    data.data_in = pending.data() + pendingStart;
-    data.input_frames = static_cast<long>(pendingCount);
-    data.data_out = out.data();
-    data.output_frames = static_cast<long>(out.size());
-    data.src_ratio = ratio;
-    if (src_process(state.get(), &data) != 0) {
-        pendingCount = 0;
+std::size_t Resampler::Convert(std::span<const float> in, std::span<float> out) {
+    std::size_t used = 0;
+    std::size_t made = 0;
+    // A null pointer would end its stream for good.
+    const float* const data = in.empty() ? input.data() : in.data();
+    if (soxr_process(converter.get(), data, in.size(), &used, out.data(), out.size(), &made) !=
+        nullptr) {
         return 0;
     }
-    const auto used = static_cast<std::size_t>(data.input_frames_used);
-    const auto made = static_cast<double>(data.output_frames_gen);
-    if (lastRatio <= 0.0) {
-        lastRatio = ratio;
+    taken += static_cast<double>(in.size());
+    return made;
+}
+
+// Feeds silence until nothing else is left. Its own way of clearing allocates.
+void Resampler::Flush(double stride) {
+    soxr_set_io_ratio(converter.get(), stride, 0);
+    std::array<float, StepFrames> lost{};
+    input.fill(0.0F);
+    double left = 2.0 * (LookAhead(stride) + LookAhead(lastStride));
+    while (left > 0.0) {
+        left -= static_cast<double>(input.size());
+        std::size_t made = Convert(input, lost);
+        while (made == lost.size()) {
+            made = Convert({}, lost);
+        }
     }
-    // The converter glides linearly over the frames that it was asked for.
-    const double reached = lastRatio + (ratio - lastRatio) * made / static_cast<double>(out.size());
-    heard += made * 2.0 / (lastRatio + reached);
-    lastRatio = reached;
-    taken += static_cast<double>(used);
-    pendingStart += used;
-    pendingCount -= used;
-    return static_cast<std::size_t>(data.output_frames_gen);
+    lastStride = stride;
+}
+
+// False where the reader runs dry before the first frame of its own.
+bool Resampler::SkipOldFrames(SampleReader& reader, double stride) {
+    std::array<float, StepFrames> lost{};
+    while (unheard >= stride) {
+        const auto left = static_cast<std::size_t>(unheard / stride);
+        const std::size_t wanted = std::min(left, lost.size());
+        const std::size_t made = Make(reader, std::span(lost).first(wanted), stride);
+        heard -= static_cast<double>(made) * stride;
+        unheard -= static_cast<double>(made) * stride;
+        if (made < wanted) {
+            return false;
+        }
+    }
+    return true;
 }
 
 } // namespace tonebridge

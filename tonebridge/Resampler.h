@@ -7,40 +7,47 @@
 #include <memory>
 #include <span>
 
-struct SRC_STATE_tag;
+struct soxr;
 
 namespace tonebridge {
 
-// Turns samples at the receiver's rate into samples at the device's, with a
-// ratio that glides from block to block. Allocates only when it is made. Owned
-// by the engine.
+// Turns samples at the receiver's rate into frames at the device's. Its
+// "stride" is the ratio of the two: input samples per output frame. Allocates
+// only when it is made. Owned by the engine.
 class Resampler {
   public:
+    static constexpr std::size_t LongestStride = 6; // 250,000 Hz to 44,100 Hz
+
     Resampler();
 
-    // Forgets all sound that it holds.
-    void Clear();
-    // Fills `out` from `reader`, ending at `ratio` (output over input rate);
-    // returns the frames made, fewer only where the reader ran dry.
-    std::size_t Pull(SampleReader& reader, std::span<float> out, double ratio);
+    // Forgets all sound that it holds; the next frame is the next sample's, at about `stride`.
+    void Clear(double stride);
+    // Fills `out` from `reader`, gliding to `stride`; returns the frames made,
+    // fewer only where the reader and the converter have no more.
+    std::size_t Pull(SampleReader& reader, std::span<float> out, double stride);
     // Input samples taken from the reader but not yet heard.
-    double Held() const { return taken - heard + static_cast<double>(pendingCount); }
-    // Input samples that it must hold back to make the next frame.
-    static double LookAhead(double ratio);
+    double Held() const { return taken - heard; }
+    // Input samples behind a frame that must be there before it can be made.
+    static double LookAhead(double stride);
 
   private:
+    // Output frames at one ratio. Steps keep the count of what is held exact,
+    // which the converter's own glide over a whole block does not.
+    static constexpr std::size_t StepFrames = 64;
+
     struct Deleter {
-        void operator()(SRC_STATE_tag* converter) const;
+        void operator()(soxr* converter) const;
     };
 
-    bool Refill(SampleReader& reader, double framesToMake, double ratio);
-    std::size_t Convert(std::span<float> out, double ratio);
+    std::size_t Make(SampleReader& reader, std::span<float> out, double stride);
+    std::size_t Convert(std::span<const float> in, std::span<float> out);
+    void Flush(double stride);
+    bool SkipOldFrames(SampleReader& reader, double stride);
 
-    std::unique_ptr<SRC_STATE_tag, Deleter> state;
-    std::array<float, 1024> pending{};
-    std::size_t pendingStart = 0;
-    std::size_t pendingCount = 0;
-    double lastRatio = 0.0;
+    std::unique_ptr<soxr, Deleter> converter;
+    std::array<float, StepFrames * LongestStride> input{};
+    double lastStride = 1.0;
+    double unheard = 0.0; // input samples of silence that are left from Clear
     double taken = 0.0;
     double heard = 0.0;
 };

@@ -22,7 +22,7 @@ std::int64_t Now() {
 // so that the first block of sound costs no more than any other.
 struct Library {
     std::shared_ptr<tonebridge::Engine> engine = std::make_shared<tonebridge::Engine>(Now);
-    tonebridge::SoundOutput output{engine, tonebridge::ConnectCubeb};
+    tonebridge::SoundOutput output{engine, tonebridge::CubebFactory()};
     tonebridge::DatagramSender sender{tonebridge::BroadcastAddress};
     std::mutex mutex;
     tonebridge::DeviceList devices;
@@ -51,7 +51,7 @@ void GetSoundDeviceInfo(int64_t index, void* info, void* name) {
 }
 
 void StartSoundOutput(int64_t device, double volume) {
-    library.engine->SetGain(volume);
+    library.engine->SetVolume(volume);
     const std::lock_guard lock(library.mutex);
     library.output.Start(library.devices.Output(device));
 }
@@ -60,7 +60,7 @@ void StopSoundOutput() { library.output.Stop(); }
 
 void setSoundOutputVolume(double volume) {
     constexpr double FullVolume = 4.0;
-    library.engine->SetGain(volume / FullVolume);
+    library.engine->SetVolume(volume / FullVolume);
 }
 
 void OutputSoundBlock(int64_t count, const int16_t* samples, int64_t rate) {

@@ -19,7 +19,9 @@ extern "C" {
 #define TONEBRIDGE_NEW_STREAM (-999)
 
 /* Scans the sound devices and returns how many there are, 0 where no sound
- * server answers. Waits for the scan, but never longer than three seconds. */
+ * server answers. Waits for the scan, but never longer than three seconds.
+ * Where it finds no output and none has been started, the default output is
+ * opened as soon as there is one. */
 TONEBRIDGE_EXPORT int64_t BuildSoundDeviceList(void);
 
 /* Describes device `index` (0 to count - 1) of the last scan. `info` and `name`
@@ -34,8 +36,9 @@ TONEBRIDGE_EXPORT void GetSoundDeviceInfo(int64_t index, void* info, void* name)
 /* Opens output device `device`, counted from 0 among the devices that have
  * outputs, in the order of the list; a number out of range means the system's
  * default. `volume` runs from 0.0 to 1.0, the top being the samples as they
- * are. Returns at once; the device opens behind the caller's back, and opens
- * again whenever it is lost. */
+ * are and the middle half as loud. Returns at once; the device opens in the
+ * background, and opens again whenever it is lost. Until it can be opened the
+ * default one plays. */
 TONEBRIDGE_EXPORT void StartSoundOutput(int64_t device, double volume);
 
 /* Closes the output device, if one is open or opening. Returns at once. */

@@ -7,13 +7,13 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # Debian packages, by what they are for.
-packages_build="g++ cmake ninja-build ccache qt6-base-dev zlib1g-dev libcubeb-dev libsamplerate0-dev"
+packages_build="g++ cmake ninja-build ccache qt6-base-dev zlib1g-dev libcubeb-dev libsoxr-dev"
 packages_run="fonts-dejavu-core"
 packages_headless="xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core
     gir1.2-atspi-2.0 python3 python3-gi pulseaudio pulseaudio-utils sox"
 packages_test="libgtest-dev libbenchmark-dev clang clang-format clang-tidy cppcheck wmctrl xclip
-    libwslay-dev sndfile-programs iproute2 dpkg-dev desktop-file-utils appstream librsvg2-bin debootstrap
-    libhamlib-utils"
+    libwslay-dev libsamplerate0-dev sndfile-programs iproute2 dpkg-dev desktop-file-utils appstream
+    librsvg2-bin debootstrap libhamlib-utils"
 
 say() { printf '\n== %s\n' "$*"; }
 complain() { printf '%s\n' "$*" >&2; }

@@ -1,3 +1,4 @@
+#include "tonebridge/OutputKeeper.h"
 #include "tonebridge/SoundOutput.h"
 
 #include <gtest/gtest.h>
@@ -6,14 +7,12 @@
 #include <condition_variable>
 #include <cstring>
 #include <filesystem>
-#include <thread>
 
 namespace tonebridge::test {
 
 namespace {
 
 using std::chrono::milliseconds;
-using Clock = std::chrono::steady_clock;
 using Sides = std::vector<DeviceSide>;
 
 DeviceSide Side(const std::string& id, const std::string& name, bool isDefault = false,
@@ -62,43 +61,58 @@ TEST(DeviceList, FindsAChosenOutputAgainByItsName) {
     const Sides outputs{Side("new1", "Headset"), Side("main", "Speakers", true),
                         Side("new2", "Headset")};
     const auto found = [&](const std::string& id, const std::string& name) {
-        const DeviceSide* const side = FindOutput(outputs, Device{.id = id, .name = name});
+        const DeviceSide* const side = FindChosen(outputs, Device{.id = id, .name = name});
         return side != nullptr ? side->id : "none";
     };
     EXPECT_EQ(found("old", "Headset"), "new1");
     EXPECT_EQ(found("new2", "Headset"), "new2") << "of two with one name, the same one";
-    EXPECT_EQ(found("gone", "Gone"), "main");
-    EXPECT_EQ(FindOutput({}, Device{}), nullptr);
+    EXPECT_EQ(found("gone", "Gone"), "none");
+    EXPECT_EQ(FindDefault(outputs)->id, "main");
+    EXPECT_EQ(FindDefault({}), nullptr);
 }
 
 // A sound server that tests furnish: its devices come, go, fail and stall when the test says so.
 // It outlives every connection.
 class FakeServer {
   public:
-    // What whoever asks it finds; while it hangs, nobody gets an answer.
     struct World {
         Sides outputs{Side("main", "Speakers", true), Side("usb", "Headset")};
-        Sides inputs{Side("main.monitor", "Monitor of Speakers")};
         bool isRunning = true;
-        bool canOpen = true;
-        bool isHanging = false;
+        bool isHanging = false; // nobody gets an answer
+        std::string broken{};   // can't be opened
     };
 
     void Become(World other) {
-        const std::lock_guard lock(mutex);
-        world = std::move(other);
-        changed.notify_all();
-    }
-    // Waits for this device to play, or none for "".
-    bool WaitForPlaying(const std::string& id) {
         std::unique_lock lock(mutex);
-        return changed.wait_for(lock, std::chrono::seconds(10), [&] { return playing == id; });
+        world = std::move(other);
+        StreamClient* const told = world.isRunning ? client : nullptr;
+        changed.notify_all();
+        lock.unlock();
+        if (told != nullptr) {
+            told->DevicesChanged();
+        }
+    }
+    std::string Playing() {
+        const std::lock_guard lock(mutex);
+        return playing;
+    }
+    // Waits until this device plays, or none for "".
+    void WaitForPlaying(const std::string& id) {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [&] { return playing == id; });
+    }
+    // As the server does by itself, or its user.
+    void MoveStream(const std::string& id) {
+        const std::lock_guard lock(mutex);
+        playing = id;
     }
     // The stream is lost, if it plays on this device.
     void Fail(const std::string& id) {
-        const std::lock_guard lock(mutex);
-        if (playing == id) {
-            client->StreamFailed();
+        std::unique_lock lock(mutex);
+        StreamClient* const told = playing == id ? client : nullptr;
+        lock.unlock();
+        if (told != nullptr) {
+            told->StreamFailed();
         }
     }
     std::vector<float> Render(std::size_t frames) {
@@ -114,39 +128,60 @@ class FakeServer {
 
     std::atomic<int> connections{0};
     std::atomic<int> attempts{0};
+    std::atomic<std::uint32_t> openedRate{0};
 
   private:
     struct Stream : OutputStream {
-        explicit Stream(FakeServer& owner) : server(owner) {}
+        Stream(FakeServer& owner, bool isAsked) : server(owner), isHeard(isAsked) {}
         Stream(const Stream&) = delete;
         Stream& operator=(const Stream&) = delete;
         ~Stream() override {
             const std::lock_guard lock(server.mutex);
-            server.playing.clear();
+            if (isHeard) {
+                server.playing.clear();
+            }
             server.changed.notify_all();
         }
+        std::string DeviceId() const override { return server.Playing(); }
         FakeServer& server;
+        const bool isHeard;
     };
     struct Layer : DeviceLayer {
         explicit Layer(FakeServer& owner) : server(owner) { ++server.connections; }
         Layer(const Layer&) = delete;
         Layer& operator=(const Layer&) = delete;
-        ~Layer() override { --server.connections; }
+        ~Layer() override {
+            --server.connections;
+            const std::lock_guard lock(server.mutex);
+            server.client = isWatching ? nullptr : server.client;
+        }
         Sides ListOutputs() override { return server.Ask().outputs; }
-        Sides ListInputs() override { return server.Ask().inputs; }
-        std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t /*rate*/,
+        Sides ListInputs() override {
+            server.Ask();
+            return {Side("main.monitor", "Monitor of Speakers")};
+        }
+        void Watch(StreamClient& watcher) override {
+            const std::lock_guard lock(server.mutex);
+            isWatching = true;
+            server.client = &watcher;
+        }
+        std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                            StreamClient& played) override {
-            if (!server.Ask().canOpen) {
+            if (server.Ask().broken == id) {
                 return nullptr;
             }
             const std::lock_guard lock(server.mutex);
-            EXPECT_EQ(server.playing, "") << "a second stream";
-            server.playing = id;
-            server.client = &played;
+            const bool isHeard = &played == server.client;
+            if (isHeard) {
+                EXPECT_EQ(server.playing, "") << "a second stream";
+                server.playing = id;
+                server.openedRate = rate;
+            }
             server.changed.notify_all();
-            return std::make_unique<Stream>(server);
+            return std::make_unique<Stream>(server, isHeard);
         }
         FakeServer& server;
+        bool isWatching = false;
     };
 
     World Ask() {
@@ -162,19 +197,120 @@ class FakeServer {
     StreamClient* client = nullptr;
 };
 
+// The keeper on a virtual clock.
+class KeeperTest : public ::testing::Test, public StreamClient {
+  protected:
+    void RenderStereo(std::span<float> samples) override { engine.Render(samples); }
+    void StreamFailed() override { keeper.StreamFailed(); }
+    void DevicesChanged() override { keeper.DevicesChanged(now); }
+
+    void Choose(std::int64_t number) { keeper.Want(keeper.Scan().Output(number), now); }
+    // What plays after so long, with the keeper called when it wants to be.
+    std::string After(milliseconds time) {
+        keeper.Tick(now);
+        for (const auto end = now + time; now < end;) {
+            const auto pause = keeper.NextTick(now).value_or(time);
+            now = std::min<OutputKeeper::Time>(end, now + std::max(pause, Shortest));
+            keeper.Tick(now);
+        }
+        return server.Playing();
+    }
+
+    static constexpr OutputKeeper::Time Shortest = milliseconds(1);
+    const FakeServer::World noHeadset{.outputs = {Side("main", "Speakers", true)}};
+    OutputKeeper::Time now{};
+    Engine engine{[this] { return now.count(); }};
+    FakeServer server;
+    OutputKeeper keeper{engine, *this, [this] { return server.Connect(); }};
+};
+
+TEST_F(KeeperTest, ALostDeviceIsReplacedByTheDefaultOneUntilItIsThereAgain) {
+    Choose(1);
+    EXPECT_EQ(After(milliseconds(0)), "usb");
+    After(milliseconds(5000));
+    server.Become(noHeadset);
+    server.Fail("usb");
+    EXPECT_EQ(After(milliseconds(0)), "main");
+    EXPECT_EQ(After(milliseconds(60000)), "main");
+    server.Become({});
+    EXPECT_EQ(After(milliseconds(2000)), "usb");
+    server.Become({.isRunning = false});
+    server.Fail("usb");
+    EXPECT_EQ(After(milliseconds(60000)), "");
+    EXPECT_EQ(server.connections, 0) << "a layer is kept that plays nothing";
+    server.Become({.outputs = {Side("main", "Speakers", true), Side("usb2", "Headset")}});
+    EXPECT_EQ(After(milliseconds(1000)), "usb2") << "the same one under another id";
+}
+
+TEST_F(KeeperTest, AStreamThatTheServerHasMovedReturnsAndOneThatTheUserHasMovedStays) {
+    Choose(1);
+    After(milliseconds(5000));
+    server.Become(noHeadset);
+    server.MoveStream("main");
+    EXPECT_EQ(After(milliseconds(5000)), "main");
+    server.Become({});
+    EXPECT_EQ(After(milliseconds(2000)), "usb");
+    After(milliseconds(5000));
+    server.MoveStream("main");
+    EXPECT_EQ(After(milliseconds(60000)), "main");
+}
+
+TEST_F(KeeperTest, ADeviceThatCantBeOpenedGivesWayAfterThreeAttempts) {
+    server.Become({.broken = "usb"});
+    Choose(1);
+    EXPECT_EQ(After(milliseconds(1900)), "");
+    EXPECT_EQ(After(milliseconds(200)), "main");
+    EXPECT_EQ(After(milliseconds(60000)), "main");
+    server.Become({});
+    EXPECT_EQ(After(milliseconds(2000)), "usb");
+}
+
+TEST_F(KeeperTest, WithoutADeviceItLooksOnceASecondAndTheSoundStaysLive) {
+    server.Become({.isRunning = false});
+    keeper.Want(Device{}, now);
+    const std::vector<std::int16_t> block(12000);
+    engine.Push(12000, block.data(), 12000);
+    for (int tenth = 0; tenth < 1000; ++tenth) {
+        engine.Push(1200, block.data(), 12000);
+        EXPECT_EQ(After(milliseconds(100)), "");
+    }
+    EXPECT_NEAR(server.attempts, 100, 1);
+    EXPECT_NEAR(engine.Fill(), 1.0, 0.1);
+    EXPECT_EQ(engine.Underruns() + engine.DroppedSamples(), 0U);
+    server.Become({});
+    EXPECT_EQ(After(milliseconds(1000)), "main");
+    EXPECT_FALSE(keeper.NextTick(now)) << "it wakes up while all is well";
+}
+
+TEST_F(KeeperTest, AStreamIsClosedOnlyWhenItHasFadedOut) {
+    Choose(1);
+    After(milliseconds(0));
+    Choose(0);
+    EXPECT_EQ(After(milliseconds(300)), "usb");
+    EXPECT_EQ(After(milliseconds(100)), "main");
+    keeper.Want(std::nullopt, now);
+    EXPECT_EQ(After(milliseconds(300)), "main");
+    EXPECT_EQ(After(milliseconds(100)), "");
+}
+
+TEST_F(KeeperTest, ADeviceIsOpenedAtItsRateUpTo48000) {
+    const std::pair<std::uint32_t, std::uint32_t> rates[] = {
+        {192000, 48000}, {48000, 48000}, {44100, 44100}, {8000, 44100}, {0, 48000}};
+    for (const auto& [preferred, opened] : rates) {
+        server.Become({.outputs = {{"main", "Speakers", 2, preferred, true}}});
+        Choose(0);
+        After(milliseconds(400));
+        EXPECT_EQ(server.openedRate, opened) << preferred;
+    }
+}
+
+// On threads, as the program uses it. A call that waits for ever ends as a test that does.
 class OutputTest : public ::testing::Test {
   protected:
-    static void ExpectWithin(int bound, const std::function<void()>& call) {
-        const auto before = Clock::now();
-        call();
-        EXPECT_LT(Clock::now() - before, milliseconds(bound));
-    }
-    DeviceList Scan() { return output->Scan(milliseconds(5000)); }
-    void Push() { engine->Push(120, block.data(), 12000); } // 10 ms
+    DeviceList Scan() { return output->Scan(std::chrono::hours(1)); }
 
-    const std::vector<std::int16_t> block = std::vector<std::int16_t>(120, 16384);
-    std::shared_ptr<Engine> engine = std::make_shared<Engine>(
-        [] { return std::chrono::nanoseconds(Clock::now().time_since_epoch()).count(); });
+    std::atomic<std::int64_t> clock{0};
+    std::shared_ptr<Engine> engine = std::make_shared<Engine>([this] { return clock.load(); });
     FakeServer server;
     std::unique_ptr<SoundOutput> output =
         std::make_unique<SoundOutput>(engine, [this] { return server.Connect(); });
@@ -182,10 +318,11 @@ class OutputTest : public ::testing::Test {
 
 TEST_F(OutputTest, TheChosenDevicePlaysTheSameOnBothSides) {
     output->Start(Scan().Output(1));
-    ASSERT_TRUE(server.WaitForPlaying("usb"));
-    for (int i = 0; i < 160; ++i) {
-        Push();
-    }
+    server.WaitForPlaying("usb");
+    const std::vector<std::int16_t> block(19200, 16384);
+    engine->Push(19200, block.data(), 12000);
+    server.Render(64);
+    clock += 1'000'000'000; // the device has filled its buffers
     const std::vector<float> sound = server.Render(24000);
     EXPECT_NEAR(sound[sound.size() / 2], 0.5, 0.01);
     for (std::size_t i = 0; i < sound.size(); i += 2) {
@@ -193,48 +330,20 @@ TEST_F(OutputTest, TheChosenDevicePlaysTheSameOnBothSides) {
     }
 }
 
-TEST_F(OutputTest, ALostDeviceIsReplacedByTheDefaultOneAndThatOneFoundAgain) {
-    output->Start(Scan().Output(1));
-    ASSERT_TRUE(server.WaitForPlaying("usb"));
-    server.Become({.outputs = {Side("other", "Screen"), Side("main", "Speakers", true)}});
-    server.Fail("usb");
-    EXPECT_TRUE(server.WaitForPlaying("main"));
-    server.Become({.outputs = {}});
-    server.Fail("main");
-    ASSERT_TRUE(server.WaitForPlaying(""));
-    std::this_thread::sleep_for(milliseconds(300));
-    server.Become({.outputs = {Side("main2", "Speakers", true)}});
-    ExpectWithin(2000, [&] { EXPECT_TRUE(server.WaitForPlaying("main2")); });
-}
-
-TEST_F(OutputTest, WithoutADeviceItIsTriedOnceASecondAndTheSoundStaysLive) {
-    server.Become({.canOpen = false});
+TEST_F(OutputTest, ASoundServerThatHangsHoldsNobodyUp) {
+    server.Become({.isHanging = true});
+    EXPECT_TRUE(output->Scan(milliseconds(1)).Devices().empty());
     output->Start(std::nullopt);
-    for (const auto until = Clock::now() + milliseconds(2500); Clock::now() < until;) {
-        Push();
-        std::this_thread::sleep_for(milliseconds(10));
-    }
-    EXPECT_GE(server.attempts, 2);
-    EXPECT_LE(server.attempts, 4);
-    EXPECT_EQ(server.connections, 0) << "a layer is kept that plays nothing";
-    EXPECT_GT(engine->Fill(), 0.2);
-    EXPECT_LT(engine->Fill(), 1.6);
-    EXPECT_EQ(engine->DroppedSamples(), 0U);
+    output->Stop();
     server.Become({});
-    EXPECT_TRUE(server.WaitForPlaying("main"));
+    EXPECT_EQ(Scan().Devices().size(), 3U);
 }
 
-TEST_F(OutputTest, ASoundServerThatHangsOrIsNotThereHoldsNobodyUp) {
-    for (const bool hangs : {true, false}) {
-        SCOPED_TRACE(hangs ? "hangs" : "not there");
-        server.Become({.isRunning = hangs, .isHanging = hangs});
-        ExpectWithin(1500, [&] { EXPECT_TRUE(output->Scan(milliseconds(300)).Devices().empty()); });
-        ExpectWithin(500, [&] { output->Start(std::nullopt); });
-        ExpectWithin(500, [&] { output->Stop(); });
-        server.Become({});
-        EXPECT_EQ(Scan().Devices().size(), 3U);
-    }
-    ExpectWithin(500, [&] { output.reset(); });
+TEST_F(OutputTest, AServerThatComesLatePlaysWithoutBeingAskedAgain) {
+    server.Become({.isRunning = false});
+    EXPECT_TRUE(Scan().Devices().empty());
+    server.Become({});
+    server.WaitForPlaying("main");
 }
 
 std::size_t CountOf(const char* folder) {
@@ -242,27 +351,25 @@ std::size_t CountOf(const char* folder) {
     return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-TEST_F(OutputTest, AThousandChangesOfDeviceLeaveNothingBehind) {
+TEST_F(OutputTest, ChangesOfDeviceLeaveNothingBehind) {
     const DeviceList list = Scan();
     const std::size_t files = CountOf("/proc/self/fd");
     const std::size_t threads = CountOf("/proc/self/task");
-    for (int cycle = 0; cycle < 1000; ++cycle) {
+    for (int cycle = 0; cycle < 300; ++cycle) {
         output->Stop();
         output->Start(list.Output(cycle % 3));
-        if (cycle % 2 == 0) {
-            ASSERT_TRUE(server.WaitForPlaying(cycle % 3 == 1 ? "usb" : "main")) << cycle;
+        if (cycle % 99 == 0) {
+            server.WaitForPlaying("main");
             server.Render(64);
         }
-        if (cycle % 5 == 0) {
-            server.Fail("main");
-        }
+        server.Fail(cycle % 5 == 0 ? "main" : "usb");
     }
     output->Stop();
-    ASSERT_TRUE(server.WaitForPlaying(""));
+    server.WaitForPlaying("");
     EXPECT_EQ(CountOf("/proc/self/fd"), files);
     EXPECT_EQ(CountOf("/proc/self/task"), threads);
     output->Start(std::nullopt);
-    ASSERT_TRUE(server.WaitForPlaying("main"));
+    server.WaitForPlaying("main");
     output.reset(); // the process may end while sound plays
     EXPECT_EQ(server.connections, 0);
 }

@@ -27,10 +27,8 @@ QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(
                              QAbstractSocket::ReceiveBufferSizeSocketOption}) {
         link->setSocketOption(queue, static_cast<int>(MostWaiting));
     }
-    QObject::connect(link.get(), &QTcpSocket::readyRead, link.get(), [this] {
-        const auto handler = dataAvailable;
-        desktop.Raise(handler);
-    });
+    QObject::connect(link.get(), &QTcpSocket::readyRead, link.get(),
+                     [this] { desktop.Raise(dataAvailable); });
 }
 
 QtTCPPeer::~QtTCPPeer() { link->abort(); }

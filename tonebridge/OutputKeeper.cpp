@@ -1,0 +1,159 @@
+#include "tonebridge/OutputKeeper.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tonebridge {
+
+namespace {
+
+constexpr std::chrono::milliseconds IdleTick{500};
+constexpr std::chrono::seconds LookInterval{1};
+// Longer than the device's buffer, so that the end of the fade is heard.
+constexpr std::chrono::milliseconds SoftEnd{350};
+constexpr int MostFailures = 3;
+constexpr std::uint32_t LowestRate = 44100;
+constexpr std::uint32_t UsualRate = 48000; // above it only the cost would grow
+
+std::uint32_t StreamRate(const DeviceSide& output) {
+    return output.rate == 0 ? UsualRate : std::clamp(output.rate, LowestRate, UsualRate);
+}
+
+// Keeps a device open that is only tried.
+class SilentClient : public StreamClient {
+    void RenderStereo(std::span<float> samples) override {
+        std::fill(samples.begin(), samples.end(), 0.0F);
+    }
+    void StreamFailed() override {}
+    void DevicesChanged() override {}
+};
+
+} // namespace
+
+OutputKeeper::OutputKeeper(Engine& sound, StreamClient& streamClient,
+                           DeviceLayerFactory connectToServer)
+    : engine(sound), client(streamClient), connect(std::move(connectToServer)) {}
+
+DeviceList OutputKeeper::Scan() const {
+    const std::unique_ptr<DeviceLayer> server = connect();
+    if (!server) {
+        return {};
+    }
+    std::vector<DeviceSide> outputs = server->ListOutputs();
+    return {std::move(outputs), server->ListInputs()};
+}
+
+void OutputKeeper::Want(std::optional<Device> device, Time now) {
+    wanted = std::move(device);
+    failures = 0;
+    nextLook = {};
+    CloseSoftly(now);
+}
+
+void OutputKeeper::StreamFailed() {
+    Close();
+    nextLook = lastTry + LookInterval;
+}
+
+void OutputKeeper::DevicesChanged(Time now) {
+    if (stream && !isAstray) {
+        // The server has yet to move the stream, if it means to.
+        isAstray = true;
+        nextLook = now + LookInterval;
+    }
+}
+
+void OutputKeeper::Tick(Time now) {
+    if (closesAt && now >= *closesAt) {
+        Close();
+    }
+    if (wanted && now >= nextLook && !closesAt) {
+        nextLook = now + LookInterval;
+        if (!stream) {
+            lastTry = now;
+            Open();
+        } else if (isAstray) {
+            ReturnToChosen(now);
+        }
+    }
+    if (!stream) {
+        engine.PlayToNobody();
+    }
+}
+
+std::optional<OutputKeeper::Time> OutputKeeper::NextTick(Time now) const {
+    if (!stream) {
+        return IdleTick;
+    }
+    if (closesAt || isAstray) {
+        return std::max(closesAt.value_or(nextLook) - now, Time{0});
+    }
+    return std::nullopt;
+}
+
+void OutputKeeper::CloseSoftly(Time now) {
+    if (stream && !closesAt) {
+        engine.FadeOutForGood();
+        closesAt = now + SoftEnd;
+    }
+}
+
+void OutputKeeper::Close() {
+    stream.reset();
+    layer.reset();
+    closesAt.reset();
+}
+
+void OutputKeeper::Open() {
+    layer = connect();
+    if (layer) {
+        layer->Watch(client);
+        const std::vector<DeviceSide> outputs = layer->ListOutputs();
+        const DeviceSide* const chosen = FindChosen(outputs, *wanted);
+        if (chosen != nullptr) {
+            failures = OpenOn(*chosen) ? 0 : failures + 1;
+            isAstray = false;
+        }
+        const DeviceSide* const other = FindDefault(outputs);
+        const bool isGivenUp = chosen == nullptr || failures >= MostFailures;
+        if (!stream && isGivenUp && other != nullptr && OpenOn(*other)) {
+            isAstray = !wanted->name.empty();
+        }
+    }
+    if (!stream) {
+        layer.reset();
+    }
+}
+
+bool OutputKeeper::OpenOn(const DeviceSide& output) {
+    const std::uint32_t rate = StreamRate(output);
+    engine.OpenDevice(rate);
+    stream = layer->Open(output.id, rate, client);
+    openedId = output.id;
+    return stream != nullptr;
+}
+
+void OutputKeeper::ReturnToChosen(Time now) {
+    const std::vector<DeviceSide> outputs = layer->ListOutputs();
+    const DeviceSide* const chosen = FindChosen(outputs, *wanted);
+    if (chosen == nullptr) {
+        isAstray = !wanted->name.empty();
+        return;
+    }
+    const std::string current = stream->DeviceId();
+    if ((current.empty() ? openedId : current) == chosen->id) {
+        isAstray = false;
+        return;
+    }
+    if (CanOpen(*chosen)) {
+        nextLook = {};
+        CloseSoftly(now);
+    }
+}
+
+bool OutputKeeper::CanOpen(const DeviceSide& output) const {
+    SilentClient silent;
+    return layer->Open(output.id, StreamRate(output), silent) != nullptr;
+}
+
+} // namespace tonebridge

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "tonebridge/DeviceLayer.h"
+#include "tonebridge/DeviceList.h"
+#include "tonebridge/Engine.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+namespace tonebridge {
+
+// Decides what plays where: opens the wanted output, replaces one that is lost
+// and returns to it. Without a device it keeps the engine going. Used by one
+// thread, and waits for nothing but the sound server. Owned by the worker.
+class OutputKeeper {
+  public:
+    // Any steady clock.
+    using Time = std::chrono::nanoseconds;
+
+    // The client is what an open stream asks for its sound.
+    OutputKeeper(Engine& sound, StreamClient& streamClient, DeviceLayerFactory connectToServer);
+
+    DeviceList Scan() const;
+    // Fades out what is open, for this output in its place: one without a name
+    // is the default one, and none is silence.
+    void Want(std::optional<Device> device, Time now);
+    // What the client was told.
+    void StreamFailed();
+    void DevicesChanged(Time now);
+
+    // Does what is due. To be called after all of these, and again within NextTick.
+    void Tick(Time now);
+    // Nothing where only a call of the above gives it something to do.
+    std::optional<Time> NextTick(Time now) const;
+    bool IsOpen() const { return stream != nullptr; }
+
+  private:
+    void CloseSoftly(Time now);
+    void Close();
+    void Open();
+    bool OpenOn(const DeviceSide& output);
+    void ReturnToChosen(Time now);
+    bool CanOpen(const DeviceSide& output) const;
+
+    Engine& engine;
+    StreamClient& client;
+    const DeviceLayerFactory connect;
+
+    std::optional<Device> wanted;
+    std::unique_ptr<DeviceLayer> layer; // outlives its stream
+    std::unique_ptr<OutputStream> stream;
+    std::string openedId;
+    int failures = 0;      // of the chosen device, one after the other
+    bool isAstray = false; // the stream may play elsewhere than it should
+    Time lastTry{};
+    Time nextLook{};
+    std::optional<Time> closesAt;
+};
+
+} // namespace tonebridge
