@@ -32,7 +32,6 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
 void Window1::EndEntry() {
     EndSession();
     DisarmRecording(RecordingWish::OfEntry);
-    ShowStatus("Disconnected");
 }
 
 // "-2600,2600", or one number for both sides.
