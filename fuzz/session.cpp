@@ -50,6 +50,14 @@ class Session {
         program.desktop.Advance(0);
     }
 
+    void UpgradeInPieces(std::size_t size) {
+        const std::string_view reply = "HTTP/1.1 101 Switching Protocols\r\n\r\n";
+        for (std::size_t at = 0; at < reply.size(); at += size + 1) {
+            Audio().Deliver(reply.substr(at, size + 1));
+            program.desktop.Advance(0);
+        }
+    }
+
     // The next piece, over and over up to so many times 64 bytes.
     std::string LongPiece() {
         const std::size_t length = input.Byte() * std::size_t{64};
@@ -88,6 +96,9 @@ class Session {
             program.Audio().Upgrade();
             program.Waterfall().Upgrade();
             break;
+        case 'v': // the same, in pieces
+            UpgradeInPieces(input.Byte());
+            break;
         default:
             break;
         }
@@ -118,6 +129,9 @@ class Session {
             break;
         case 'T': // a minute, so that a reconnect comes
             Pass(61);
+            break;
+        case 'S': // half a minute, so that a silent link is given up
+            Pass(31);
             break;
         case 'j': // somebody sets the clock
             SetClock(input.Byte() - 128);

@@ -188,7 +188,7 @@ fault_silent_receiver() {
     connect_console
     start_recording || fail "no recording"
     kill -STOP "$receivers"
-    ui read '^0 samples/sec' 10 || fail "the silence does not show"
+    ui read '^0 samples/sec.*nothing received for' 10 || fail "the silence does not show"
     ui press Disconnect
     kill -CONT "$receivers"
     eventually 5 is_finished "$(recordings)" || fail "the recording was not ended"

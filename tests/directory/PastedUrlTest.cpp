@@ -35,5 +35,29 @@ TEST(PastedUrl, EverythingElseStaysAsItIs) {
     }
 }
 
+TEST(TypedReceiver, IsSplitIntoHostAndPort) {
+    struct Case {
+        const char* address;
+        const char* host;
+        const char* port; // the field's own is "89"
+    };
+    for (const auto& [address, host, port] :
+         {Case{"sdr.example.net", "sdr.example.net", "89"},
+          Case{" lark.example\t", "lark.example", "89"},
+          Case{"lark.example:8073", "lark.example", "8073"},
+          Case{"http://lark.example:8073/", "lark.example", "8073"},
+          Case{"https://lark.example:8073/some/path?f=1", "lark.example", "8073"},
+          Case{"lark.example/path:1", "lark.example", "89"},
+          Case{"lark.example:", "lark.example", "89"},
+          Case{"lark.example:abc", "lark.example", "0"}, Case{"[::1]", "::1", "89"},
+          Case{"[2001:db8::1]:8073", "2001:db8::1", "8073"},
+          Case{"http://[2001:db8::1]:8073/", "2001:db8::1", "8073"}, Case{"::1", "::1", "89"},
+          Case{"[::1", "[::1", "89"}, Case{"", "", "89"}, Case{"  ", "", "89"}}) {
+        const PastedUrl typed = TidyReceiver(address, "89");
+        EXPECT_EQ(typed.host, host) << address;
+        EXPECT_EQ(typed.port, port) << address;
+    }
+}
+
 } // namespace
 } // namespace larkspool

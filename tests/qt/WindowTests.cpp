@@ -59,6 +59,21 @@ TEST_F(Windows, ALabelEndsBeforeTheBoxThatRunsIntoIt) {
     EXPECT_EQ(window.Find<QLabel>("Label").width(), 120);
 }
 
+TEST_F(Windows, ATextThatIsTooLongForItsLabelIsWholeInTheTooltip) {
+    const std::string text = "nothing received for 12 s, and more than fits";
+    label.mayBeCut = true;
+    label.SetText(text);
+    window.Open();
+    const auto& shown = window.Find<QLabel>("Label");
+    EXPECT_TRUE(shown.text().endsWith(QChar(0x2026)));
+    EXPECT_EQ(shown.toolTip().toStdString(), text);
+    EXPECT_EQ(shown.accessibleName().toStdString(), text);
+    EXPECT_EQ(shown.font().pixelSize(), 13) << "the other texts stay as large as they were";
+    label.SetText("short");
+    EXPECT_EQ(shown.text(), "short");
+    EXPECT_EQ(shown.toolTip() + shown.accessibleName(), "");
+}
+
 TEST_F(Windows, TheCloseButtonAsksTheProgram) {
     class Stubborn : public TestWindow {
       public:

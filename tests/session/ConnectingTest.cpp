@@ -16,7 +16,7 @@ TEST_F(Connecting, AddressAndPortAreCheckedBeforeAnythingHappens) {
     Console().TextFieldAddress.SetText("four");
     Console().PushButtonConnect.Push();
     Console().TextFieldAddress.SetText("sdr.example.net");
-    for (const char* port : {"0", "abc", "-1", "0.9", ""}) {
+    for (const char* port : {"0", "abc", "-1", "0.9", "", "65536"}) {
         Console().TextFieldPort.SetText(port);
         Console().PushButtonConnect.Push();
     }
@@ -73,14 +73,57 @@ TEST_F(Connecting, EachLinkAsksForItsOwnStreamAndIsAuthorisedByItself) {
     EXPECT_EQ(Waterfall().TakeCommands(), expected);
 }
 
-TEST_F(Connecting, AReplyThatIsNoUpgradeStallsAndSaysSoInTheLog) {
+TEST_F(Connecting, AReplyMayComeInPieces) {
+    const std::string reply = "HTTP/1.1 101 Switching Protocols\r\nServer: x\r\n\r\n";
+    for (std::size_t piece = 1; piece <= reply.size(); ++piece) {
+        PressConnect();
+        AcceptLinks();
+        Audio().TakeRequest();
+        for (std::size_t at = 0; at < reply.size(); at += piece) {
+            EXPECT_EQ(Audio().TakeCommands(), Strings());
+            Audio().socket.Deliver(reply.substr(at, piece));
+            desktop.Advance(0);
+        }
+        EXPECT_EQ(Audio().TakeCommands(), Strings{"SET auth t=kiwi p=#"}) << piece;
+        Audio().Message(" audio_rate=20250");
+        desktop.Advance(0);
+        EXPECT_TRUE(Console().PushButtonRecord.Enabled());
+    }
+    EXPECT_TRUE(LogHas("Connect reply: " + reply));
     PressConnect();
     AcceptLinks();
-    Audio().TakeRequest();
-    Audio().socket.Deliver("HTTP/1.1 404 Not Found\r\n\r\n");
-    desktop.Advance(0);
-    EXPECT_TRUE(Audio().TakeCommands().empty());
-    EXPECT_TRUE(LogHas("Connect reply: HTTP/1.1 404 Not Found\r\n\r\n"));
+    for (int i = 0; i < 100; ++i) { // without an end
+        Audio().socket.Deliver(std::string(1000, 'x'));
+        desktop.Advance(0);
+    }
+    EXPECT_TRUE(Console().LabelStatus.Text().find("not a receiver (xxx") != std::string::npos);
+}
+
+TEST_F(Connecting, WhatAPersonTypesIsTidiedFirst) {
+    Console().TextFieldAddress.SetText("  [2001:db8::1]:8074 ");
+    Console().PushButtonConnect.Push();
+    EXPECT_EQ(Console().TextFieldAddress.Text(), "2001:db8::1");
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8074");
+    desktop.Advance(1);
+    EXPECT_EQ(Audio().socket.address, "2001:db8::1");
+    EXPECT_EQ(Waterfall().socket.port, 8074);
+    AcceptLinks();
+    EXPECT_NE(Audio().TakeRequest().find("\r\nHost: [2001:db8::1]:8074\r\n"), std::string::npos);
+    Console().TextFieldAddress.SetText("::1");
+    Console().PushButtonConnect.Push();
+    desktop.Advance(1);
+    EXPECT_EQ(Audio().socket.address, "::1") << "short, and right";
+    EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(Connecting, AClickBeforeTheFirstSessionTunesNothing) {
+    Console().CheckBoxUpdateWaterfall.SetValue(true);
+    const std::string before = Console().TextFieldFreq.Text();
+    Console().WaterfallCanvas.mouseDown(100, 20);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), before);
+    ConnectAndStream();
+    Console().WaterfallCanvas.mouseDown(100, 20);
+    EXPECT_NE(Console().TextFieldFreq.Text(), before);
 }
 
 TEST_F(Connecting, TheSessionsCommandsGoOutInTheirOrder) {
@@ -89,16 +132,17 @@ TEST_F(Connecting, TheSessionsCommandsGoOutInTheirOrder) {
     Console().TextFieldGeoLocation.SetText("Turin");
     EXPECT_TRUE(Audio().TakeCommands().empty()) << "they are heard at the next session";
     Console().TextFieldFreq.SetText("10000.00");
-    Console().SliderSquelch.SetValue(9); // the receiver's reset of the squelch stands
+    Console().SliderSquelch.SetValue(9);
+    Console().PopupMenuDeEmphasis.SetListIndex(2);
     PressConnect();
     AcceptLinks();
     Upgrade();
     Audio().Message(" audio_init=0");
     desktop.Advance(0);
-    EXPECT_EQ(Audio().TakeCommands(),
+    EXPECT_EQ(Audio().TakeCommands(), // squelch and emphasis as the console shows them
               (Strings{"SET AR OK in=12000 out=44100", "SET genattn=0", "SET gen=0 mix=-1",
-                       "SET squelch=0 param=0", "SET compression=0",
-                       "SET mod=am low_cut=-5000 high_cut=5000 freq=10000.00",
+                       "SET squelch=0 param=0", "SET compression=0", "SET squelch=9 param=0",
+                       "SET de_emp=2", "SET mod=am low_cut=-5000 high_cut=5000 freq=10000.00",
                        "SET agc=1 hang=0 thresh=-130 slope=6 decay=1000 manGain=50",
                        "SET ident_user=Sam", "SET geoloc=Turin"}));
     EXPECT_EQ(Waterfall().TakeCommands(), WaterfallAt10000);
