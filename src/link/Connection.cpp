@@ -48,10 +48,7 @@ void Window1::ConnectSoon() {
     ShowStatusLine();
 }
 
-void Window1::PushButtonDisconnect_Action() {
-    EndSession();
-    ShowStatus("Disconnected");
-}
+void Window1::PushButtonDisconnect_Action() { EndSession(); }
 
 void Window1::PushDisconnectButton() { PushButtonDisconnect.Push(); }
 
@@ -90,6 +87,7 @@ void Window1::EndSession() {
     didManuallyDisconnect = true;
     DoDisconnect();
     didManuallyDisconnect = false;
+    ShowStatus("Disconnected");
 }
 
 void Window1::HangUp() {

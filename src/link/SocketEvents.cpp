@@ -121,8 +121,9 @@ void Window1::TCPSocketAudio_Error() {
         }
     }
     if (!isHangingUp) {
-        if (!audioWebsocket->connectReply.empty() && audioWebsocket->waitingForConnectReply) {
-            linkHealth.NotAReceiver(audioWebsocket->connectReply);
+        const std::string& reply = audioWebsocket->connectReply;
+        if (Contains(reply, "\n") && !Contains(reply, SwitchingProtocols)) {
+            linkHealth.NotAReceiver(reply); // though it has not ended as a reply does
         }
         linkHealth.Failed(TCPSocketAudio->LastFailure(), code);
         ShowRemark();

@@ -34,7 +34,6 @@ void Window1::EndEntry() {
     }
     EndSession();
     DisarmRecording(RecordingWish::OfEntry);
-    ShowStatus("Disconnected");
 }
 
 void Window1::SetMode(const std::string& mode) {
