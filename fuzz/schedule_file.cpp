@@ -2,6 +2,7 @@
 // no row's texts upset the comparison with the clock.
 #include "Input.h"
 #include "schedule/ClockComparison.h"
+#include "schedule/RunningEntry.h"
 #include "schedule/ScheduleFile.h"
 
 #include <string>
@@ -24,6 +25,11 @@ void Compare(const larkspool::ScheduleRow& row) {
             larkspool::fuzz::Require(result >= -1 && result <= 1,
                                      "a row can be compared with the clock");
         }
+        larkspool::RunningEntry entry;
+        entry.Begin(Evening, row[2]);
+        const bool hasEnded = entry.Compare(Evening + 86401, row[2], 0) == 1;
+        larkspool::fuzz::Require(hasEnded == larkspool::SecondOfDay(span->end).has_value(),
+                                 "an end that can be read comes within a day");
     }
 }
 
