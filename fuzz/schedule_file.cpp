@@ -2,6 +2,7 @@
 // no row's texts upset the comparison with the clock.
 #include "Input.h"
 #include "schedule/ClockComparison.h"
+#include "schedule/RunningEntry.h"
 #include "schedule/ScheduleFile.h"
 
 #include <string>
@@ -21,6 +22,11 @@ void Compare(const larkspool::ScheduleRow& row) {
         for (const bool forEnding : {false, true}) {
             larkspool::DateTimeCompare(Evening, row[1], span->start, span->end, forEnding);
         }
+        larkspool::RunningEntry entry;
+        entry.Begin(Evening, row[2]);
+        const bool hasEnded = entry.Compare(Evening + 86401, row[2], 0) == 1;
+        larkspool::fuzz::Require(hasEnded == larkspool::SecondOfDay(span->end).has_value(),
+                                 "an end that can be read comes within a day");
     }
 }
 

@@ -133,13 +133,13 @@ void App::Quit(QuitCause cause) {
         return;
     }
     isQuitting = true;
-    nightLog.Add(std::string("Larkspool ends, ") + CauseText(cause));
     updateTimer.reset();
     versionCheck.reset();
     if (!isOpen) {
         desktop.EndEventLoop();
         return;
     }
+    nightLog.Add(std::string("Larkspool ends, ") + CauseText(cause));
     for (const Window* window : AllWindows()) {
         window->CommitEdits();
     }

@@ -48,18 +48,54 @@ TEST_F(ANight, IsToldInTheMorning) {
         Saved("night.txt", First + ";;22:00:00-22:01:00;9410;am;5000\n" + First +
                                ";;22:02:00-22:03:00;9410;fm;5000\n" +
                                "first.example.net;;22:04:00-22:05:00;9410;am;5000\n" +
-                               "nobody.example.net:1;;22:06:00-22:07:00;9410;am;5000\n" + First +
-                               "/x;;22:08:00-22:09:00;9410;am;5000\n" + Second +
-                               ";;22:10:00-22:11:00;1620;usb;300,2700\n");
+                               "nobody.example.net:1;;22:06:00-22:07:00;9410;am;5000\n" + Second +
+                               ";;22:08:00-22:09:00;1620;usb;300,2700\n" + Third +
+                               ";;22:10:00-22:11:00;1620;usb;300,2700\n" + Third +
+                               ";;22:12:00-24:00:00;1620;usb;300,2700\n");
     StartWith(true, {saved.Path().string()});
-    Sleep(9 * 60 + 30);
+    Sleep(7 * 60 + 30);
     receivers.areFull = true;
     Sleep(2 * 60);
+    receivers.areFull = false;
+    const FolderItem documents = desktop.Folder(SpecialFolder::Documents);
+    std::filesystem::remove_all(documents.Path());
+    Put(documents, "a file where the folder was");
+    Sleep(2 * 60);
     Choose(Front(), "Disable schedules");
-    EXPECT_EQ(Told("Entry "),
-              (Strings{"Entry started: " + First + "  22:00:00-22:01:00  9410  am  5000",
-                       "Entry ended: " + First + "  22:00:00-22:01:00  9410  am  5000"}));
-    EXPECT_EQ(Told("Recording "), Strings{});
+
+    const std::string good = First + "  22:00:00-22:01:00  9410  am  5000";
+    const std::string noMode = First + "  22:02:00-22:03:00  9410  fm  5000";
+    const std::string noPort = "first.example.net  22:04:00-22:05:00  9410  am  5000";
+    const std::string nobody = "nobody.example.net:1  22:06:00-22:07:00  9410  am  5000";
+    const std::string full = Second + "  22:08:00-22:09:00  1620  usb  300,2700";
+    const std::string noFile = Third + "  22:10:00-22:11:00  1620  usb  300,2700";
+    const std::string noTime = Third + "  22:12:00-24:00:00  1620  usb  300,2700";
+    const std::string notRecorded = "Entry was not recorded: ";
+    EXPECT_EQ(
+        Told("Entry "),
+        (Strings{"Entry will not start, its date or time can't be read: " + noTime,
+                 "Entry started: " + good, "Entry ended: " + good, "Entry started: " + noMode,
+                 "Entry ended: " + noMode, "Entry started: " + noPort,
+                 "Entry can't be carried out: no address and port in \"first.example.net\"",
+                 "Entry ended: " + noPort, "Entry started: " + nobody,
+                 notRecorded + "no sound came before its end. Last status: Connecting to "
+                               "nobody.example.net:1: link lost",
+                 "Entry ended: " + nobody, "Entry started: " + full,
+                 notRecorded + "the receiver was full. Last status: Too many users on Kiwi, "
+                               "disconnecting",
+                 "Entry ended: " + full, "Entry started: " + noFile, "Entry ended: " + noFile}));
+    const std::string file =
+        "KiwiRecording-2027-01-16T22_00_01Z9410.000am_first.example.net_8073.WAV";
+    EXPECT_EQ(Told("Recording ")[0], "Recording begun: " + file);
+    EXPECT_EQ(Told("Recording ")[1], "Recording finished: " + file + ", 00:00:59");
+    EXPECT_TRUE(Told("Recording ")
+                    .back()
+                    .starts_with("Recording can't begin: its file can't be made: "
+                                 "KiwiRecording-2027-01-16T22_10_01"));
+    EXPECT_EQ(Told("No such"), Strings{"No such mode: \"fm\". The entry is received in am"});
+    EXPECT_EQ(Told("Schedules "),
+              (Strings{"Schedules enabled, entries: 7", "Schedules disabled, entries: 7"}));
+    EXPECT_TRUE(ContentOf(LogFile()).starts_with("2027-01-15 08:00:00 UTC  Larkspool "));
     EXPECT_EQ(ContentOf(LogFile()).find("Peregrine"), std::string::npos);
     EXPECT_EQ(ContentOf(LogFile()).find("Tristan"), std::string::npos);
 }
@@ -90,7 +126,7 @@ TEST_F(ANight, KeepsTheComputerAwakeWhileSchedulesAreEnabledOrARecordingRuns) {
     SetClock("2027-01-17T06:00:00");
     Sleep(1);
     EXPECT_EQ(Told("Nothing ran"),
-              Strings{"Nothing ran since 2027-01-16 22:01:20 UTC: the computer was asleep or too "
+              Strings{"Nothing ran since 2027-01-16 22:01:30 UTC: the computer was asleep or too "
                       "busy, or its clock was set"});
     Quit(QuitCause::Signal);
     EXPECT_EQ(desktop.awakeHolds, 0);
@@ -105,6 +141,7 @@ TEST_F(ANight, BeginsWithTheSchedulesThatTheProgramWasStartedWith) {
     EXPECT_FALSE(Front().schedulesEnabled);
     EXPECT_EQ(Front().ListboxSkeds.ListCount(), 1);
     Front().Close();
+    Sleep(1);
     StartWith(true, {relative, other.Path().string(), "gone.txt"});
     EXPECT_EQ(desktop.windows.size(), 4U);
     EXPECT_EQ(desktop.boxes, Strings{"Error opening file"});
