@@ -88,7 +88,8 @@ std::size_t Resampler::Convert(std::span<const float> in, std::span<float> out) 
     // A null pointer would end its stream for good.
     const float* const data = in.empty() ? input.data() : in.data();
     if (soxr_process(used, data, in.size(), &fed, out.data(), out.size(), &made) != nullptr) {
-        return 0;
+        fed = in.size(); // lost, so that no caller goes round for ever
+        made = 0;
     }
     taken += static_cast<double>(fed);
     return made;
