@@ -32,10 +32,6 @@ void OnState(cubeb_stream* /*stream*/, void* user, cubeb_state state) {
     }
 }
 
-void OnDevices(cubeb* /*context*/, void* user) {
-    static_cast<StreamClient*>(user)->DevicesChanged();
-}
-
 DeviceSide Describe(const cubeb_device_info& info) {
     DeviceSide side;
     side.id = info.device_id != nullptr ? info.device_id : "";
@@ -70,22 +66,14 @@ class CubebDevices : public DeviceLayer {
   public:
     CubebDevices(cubeb* opened, std::shared_ptr<std::string> provenBackend)
         : context(opened), proven(std::move(provenBackend)) {}
-    ~CubebDevices() override { Report(nullptr, nullptr); }
-    CubebDevices(const CubebDevices&) = delete;
-    CubebDevices& operator=(const CubebDevices&) = delete;
 
     std::vector<DeviceSide> ListOutputs() override { return List(CUBEB_DEVICE_TYPE_OUTPUT); }
     std::vector<DeviceSide> ListInputs() override { return List(CUBEB_DEVICE_TYPE_INPUT); }
-    void Watch(StreamClient& client) override { Report(OnDevices, &client); }
     std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                        StreamClient& client) override;
 
   private:
     std::vector<DeviceSide> List(cubeb_device_type type);
-    void Report(cubeb_device_collection_changed_callback call, void* user) {
-        cubeb_register_device_collection_changed(context.get(), CUBEB_DEVICE_TYPE_OUTPUT, call,
-                                                 user);
-    }
     std::unique_ptr<OutputStream> OpenDevice(cubeb_devid device, std::uint32_t rate,
                                              StreamClient& client);
 

@@ -26,8 +26,6 @@ class StreamClient {
     virtual void RenderStereo(std::span<float> samples) = 0;
     // The device is lost. Nothing more is rendered; the owner closes the stream.
     virtual void StreamFailed() = 0;
-    // Devices have come or gone, and the server may have moved the stream.
-    virtual void DevicesChanged() = 0;
 };
 
 // An output that plays until it is destroyed.
@@ -45,8 +43,6 @@ class DeviceLayer {
     virtual ~DeviceLayer() = default;
     virtual std::vector<DeviceSide> ListOutputs() = 0;
     virtual std::vector<DeviceSide> ListInputs() = 0;
-    // Reports to the client, from now on, that devices come and go.
-    virtual void Watch(StreamClient& client) = 0;
     // Plays on this output, in stereo at this rate. Null where that fails.
     virtual std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                                StreamClient& client) = 0;

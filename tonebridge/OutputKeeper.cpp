@@ -8,7 +8,8 @@ namespace tonebridge {
 namespace {
 
 constexpr std::chrono::milliseconds IdleTick{500};
-constexpr std::chrono::seconds LookInterval{1};
+constexpr std::chrono::seconds RetryInterval{1};
+constexpr std::chrono::seconds ReturnInterval{2};
 // Longer than the device's buffer, so that the end of the fade is heard.
 constexpr std::chrono::milliseconds SoftEnd{350};
 constexpr int MostFailures = 3;
@@ -25,7 +26,6 @@ class SilentClient : public StreamClient {
         std::fill(samples.begin(), samples.end(), 0.0F);
     }
     void StreamFailed() override {}
-    void DevicesChanged() override {}
 };
 
 } // namespace
@@ -52,15 +52,7 @@ void OutputKeeper::Want(std::optional<Device> device, Time now) {
 
 void OutputKeeper::StreamFailed() {
     Close();
-    nextLook = lastTry + LookInterval;
-}
-
-void OutputKeeper::DevicesChanged(Time now) {
-    if (stream && !isAstray) {
-        // The server has yet to move the stream, if it means to.
-        isAstray = true;
-        nextLook = now + LookInterval;
-    }
+    nextLook = lastTry + RetryInterval;
 }
 
 void OutputKeeper::Tick(Time now) {
@@ -68,11 +60,12 @@ void OutputKeeper::Tick(Time now) {
         Close();
     }
     if (wanted && now >= nextLook && !closesAt) {
-        nextLook = now + LookInterval;
         if (!stream) {
             lastTry = now;
+            nextLook = now + RetryInterval;
             Open();
-        } else if (isAstray) {
+        } else {
+            nextLook = now + ReturnInterval;
             ReturnToChosen(now);
         }
     }
@@ -85,7 +78,7 @@ std::optional<OutputKeeper::Time> OutputKeeper::NextTick(Time now) const {
     if (!stream) {
         return IdleTick;
     }
-    if (closesAt || isAstray) {
+    if (closesAt || !wanted->name.empty()) {
         return std::max(closesAt.value_or(nextLook) - now, Time{0});
     }
     return std::nullopt;
@@ -107,17 +100,16 @@ void OutputKeeper::Close() {
 void OutputKeeper::Open() {
     layer = connect();
     if (layer) {
-        layer->Watch(client);
         const std::vector<DeviceSide> outputs = layer->ListOutputs();
         const DeviceSide* const chosen = FindChosen(outputs, *wanted);
         if (chosen != nullptr) {
+            chosenId = chosen->id;
             failures = OpenOn(*chosen) ? 0 : failures + 1;
-            isAstray = false;
         }
+        isAstray = !stream;
         const DeviceSide* const other = FindDefault(outputs);
-        const bool isGivenUp = chosen == nullptr || failures >= MostFailures;
-        if (!stream && isGivenUp && other != nullptr && OpenOn(*other)) {
-            isAstray = !wanted->name.empty();
+        if (!stream && other != nullptr && (chosen == nullptr || failures >= MostFailures)) {
+            OpenOn(*other);
         }
     }
     if (!stream) {
@@ -133,19 +125,21 @@ bool OutputKeeper::OpenOn(const DeviceSide& output) {
     return stream != nullptr;
 }
 
+// A stream that is elsewhere while the chosen device has been there all the time
+// was moved by the user, and stays.
 void OutputKeeper::ReturnToChosen(Time now) {
+    const std::string reported = stream->DeviceId();
+    const std::string& current = reported.empty() ? openedId : reported;
+    if (wanted->name.empty() || (current == chosenId && !isAstray)) {
+        return;
+    }
     const std::vector<DeviceSide> outputs = layer->ListOutputs();
     const DeviceSide* const chosen = FindChosen(outputs, *wanted);
     if (chosen == nullptr) {
-        isAstray = !wanted->name.empty();
-        return;
-    }
-    const std::string current = stream->DeviceId();
-    if ((current.empty() ? openedId : current) == chosen->id) {
+        isAstray = true;
+    } else if (chosen->id == current) {
         isAstray = false;
-        return;
-    }
-    if (CanOpen(*chosen)) {
+    } else if (isAstray && CanOpen(*chosen)) {
         nextLook = {};
         CloseSoftly(now);
     }

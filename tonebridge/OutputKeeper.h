@@ -27,7 +27,6 @@ class OutputKeeper {
     void Want(std::optional<Device> device, Time now);
     // What the client was told.
     void StreamFailed();
-    void DevicesChanged(Time now);
 
     // Does what is due. To be called after all of these, and again within NextTick.
     void Tick(Time now);
@@ -51,8 +50,9 @@ class OutputKeeper {
     std::unique_ptr<DeviceLayer> layer; // outlives its stream
     std::unique_ptr<OutputStream> stream;
     std::string openedId;
+    std::string chosenId;
     int failures = 0;      // of the chosen device, one after the other
-    bool isAstray = false; // the stream may play elsewhere than it should
+    bool isAstray = false; // the chosen device was missing, or could not be opened
     Time lastTry{};
     Time nextLook{};
     std::optional<Time> closesAt;

@@ -68,21 +68,16 @@ void OutputWorker::RenderStereo(std::span<float> samples) {
     }
 }
 
-void OutputWorker::StreamFailed() { Leave(&Request::isFailure); }
-
-void OutputWorker::DevicesChanged() { Leave(&Request::isNews); }
-
-void OutputWorker::Leave(bool Request::*what) {
+void OutputWorker::StreamFailed() {
     const std::lock_guard lock(mutex);
-    request.*what = true;
+    request.isFailure = true;
     changed.notify_all();
 }
 
 OutputWorker::Request OutputWorker::WaitForRequest() {
     std::unique_lock lock(mutex);
     const auto isAsked = [&] {
-        return request.isQuit || request.isScan || request.isChange || request.isFailure ||
-               request.isNews;
+        return request.isQuit || request.isScan || request.isChange || request.isFailure;
     };
     if (const auto pause = keeper.NextTick(Now())) {
         changed.wait_for(lock, *pause, isAsked);
@@ -101,9 +96,6 @@ void OutputWorker::Fulfil(const Request& next) {
     }
     if (next.isChange || next.isQuit) {
         keeper.Want(next.isQuit ? std::nullopt : next.device, Now());
-    }
-    if (next.isNews) {
-        keeper.DevicesChanged(Now());
     }
 }
 

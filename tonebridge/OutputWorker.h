@@ -31,7 +31,6 @@ class OutputWorker : public StreamClient {
     // The sound server's threads.
     void RenderStereo(std::span<float> samples) override;
     void StreamFailed() override;
-    void DevicesChanged() override;
 
   private:
     struct Request {
@@ -39,14 +38,12 @@ class OutputWorker : public StreamClient {
         bool isScan = false;
         bool isChange = false;
         bool isFailure = false;
-        bool isNews = false; // of the devices
         std::optional<Device> device;
     };
 
     Request WaitForRequest();
     void Fulfil(const Request& next);
     void ScanNow();
-    void Leave(bool Request::*what);
 
     const std::shared_ptr<Engine> engine;
     OutputKeeper keeper; // of the control thread alone

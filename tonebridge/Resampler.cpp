@@ -7,24 +7,32 @@
 
 namespace tonebridge {
 
-Resampler::Resampler() {
-    const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
-    const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, SOXR_VR);
-    const soxr_runtime_spec_t oneThread = soxr_runtime_spec(1);
-    soxr_error_t error = nullptr;
-    converter.reset(soxr_create(LongestStride, 1.0, 1, &error, &format, &quality, &oneThread));
-    if (!converter || error != nullptr) {
-        throw std::bad_alloc{};
-    }
-    // Its queues grow now, in every range of ratios, and not when sound plays.
-    for (const double stride : {0.02, 1.0, 2.0, 4.0, 0.25}) {
+Resampler::Resampler() : upward(MakeConverter(1.0)), any(MakeConverter(LongestStride)) {
+    // Their queues grow now, in every range of ratios, and not when sound plays.
+    for (const double stride : {1.0, 2.0, 4.0, 0.02, 0.25}) {
+        used = stride < 1.0 ? upward.get() : any.get();
         Flush(stride);
     }
 }
 
-void Resampler::Deleter::operator()(soxr* made) const { soxr_delete(made); }
+Resampler::Converter Resampler::MakeConverter(double longestStride) {
+    const soxr_io_spec_t format = soxr_io_spec(SOXR_FLOAT32_I, SOXR_FLOAT32_I);
+    const soxr_quality_spec_t quality = soxr_quality_spec(SOXR_HQ, SOXR_VR);
+    const soxr_runtime_spec_t oneThread = soxr_runtime_spec(1);
+    soxr_error_t error = nullptr;
+    Converter made(soxr_create(longestStride, 1.0, 1, &error, &format, &quality, &oneThread));
+    if (!made || error != nullptr) {
+        throw std::bad_alloc{};
+    }
+    return made;
+}
+
+void Resampler::Deleter::operator()(soxr* converter) const { soxr_delete(converter); }
 
 void Resampler::Clear(double stride) {
+    // Low enough for any other rate of the device.
+    constexpr double LongestUpward = 0.9;
+    used = stride < LongestUpward ? upward.get() : any.get();
     Flush(stride);
     lastStride = stride;
     unheard = LookAhead(stride);
@@ -58,7 +66,7 @@ double Resampler::LookAhead(double stride) {
 }
 
 std::size_t Resampler::Make(SampleReader& reader, std::span<float> out, double stride) {
-    soxr_set_io_ratio(converter.get(), stride, 0);
+    soxr_set_io_ratio(used, stride, 0);
     // What it holds comes first: at the end of what is queued nothing may stay behind.
     std::size_t made = Convert({}, out);
     while (made < out.size()) {
@@ -75,26 +83,25 @@ std::size_t Resampler::Make(SampleReader& reader, std::span<float> out, double s
 }
 
 std::size_t Resampler::Convert(std::span<const float> in, std::span<float> out) {
-    std::size_t used = 0;
+    std::size_t fed = 0;
     std::size_t made = 0;
     // A null pointer would end its stream for good.
     const float* const data = in.empty() ? input.data() : in.data();
-    if (soxr_process(converter.get(), data, in.size(), &used, out.data(), out.size(), &made) !=
-        nullptr) {
-        return 0;
+    if (soxr_process(used, data, in.size(), &fed, out.data(), out.size(), &made) != nullptr) {
+        fed = in.size(); // lost, so that no caller goes round for ever
+        made = 0;
     }
-    taken += static_cast<double>(in.size());
+    taken += static_cast<double>(fed);
     return made;
 }
 
 // Feeds silence until nothing else is left. Its own way of clearing allocates.
 void Resampler::Flush(double stride) {
-    soxr_set_io_ratio(converter.get(), stride, 0);
+    soxr_set_io_ratio(used, stride, 0);
     std::array<float, StepFrames> lost{};
     input.fill(0.0F);
-    double left = 2.0 * (LookAhead(stride) + LookAhead(lastStride));
-    while (left > 0.0) {
-        left -= static_cast<double>(input.size());
+    const double enough = taken + 2.0 * (LookAhead(stride) + LookAhead(lastStride));
+    while (taken < enough) {
         std::size_t made = Convert(input, lost);
         while (made == lost.size()) {
             made = Convert({}, lost);

@@ -38,13 +38,19 @@ class Resampler {
     struct Deleter {
         void operator()(soxr* converter) const;
     };
+    using Converter = std::unique_ptr<soxr, Deleter>;
+
+    static Converter MakeConverter(double longestStride);
 
     std::size_t Make(SampleReader& reader, std::span<float> out, double stride);
     std::size_t Convert(std::span<const float> in, std::span<float> out);
     void Flush(double stride);
     bool SkipOldFrames(SampleReader& reader, double stride);
 
-    std::unique_ptr<soxr, Deleter> converter;
+    // Converts upwards only, in two thirds of the time that the other needs.
+    const Converter upward;
+    const Converter any;
+    soxr* used = nullptr;
     std::array<float, StepFrames * LongestStride> input{};
     double lastStride = 1.0;
     double unheard = 0.0; // input samples of silence that are left from Clear
