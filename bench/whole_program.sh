@@ -41,11 +41,11 @@ family() {
 spent() {
     local id
     for id in "$@"; do cat /proc/"$id"/task/*/schedstat; done 2>/dev/null |
-        awk '{ sum += $1 } END { printf "%d\n", sum }'
+        awk '{ sum += $1 } END { printf "%.0f\n", sum }'
 }
 
 # wakeups FILE...: voluntary context switches so far
-wakeups() { awk '/^voluntary/ { sum += $2 } END { print sum }' "$@"; }
+wakeups() { awk '/^voluntary/ { sum += $2 } END { printf "%.0f\n", sum }' "$@"; }
 
 kilobytes() { awk -v name="^$2(:|_[CD])" '$1 ~ name { sum += $2 } END { print sum }' "/proc/$1/smaps_rollup"; }
 median() { sort -n | awk '{ v[NR] = $1 } END { print NR % 2 ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
