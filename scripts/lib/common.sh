@@ -13,8 +13,7 @@ packages_headless="xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi
     gir1.2-atspi-2.0 python3 python3-gi pulseaudio pulseaudio-utils sox"
 packages_test="libgtest-dev libbenchmark-dev clang clang-format clang-tidy cppcheck wmctrl xclip
     libwslay-dev sndfile-programs iproute2 dpkg-dev desktop-file-utils appstream librsvg2-bin debootstrap"
-
-packages_bench="chromium" # the peer of the whole program
+packages_bench="chromium" # the whole program's peer
 
 say() { printf '\n== %s\n' "$*"; }
 complain() { printf '%s\n' "$*" >&2; }
