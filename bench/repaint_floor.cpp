@@ -1,5 +1,5 @@
 // A window of the console's size that does nothing but repaint the waterfall's area 25 times a
-// second: what the console costs is measured beside it.
+// second, from a picture in the screen's own pixels: what the console costs is measured beside it.
 #include <QApplication>
 #include <QImage>
 #include <QPaintEvent>
@@ -17,13 +17,17 @@ constexpr int Period = 40; // ms
 
 class Repainted : public QWidget {
   public:
-    Repainted() : picture(Area.size(), QImage::Format_RGB32) { picture.fill(Qt::darkBlue); }
+    Repainted()
+        : picture(Area.size() * devicePixelRatioF(), QImage::Format_RGB32),
+          rowHeight(qRound(devicePixelRatioF())) {
+        picture.fill(Qt::darkBlue);
+    }
 
     void AddRow() {
-        const auto stride = static_cast<std::size_t>(picture.bytesPerLine());
-        const auto rest = stride * static_cast<std::size_t>(Area.height() - 1);
-        std::memmove(picture.bits() + stride, picture.constBits(), rest);
-        std::memset(picture.bits(), ++shade, stride);
+        const auto row = static_cast<std::size_t>(picture.bytesPerLine() * rowHeight);
+        const auto rest = static_cast<std::size_t>(picture.sizeInBytes()) - row;
+        std::memmove(picture.bits() + row, picture.constBits(), rest);
+        std::memset(picture.bits(), ++shade, row);
         update(Area);
     }
 
@@ -31,11 +35,14 @@ class Repainted : public QWidget {
     void paintEvent(QPaintEvent* event) override {
         QPainter painter(this);
         painter.setClipRegion(event->region());
-        painter.drawImage(Area.topLeft(), picture);
+        const QPointF place = painter.deviceTransform().map(QPointF(Area.topLeft()));
+        painter.setTransform(painter.deviceTransform().inverted(), true);
+        painter.drawImage(place.toPoint(), picture);
     }
 
   private:
     QImage picture;
+    int rowHeight; // lines of the screen
     unsigned char shade = 0;
 };
 

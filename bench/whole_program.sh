@@ -1,33 +1,52 @@
 #!/usr/bin/env bash
-# The console in a full session (sound, waterfall at 25 rows a second, recording and stream on)
-# beside a program that only reads the two links and a window that only repaints the waterfall's
-# area: processor time, memory, start.
+# The console beside a window that only repaints the waterfall's area, a program that only reads the
+# two links and, where Chromium is installed, a page that plays and draws them in a browser:
+# processor time, wake-ups, memory, start.
 #   whole_program.sh BUILD_FOLDER [ROUNDS [STARTS]]
-# All three run at once through every round, so that whatever else the computer does hits all alike.
+# All that is compared runs at once through every round, so that whatever else the computer does
+# hits all alike. A wake-up is a voluntary context switch, as the kernel counts them.
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/../scripts/lib/network.sh"
 network_enter "$0" "$@"
 [ -z "$network_obstacle" ] || echo "$network_obstacle: taking this computer's"
 . "$here/../scripts/lib/remote.sh"
-rounds=${2:-15}
-starts=${3:-21}
+rounds=${2:-12}
+starts=${3:-15}
 round=4 # seconds
+browser_page=$here/browser_peer.html
 screen=$(mktemp -d "${TMPDIR:-/tmp}/larkspool-screen.XXXXXX")
 desktop_x_options="-fbdir $screen"
 . "$here/../tests/desktop/lib.sh"
-programs=()
+programs=() # beside the console
+browser=""
 # shellcheck disable=SC2317  # called by the trap
 finish() {
     local code=$?
     kill "${programs[@]}" 2>/dev/null
+    [ -z "$browser" ] || wait "$browser"
     rm -rf "$screen"
     (exit "$code")
     clean_up
 }
 trap finish EXIT
 
-# Nanoseconds of processor time so far, all threads.
-spent() { cat /proc/"$1"/task/*/schedstat 2>/dev/null | awk '{ sum += $1 } END { printf "%d\n", sum }'; }
+# family PID: it and all its children's children
+family() {
+    local child
+    echo "$1"
+    for child in $(cat /proc/"$1"/task/*/children 2>/dev/null); do family "$child"; done
+}
+
+# Nanoseconds of processor time so far, all threads of all these processes.
+spent() {
+    local id
+    for id in "$@"; do cat /proc/"$id"/task/*/schedstat; done 2>/dev/null |
+        awk '{ sum += $1 } END { printf "%.0f\n", sum }'
+}
+
+# wakeups FILE...: voluntary context switches so far
+wakeups() { awk '/^voluntary/ { sum += $2 } END { printf "%.0f\n", sum }' "$@"; }
+
 kilobytes() { awk -v name="^$2(:|_[CD])" '$1 ~ name { sum += $2 } END { print sum }' "/proc/$1/smaps_rollup"; }
 median() { sort -n | awk '{ v[NR] = $1 } END { print NR % 2 ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 quotient() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.2f\n", a / b; else print "-" }'; }
@@ -35,16 +54,35 @@ quotient() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.2f\n", a / b;
 # As for a user to whom nobody reads the screen aloud.
 plain=(env -u QT_LINUX_ACCESSIBILITY_ALWAYS_ON HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data")
 
-open_session() {
-    "${plain[@]}" "$build_dir/bin/larkspool" >"$work/console.log" 2>&1 &
+open_console() {
+    "${plain[@]}" QT_SCALE_FACTOR="$1" "$build_dir/bin/larkspool" >"$work/console.log" 2>&1 &
     console=$!
     remote_wait "$console" || fail "the console did not come up"
+}
+
+open_session() {
     remote_say connect
     sleep 4
+    [ "$1" = full ] || return 0
     remote_say staud:1
     remote_say togglerecord
     sleep 1
 }
+
+# open_browser: without Chromium there is none
+open_browser() {
+    command -v chromium >/dev/null || return 0
+    HOME=$work/chromium chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run \
+        --disable-background-networking --disable-component-update --disable-sync \
+        --autoplay-policy=no-user-gesture-required --user-data-dir="$work/chromium" \
+        --window-size=1064,391 --enable-logging=stderr \
+        "file://$browser_page#127.0.0.1:$receiver_port" >"$work/chromium.log" 2>&1 &
+    browser=$!
+    programs+=("$browser")
+    sleep 5
+}
+
+browser_heard() { sed -n 's/.*"heard \([0-9]*\) drawn \([0-9]*\) running.*/\1 \2/p' "$work/chromium.log" | tail -n 1; }
 
 # start_times RUNS PROGRAM: milliseconds and processor milliseconds, a line a run
 start_times() { "${plain[@]}" "$build_dir/bench/first_paint" "$screen/Xvfb_screen0" "$@"; }
@@ -58,50 +96,103 @@ measure_starts() {
     done
 }
 
+# measure_rounds PID...: microseconds of processor a second, by program and round
 measure_rounds() {
-    local i number before
+    local i number before ids=("$@") families=() woken
+    rm -f "$work"/spent-* "$work"/woken-*
+    for i in "${!ids[@]}"; do families[i]=$(family "${ids[i]}"); done
     for number in $(seq "$rounds"); do
         before=()
-        for i in 0 1 2; do before[i]=$(spent "${pids[i]}"); done
+        woken=("$(wakeups /proc/"$console"/status)" "$(wakeups /proc/"$console"/task/*/status)")
+        # shellcheck disable=SC2086  # lists of numbers
+        for i in "${!ids[@]}"; do before[i]=$(spent ${families[i]}); done
         sleep "$round"
-        for i in 0 1 2; do
-            echo "$((($(spent "${pids[i]}") - before[i]) / round / 1000))" >>"$work/spent-$i"
+        # shellcheck disable=SC2086
+        for i in "${!ids[@]}"; do
+            echo "$((($(spent ${families[i]}) - before[i]) / round / 1000))" >>"$work/spent-$i"
         done
+        echo "$((($(wakeups /proc/"$console"/status) - woken[0]) / round))" >>"$work/woken-main"
+        echo "$((($(wakeups /proc/"$console"/task/*/status) - woken[1]) / round))" >>"$work/woken-all"
     done
 }
 
-mkdir -p "$work/home/Documents"
+row() { printf '%-26s %9s %10s %8s %8s | %7s %9s %7s %6s\n' "$@"; }
+
+# scenario TITLE SCALE idle|plain|full
+scenario() {
+    local i time=(- - - -) browser_ratio=- before
+    open_console "$2"
+    [ "$3" = idle ] || open_session "$3"
+    programs=()
+    "${plain[@]}" QT_SCALE_FACTOR="$2" "$build_dir/bench/repaint_floor" >"$work/floor.log" 2>&1 &
+    programs+=($!)
+    "$build_dir/bench/socket_floor" 127.0.0.1 "$receiver_port" >"$work/sockets.log" 2>&1 &
+    programs+=($!)
+    [ "$3" != plain ] || open_browser
+    sleep 2
+    before=$(grep -c '^sound' "$work/peer.log")
+    measure_rounds "$console" "${programs[@]}"
+    check_"$3" "$before"
+    for i in 0 1 2 3; do
+        [ ! -s "$work/spent-$i" ] || time[i]=$(median <"$work/spent-$i")
+    done
+    [ "${time[3]}" = - ] || browser_ratio=$(quotient "${time[3]}" "${time[0]}")
+    row "$1" "${time[@]}" "$(quotient "${time[0]}" "${time[1]}")" "$browser_ratio" \
+        "$(median <"$work/woken-main")" "$(median <"$work/woken-all")"
+    [ "$3" != full ] || [ "$2" != 1 ] || measure_memory
+    [ -z "${KEEP_SESSION:-}" ] || { echo "console $console"; sleep "$KEEP_SESSION"; }
+    stop_console || fail "the console ended with code $?"
+    kill "${programs[@]}" 2>/dev/null
+    wait "${programs[@]}" 2>/dev/null
+    browser=""
+}
+
+# What was measured must have happened.
+check_idle() { :; }
+check_plain() {
+    [ -z "$browser" ] && return 0
+    local heard drawn
+    read -r heard drawn <<<"$(browser_heard)"
+    [ "${heard:-0}" -gt $((rounds * round * 10)) ] && [ "${drawn:-0}" -gt $((rounds * round * 20)) ] ||
+        fail "the browser neither played nor drew: $heard $drawn"
+}
+check_full() {
+    local heard=$(($(grep -c '^sound' "$work/peer.log") - $1))
+    [ "$heard" -gt $((rounds * round * 20)) ] || fail "the stream stopped"
+    [ -n "$(find "$work/home/Documents" -name 'KiwiRecording-*' -size +$((rounds * round * 20))k)" ] ||
+        fail "nothing was recorded"
+}
+
+measure_memory() {
+    local kind i ids=("$console" "${programs[@]}")
+    for kind in Rss Pss Private; do
+        for i in 0 1 2; do memory[i]=$(kilobytes "${ids[i]}" "$kind"); done
+        memory_rows+=("$kind ${memory[*]} $(quotient "${memory[0]}" "${memory[1]}")")
+    done
+}
+
+memory_rows=()
+mkdir -p "$work/home/Documents" "$work/chromium"
 start_receivers
 remote_prepare "$build_dir/bin" "$work/home/config" 127.0.0.1 "$receiver_port" || fail "no settings"
 measure_starts
 python3 "$root/tests/desktop/peer.py" >"$work/peer.log" 2>&1 &
 peer=$!
-open_session
-"${plain[@]}" "$build_dir/bench/repaint_floor" >"$work/floor.log" 2>&1 &
-programs+=($!)
-"$build_dir/bench/socket_floor" 127.0.0.1 "$receiver_port" >"$work/sockets.log" 2>&1 &
-programs+=($!)
-pids=("$console" "${programs[@]}")
-sleep 2
-heard=$(grep -c '^sound' "$work/peer.log")
-measure_rounds
-heard=$(($(grep -c '^sound' "$work/peer.log") - heard))
-[ "$heard" -gt $((rounds * round * 20)) ] || fail "the stream stopped"
-[ -n "$(find "$work/home/Documents" -name 'KiwiRecording-*' -size +$((rounds * round * 20))k)" ] || fail "nothing was recorded"
-
-echo "                          console  repainting  reading | console by repainting"
-row() { printf '%-24s %8s  %10s %8s | %s\n' "$@"; }
-for i in 0 1 2; do time[i]=$(median <"$work/spent-$i"); done
-row "processor, us a second" "${time[@]}" "$(quotient "${time[0]}" "${time[1]}")"
-for kind in Rss Pss Private; do
-    for i in 0 1 2; do memory[i]=$(kilobytes "${pids[i]}" "$kind"); done
-    row "memory $kind, kB" "${memory[@]}" "$(quotient "${memory[0]}" "${memory[1]}")"
+echo "processor, us a second       console repainting  reading  browser | console   browser   wake-ups a second"
+echo "                                                                  | by rep.   by con.     main    all"
+scenario "no session" 1 idle
+scenario "session" 1 plain
+scenario "with stream and recording" 1 full
+scenario "the same at scale 2" 2 full
+echo
+for line in "${memory_rows[@]}"; do
+    # shellcheck disable=SC2086  # words
+    printf 'memory %-8s kB: console %s, repainting %s, reading %s; console by repainting %s\n' $line
 done
 for i in 0 1; do
     wait_time[i]=$(cut -d' ' -f1 "$work/start-$i" | median)
     start_cost[i]=$(cut -d' ' -f2 "$work/start-$i" | median)
 done
-row "start to painted, ms" "${wait_time[@]}" - "$(quotient "${wait_time[@]}")"
-row "processor until then, ms" "${start_cost[@]}" - "$(quotient "${start_cost[@]}")"
-[ -z "${KEEP_SESSION:-}" ] || { echo "console $console"; echo "${pids[@]}"; sleep "$KEEP_SESSION"; }
-stop_console || fail "the console ended with code $?"
+printf '%s: console %s, repainting %s; console by repainting %s\n' \
+    "start to painted, ms" "${wait_time[@]}" "$(quotient "${wait_time[@]}")" \
+    "processor until then, ms" "${start_cost[@]}" "$(quotient "${start_cost[@]}")"

@@ -14,6 +14,7 @@ packages_headless="xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi
 packages_test="libgtest-dev libbenchmark-dev clang clang-format clang-tidy cppcheck wmctrl xclip
     libwslay-dev libsamplerate0-dev sndfile-programs iproute2 dpkg-dev desktop-file-utils appstream
     librsvg2-bin debootstrap libhamlib-utils"
+packages_bench="chromium" # a peer of the whole program
 
 say() { printf '\n== %s\n' "$*"; }
 complain() { printf '%s\n' "$*" >&2; }

@@ -128,7 +128,7 @@ class Desktop {
             ReportMissing(missing);
         }
     }
-    // The same for a handler that somebody keeps, or that is empty. Runs a copy, because a handler
+    // The same for a handler that is kept somewhere, or is empty. Runs a copy, because a handler
     // may replace itself or end what keeps it.
     void Raise(std::function<void()> handler);
     void ReportMissing(const FunctionNotFound& missing); // once a function

@@ -61,9 +61,10 @@ void FigureLabel::DrawLetters() {
     run.setRawFont(rawFont);
     run.setRawData(glyphs.data(), places.data(), static_cast<int>(glyphs.size()));
     const QFontMetrics metrics = fontMetrics();
+    const int baseline = (height() - metrics.height()) / 2 + metrics.ascent();
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    painter.drawGlyphRun(QPointF(0, (height() - metrics.height()) / 2 + metrics.ascent()), run);
+    painter.drawGlyphRun(QPointF(0, baseline), run);
 }
 
 LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)

@@ -19,7 +19,7 @@ class MeterBar : public QProgressBar {
     std::function<QString()> spoken;     // the present one, with the unit
 
     int LitPixels(int amount) const; // of the screen's, for a value
-    void SetQuietly(int amount);     // whoever calls asks for the paint
+    void SetQuietly(int amount);     // the caller asks for the paint
 
   protected:
     void paintEvent(QPaintEvent* event) override;
