@@ -34,6 +34,9 @@ QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(
 QtTCPPeer::~QtTCPPeer() { link->abort(); }
 
 std::size_t QtTCPPeer::Read(std::span<std::uint8_t> destination) {
+    if (!link->isReadable()) { // cut
+        return 0;
+    }
     const qint64 count = link->read(reinterpret_cast<char*>(destination.data()),
                                     static_cast<qint64>(destination.size()));
     return static_cast<std::size_t>(std::max<qint64>(count, 0));
