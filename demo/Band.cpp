@@ -101,13 +101,13 @@ float Band::Amplitude(const Transmitter& transmitter, const Antenna& antenna,
     return static_cast<float>(std::pow(10.0, dbm / 20.0));
 }
 
-void Band::AddStations(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
+void Band::AddStations(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                        std::span<Sample> out) const {
     // Nothing that a station does shows within so short a time.
     constexpr double Instant = 0.0005;
     const double seconds = static_cast<double>(out.size()) / rate;
-    const double lowest = (centreHertz - rate / 2.0) / 1000.0;
-    const double highest = (centreHertz + rate / 2.0) / 1000.0;
+    const double lowest = (centerHertz - rate / 2.0) / 1000.0;
+    const double highest = (centerHertz + rate / 2.0) / 1000.0;
     const auto first = std::ranges::lower_bound(
         transmitters, lowest, {}, [](const Transmitter& one) { return one.station.khz; });
     std::vector<Sample> envelope(out.size());
@@ -119,7 +119,7 @@ void Band::AddStations(const Antenna& antenna, const Moment& from, double centre
         } else {
             RenderEnvelope(*one, from, rate, envelope);
         }
-        const double offset = one->station.khz * 1000.0 - centreHertz;
+        const double offset = one->station.khz * 1000.0 - centerHertz;
         AddTurning(envelope, from.Turns(offset), offset / rate, Amplitude(*one, antenna, from),
                    Amplitude(*one, antenna, end), out);
     }
@@ -149,17 +149,17 @@ double Band::CrashFactor(const Antenna& antenna, const Moment& at, double hertz)
     return 1.0 + std::pow(10.0, db / 10.0);
 }
 
-void Band::AddNoise(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
+void Band::AddNoise(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                     std::span<Sample> out) const {
     constexpr std::size_t Step = 64; // samples between two looks at the lightning
-    const double power = std::pow(10.0, antenna.NoiseDbmHz(centreHertz) / 10.0) * rate;
+    const double power = std::pow(10.0, antenna.NoiseDbmHz(centerHertz) / 10.0) * rate;
     Noise noise(Scramble(seed, static_cast<std::uint64_t>(from.second),
                          static_cast<std::uint64_t>(from.fraction * 1.0e9) +
                              (AntennaNumber(antenna) << 32)));
     for (std::size_t at = 0; at < out.size(); at += Step) {
         const double seconds = static_cast<double>(at) / rate;
         const auto scale = static_cast<float>(
-            std::sqrt(power * CrashFactor(antenna, from.After(seconds), centreHertz)));
+            std::sqrt(power * CrashFactor(antenna, from.After(seconds), centerHertz)));
         for (Sample& sample : out.subspan(at, std::min(Step, out.size() - at))) {
             sample += scale * noise.NextComplex();
         }

@@ -17,14 +17,14 @@ class Band {
   public:
     explicit Band(std::uint64_t seed);
 
-    // Adds the stations to `out`: the complex baseband around `centreHertz` as the
+    // Adds the stations to `out`: the complex baseband around `centerHertz` as the
     // antenna hears it, `rate` samples a second. Stations with a carrier beyond
     // half the rate are left out; what they spill within reach wraps to the far edge.
-    void AddStations(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
+    void AddStations(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                      std::span<Sample> out) const;
 
     // Adds noise and lightning, white over the whole rate.
-    void AddNoise(const Antenna& antenna, const Moment& from, double centreHertz, double rate,
+    void AddNoise(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                   std::span<Sample> out) const;
 
     // How many times the quiet noise's power the air holds: 1, more in a lightning crash.

@@ -147,7 +147,9 @@ void AddPlannedStations(std::vector<Station>& stations) {
     const std::vector<Station> known = stations;
     for (const PlannedBand& band : Bands) {
         const double apart = std::min(band.slotKhz / 2.0, MostApartKhz);
-        for (double khz = band.fromKhz; khz < band.toKhz; khz += band.slotKhz) {
+        const auto slots = static_cast<int>(std::ceil((band.toKhz - band.fromKhz) / band.slotKhz));
+        for (int number = 0; number < slots; ++number) {
+            const double khz = band.fromKhz + number * band.slotKhz;
             const Slot slot(khz);
             const Station station = Planned(band, khz, slot);
             const bool isFree = std::ranges::none_of(known, [&](const Station& other) {

@@ -31,13 +31,13 @@ void PassbandFilter::Set(double low, double high, double rate) {
     low = std::clamp(low, -widest, widest - 20.0);
     high = std::clamp(high, low + 20.0, widest);
     const double half = (high - low) / 2.0 / rate;
-    const double centre = (high + low) / 2.0 / rate;
+    const double center = (high + low) / 2.0 / rate;
     std::ranges::fill(response, Sample{});
     for (std::size_t i = 0; i < Taps; ++i) {
         const double at = static_cast<double>(i) - static_cast<double>(Taps - 1) / 2.0;
         const double tap = 2.0 * half * Sinc(Turn * half * at) * Blackman(i);
-        response[i] = {static_cast<float>(tap * std::cos(Turn * centre * at)),
-                       static_cast<float>(tap * std::sin(Turn * centre * at))};
+        response[i] = {static_cast<float>(tap * std::cos(Turn * center * at)),
+                       static_cast<float>(tap * std::sin(Turn * center * at))};
     }
     wide.Forward(response);
     float most = 1.0e-9F;

@@ -16,7 +16,7 @@ class PassbandFilter {
 
     PassbandFilter();
 
-    // Edges in Hz relative to the centre, in any order; `rate` is that of the input.
+    // Edges in Hz relative to the center, in any order; `rate` is that of the input.
     void Set(double low, double high, double rate);
 
     // `input` has InputSize samples, `output` OutputSize. Delays by 512 input samples.

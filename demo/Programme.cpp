@@ -63,8 +63,8 @@ constexpr std::array<Vowel, 7> Vowels{{{730, 1090, 2440},
                                        {660, 1720, 2410},
                                        {490, 1350, 1690}}};
 
-double Resonance(double hertz, double centre, double width) {
-    const double off = (hertz - centre) / width;
+double Resonance(double hertz, double center, double width) {
+    const double off = (hertz - center) / width;
     return 1.0 / (1.0 + off * off);
 }
 
@@ -115,13 +115,13 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
 // A hiss in front of the voice, as of an s. Two resonances in a row leave nothing of it far
 // above and below.
 void AddHiss(std::span<Sample> out, std::uint64_t seed) {
-    constexpr double CentreHertz = 2700.0;
+    constexpr double CenterHertz = 2700.0;
     constexpr double DecaySeconds = 0.0005;
     constexpr auto Narrowness = static_cast<float>(1.0 - 1.0 / (DecaySeconds * Programme::Rate));
     constexpr float Loudness = 0.08F * (1.0F - Narrowness);
     Noise noise(seed);
     const Sample turning =
-        std::polar(Narrowness, static_cast<float>(Turn * CentreHertz / Programme::Rate));
+        std::polar(Narrowness, static_cast<float>(Turn * CenterHertz / Programme::Rate));
     Sample first{};
     Sample second{};
     for (Sample& sample : out) {

@@ -116,7 +116,7 @@ std::optional<Tone> StrongestTone(const Sound& sound, double seconds) {
             peak = i;
         }
     }
-    // Between the bins: with this window the two larger of three neighbours tell how far.
+    // Between the bins: with this window the two larger of three neighbors tell how far.
     const bool above = magnitude(peak + 1) > magnitude(peak - 1);
     const double ratio = magnitude(above ? peak + 1 : peak - 1) / std::max(magnitude(peak), 1e-30);
     const double offset = (2 * ratio - 1) / (ratio + 1) * (above ? 1 : -1);

@@ -76,7 +76,7 @@ TEST(WaterfallRow, StationsBeyondTheEdgesDoNotFoldIn) {
 }
 
 TEST(WaterfallRow, BroadcastEndsWhereItsSoundEnds) {
-    for (const double khz : {15245.0, 13690.0}) { // a voice and a tune, without neighbours
+    for (const double khz : {15245.0, 13690.0}) { // a voice and a tune, without neighbors
         const auto bins = Bins(View(11, khz - 7.328), 50);
         int inside = 0;
         int outside = 0;

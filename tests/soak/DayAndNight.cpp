@@ -296,8 +296,9 @@ class DayAndNight : public ScheduleFixture {
 
     void Run(double seconds) {
         constexpr double BetweenLooks = 300; // seconds, at the files
-        for (double left = seconds; left > 0; left -= BetweenLooks) {
-            desktop.Advance(std::min(left, BetweenLooks));
+        const double end = desktop.UtcNow() + seconds;
+        while (desktop.UtcNow() < end) {
+            desktop.Advance(std::min(end - desktop.UtcNow(), BetweenLooks));
             ReadFinishedFiles();
         }
         // Compared is like with like: both links up, and the waterfall's picture there.
@@ -323,15 +324,15 @@ TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
                 "left out", "lost", "no record.", "+silence", "to come", "new, KiB", "heap, KiB");
     std::optional<Memory> first;
     Memory last;
-    for (double done = 0; done < hours; done += 1) {
-        Run(std::min(1.0, hours - done) * Hour);
+    for (int hour = 0; hour < hours; ++hour) {
+        Run(std::min(1.0, hours - hour) * Hour);
         last = Memory::Now();
         first = first.value_or(last);
-        std::printf("%5.0f %12lld %12lld %11lld %10lld %11lld %10lld %10lld %10.1f %10.1f\n",
-                    std::ceil(done + 0.1), number(books.sent), number(books.inFiles),
-                    number(books.leftOut), number(books.lost), number(books.idle),
-                    number(books.silence), number(books.Unexplained()),
-                    static_cast<double>(last.made) / KiB, static_cast<double>(last.heap) / KiB);
+        std::printf("%5d %12lld %12lld %11lld %10lld %11lld %10lld %10lld %10.1f %10.1f\n",
+                    hour + 1, number(books.sent), number(books.inFiles), number(books.leftOut),
+                    number(books.lost), number(books.idle), number(books.silence),
+                    number(books.Unexplained()), static_cast<double>(last.made) / KiB,
+                    static_cast<double>(last.heap) / KiB);
     }
     Quit();
     books.LinkGone();
@@ -369,7 +370,9 @@ std::int64_t ReadBare() {
     double rowsDue = 0;
     for (std::uint32_t sequence = 0; sequence < hours * Hour / FramePeriod; ++sequence) {
         VirtualReceiver(socket).Sound(sequence, books.Next(FrameSamples, false));
-        for (rowsDue += FramePeriod / RowPeriod; rowsDue >= 1; rowsDue -= 1) {
+        rowsDue += FramePeriod / RowPeriod;
+        while (rowsDue >= 1) {
+            rowsDue -= 1;
             socket.Deliver(row);
         }
         desktop.Advance(FramePeriod);

@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-// Paints into a picture, pixel by pixel. Starts out in a colour that nobody paints with.
+// Paints into a picture, pixel by pixel. Starts out in a color that nobody paints with.
 class PictureGraphics final : public Graphics {
   public:
     static constexpr Color Untouched = {1, 2, 3};

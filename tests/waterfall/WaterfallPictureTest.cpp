@@ -52,7 +52,7 @@ class WaterfallPicture : public ::testing::Test {
         return marks;
     }
 
-    // The colour of one bin at gain 1.00 and offset 0.
+    // The color of one bin at gain 1.00 and offset 0.
     Color ColorOf(std::uint8_t bin) const { return table[static_cast<std::uint8_t>(bin - 55) * 4]; }
 
     WaterfallClass canvas;

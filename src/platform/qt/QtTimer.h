@@ -15,7 +15,6 @@ class QtTimer : public Timer {
 
     void SetPeriod(int milliseconds) override;
     void SetMode(Mode wanted) override;
-    Mode RunMode() const override { return mode; }
 
   private:
     void Fire();
