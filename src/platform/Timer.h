@@ -13,6 +13,7 @@ class Timer {
 
     virtual void SetPeriod(int milliseconds) = 0;
     virtual void SetMode(Mode mode) = 0; // anything but Off starts a whole period anew
+    virtual Mode RunMode() const = 0;
 
     std::function<void()> action;
 };

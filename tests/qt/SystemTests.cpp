@@ -22,6 +22,7 @@ TEST(Timers, ATimerRepeatsOnceOrNotAtAll) {
     EXPECT_EQ(ticks, 0);
     timer->SetMode(Timer::Mode::Single);
     EXPECT_TRUE(Eventually([&ticks] { return ticks == 1; }));
+    EXPECT_EQ(timer->RunMode(), Timer::Mode::Off);
     LetEventsRun();
     EXPECT_EQ(ticks, 1);
     timer->SetMode(Timer::Mode::Multiple);

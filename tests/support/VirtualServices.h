@@ -25,6 +25,7 @@ class VirtualTimer : public Timer {
 
     void SetPeriod(int milliseconds) override { period = milliseconds / 1000.0; }
     void SetMode(Mode wanted) override;
+    Mode RunMode() const override { return mode; }
 
   private:
     void Arm();

@@ -15,6 +15,7 @@ class QtTimer : public Timer {
 
     void SetPeriod(int milliseconds) override;
     void SetMode(Mode wanted) override;
+    Mode RunMode() const override { return mode; }
 
   private:
     void Fire();
