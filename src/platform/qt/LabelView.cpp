@@ -38,7 +38,7 @@ void FigureLabel::paintEvent(QPaintEvent* event) {
 void FigureLabel::MakeTable() {
     tableFont = font();
     rawFont = QRawFont::fromFont(tableFont);
-    const QFontMetrics metrics(tableFont);
+    const QFontMetricsF metrics(tableFont);
     for (std::size_t i = 0; i < table.size(); ++i) {
         const QChar letter(static_cast<char16_t>(FirstLetter + i));
         table[i] = {rawFont.glyphIndexesForString(letter).value(0),
@@ -50,7 +50,7 @@ void FigureLabel::DrawLetters() {
     const QString shown = text();
     std::vector<quint32> glyphs;
     std::vector<QPointF> places;
-    int x = 0;
+    qreal x = 0;
     for (const QChar letter : shown) {
         const Letter& drawn = table[static_cast<std::size_t>(letter.unicode() - FirstLetter)];
         glyphs.push_back(drawn.glyph);

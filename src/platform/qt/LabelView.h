@@ -27,7 +27,7 @@ class FigureLabel : public QLabel {
   private:
     struct Letter {
         quint32 glyph = 0;
-        int width = 0;
+        qreal width = 0;
     };
 
     void MakeTable();
