@@ -159,7 +159,7 @@ void ReceiverControls::NameLongestTexts() {
     LabelRecordingStatus.longest = "00:00:00";
     LabelWaterfallGain.longest = "Waterfall Gain: 5.00";
     LabelWaterfallMinDb.longest = "Waterfall min -120 db";
-    LabelStatus.longest = "12000 samples/sec    27000 bytes/sec    nothing received for 30 s";
+    LabelStatus.longest = "20250 samples/sec    1234567 bytes/sec";
     LabelStatus.mayBeCut = true;
 }
 
