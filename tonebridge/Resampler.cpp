@@ -8,10 +8,13 @@
 namespace tonebridge {
 
 Resampler::Resampler() : upward(MakeConverter(1.0)), any(MakeConverter(LongestStride)) {
-    // Their queues grow now, in every range of ratios, and not when sound plays.
-    for (const double stride : {1.0, 2.0, 4.0, 0.02, 0.25}) {
-        used = stride < 1.0 ? upward.get() : any.get();
-        Flush(stride);
+    // Their queues grow now and not when sound plays: each does so until some
+    // thousands of samples have gone through.
+    constexpr int Rounds = 6;
+    for (int round = 0; round < Rounds; ++round) {
+        for (const double stride : {0.95, 1.5, 3.0, 5.5, 0.25}) {
+            Clear(stride);
+        }
     }
 }
 
