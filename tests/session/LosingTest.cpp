@@ -60,15 +60,6 @@ TEST_F(Losing, AnyOtherErrorLeavesARowInTheLogAndNothingElse) {
     EXPECT_EQ(Connects(), 1);
 }
 
-TEST_F(Losing, ARefusalWhileAReconnectWaitsPutsNothingOff) {
-    ConnectAndStream();
-    Audio().socket.Fail();
-    desktop.Advance(30);
-    Waterfall().Message(" too_busy=1");
-    desktop.Advance(30.1);
-    EXPECT_EQ(Connects(), 2);
-}
-
 TEST_F(Losing, ALostWaterfallCostsTheWaterfallAlone) {
     ConnectAndStream();
     Waterfall().socket.Fail();
