@@ -47,6 +47,7 @@ class EndlessSocket : public TCPSocket {
     std::string ReadAll() override { return {}; }
     void Write(std::string_view) override {}
     int LastErrorCode() const override { return 0; }
+    SocketFailure LastFailure() const override { return {}; }
     void Refill() { at = 0; }
 
   private:

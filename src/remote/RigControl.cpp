@@ -31,7 +31,7 @@ std::string Share(const Slider& slider) {
 
 void Window1::OpenRigControl() {
     if (const int code = rigServer.Open(); code != 0) {
-        Listbox1.AddRow("rig control: port " + Str(RigServer::Port) + ", error " + Str(code));
+        Log("rig control: port " + Str(RigServer::Port) + ", error " + Str(code));
     }
 }
 
