@@ -59,15 +59,6 @@ TEST_F(Losing, AnyOtherErrorLeavesARowInTheLogAndNothingElse) {
     EXPECT_EQ(Connects(), 1);
 }
 
-TEST_F(Losing, ARefusalWhileAReconnectWaitsPutsNothingOff) {
-    ConnectAndStream();
-    Audio().socket.Fail();
-    desktop.Advance(30);
-    Waterfall().Message(" too_busy=1");
-    desktop.Advance(30.1);
-    EXPECT_EQ(Connects(), 2);
-}
-
 TEST_F(Losing, AFullReceiverIsLeftAndTriedAgainWhileTheBoxIsTicked) {
     for (const char* refusal : {" too_busy=1", " too_busy=0", " xmonitored"}) {
         SCOPED_TRACE(refusal);
