@@ -12,6 +12,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace larkspool {
 
@@ -25,6 +26,19 @@ inline bool Eventually(const std::function<bool()>& condition) {
 
 // Long enough for everything that is due at once to have happened.
 inline void LetEventsRun() { QTest::qWait(30); }
+
+// The windows of a kind that are on the screen.
+template <typename Widget>
+std::vector<Widget*> Shown() {
+    std::vector<Widget*> shown;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        auto* found = qobject_cast<Widget*>(widget);
+        if (found != nullptr && found->isVisible()) {
+            shown.push_back(found);
+        }
+    }
+    return shown;
+}
 
 // A window that a test fills with its own controls.
 class TestWindow : public Window {
