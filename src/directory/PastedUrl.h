@@ -18,4 +18,9 @@ std::optional<PastedUrl> ParsePastedUrl(std::string_view text);
 // in brackets becomes a host and its port. Where the address names no port, the port stays.
 PastedUrl TidyReceiver(std::string_view address, std::string_view port);
 
+// A receiver in one cell: "sdr.example.net:8073", an IPv6 address in brackets. Blanks around it
+// don't count; nothing without exactly one colon outside the brackets. The port is as it was typed.
+std::optional<PastedUrl> ParseReceiverCell(std::string_view text);
+std::string ReceiverCell(const PastedUrl& receiver);
+
 } // namespace larkspool

@@ -1,5 +1,5 @@
 #include "console/Window1.h"
-#include "directory/ReceiverList.h"
+#include "directory/PastedUrl.h"
 #include "platform/Text.h"
 
 namespace larkspool {
@@ -8,7 +8,7 @@ namespace larkspool {
 // presses Disconnect. The recording starts once the receiver has told its audio rate.
 void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
                                const std::string& mode, const std::string& filter) {
-    const auto receiver = SplitHostAndPort(url);
+    const auto receiver = ParseReceiverCell(url);
     if (!receiver) {
         Log("Entry can't be carried out: no address and port in \"" + url + "\"");
         return;
@@ -16,8 +16,8 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     if (!Visible()) {
         Show();
     }
-    TextFieldAddress.SetText(std::string(receiver->host));
-    TextFieldPort.SetText(std::string(receiver->port));
+    TextFieldAddress.SetText(receiver->host);
+    TextFieldPort.SetText(receiver->port);
     TextFieldFreq.SetText(freq);
     SetMode(mode);
     SetPassbandTexts(filter); // behind the mode, which brings its own passband

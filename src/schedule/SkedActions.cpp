@@ -1,4 +1,5 @@
 // What the user does in a schedule window.
+#include "directory/PastedUrl.h"
 #include "platform/ReplaceFile.h"
 #include "schedule/ScheduleFile.h"
 #include "schedule/ScheduleTexts.h"
@@ -135,8 +136,9 @@ void SkedWindow::AddEntryFromClipboard() {
 // A row for every day, with the receiver and the passband that the console is set to.
 void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
     const Window1& console = app.Console();
-    AddRow({console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text(), "",
-            std::move(time), std::move(freq), std::move(mode),
+    const PastedUrl receiver =
+        TidyReceiver(console.TextFieldAddress.Text(), console.TextFieldPort.Text());
+    AddRow({ReceiverCell(receiver), "", std::move(time), std::move(freq), std::move(mode),
             console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text()});
 }
 
