@@ -122,7 +122,10 @@ void Window1::TCPSocketAudio_Error() {
     }
     if (!isHangingUp) {
         const std::string& reply = audioWebsocket->connectReply;
-        if (Contains(reply, "\n") && !Contains(reply, SwitchingProtocols)) {
+        if (Contains(reply, SwitchingProtocols)) { // it was up, perhaps for less than a second
+            statusLine.SayStatistics(static_cast<double>(numSoundBytes) / 2.0,
+                                     audioWebsocket->numRxBytes);
+        } else if (Contains(reply, "\n")) {
             linkHealth.NotAReceiver(reply); // though it has not ended as a reply does
         }
         linkHealth.Failed(TCPSocketAudio->LastFailure(), code);
