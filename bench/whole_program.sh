@@ -132,6 +132,7 @@ scenario() {
     sleep 2
     before=$(grep -c '^sound' "$work/peer.log")
     measure_rounds "$console" "${programs[@]}"
+    check_peers
     check_"$3" "$before"
     for i in 0 1 2 3; do
         [ ! -s "$work/spent-$i" ] || time[i]=$(median <"$work/spent-$i")
@@ -171,6 +172,15 @@ measure_memory() {
     done
 }
 
+# check_peers: what the console is measured beside still runs
+check_peers() {
+    kill -0 "${programs[0]}" 2>/dev/null || fail "the repainting window has ended: $(tail -n 1 "$work/floor.log")"
+    kill -0 "${programs[1]}" 2>/dev/null || fail "the reading program has ended: $(tail -n 1 "$work/sockets.log")"
+}
+
+for tool in bin/larkspool bin/larkspool-demo bench/first_paint bench/repaint_floor bench/socket_floor; do
+    [ -x "$build_dir/$tool" ] || fail "$build_dir/$tool is not built"
+done
 memory_rows=()
 mkdir -p "$work/home/Documents" "$work/chromium"
 start_receivers

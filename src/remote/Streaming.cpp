@@ -32,22 +32,23 @@ void Window1::ShowStreaming() {
     LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
 }
 
+// Sent at once: waiting for the timer would wake the program once more for each frame.
 void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
     audioStream.StreamSoundBlock(sampleCount, samples);
-    if (audioStream.FirstReadyToSend() != nullptr) {
-        WakeTimer4();
+    if (audioStream.FirstReadyToSend() != nullptr && CheckBoxNetwork.Value()) {
+        Timer4_Action();
     }
 }
 
-// The timer ticks only when there is something to send or to show. While the box is unticked it
-// rests, and what waits goes out once the box is ticked.
+// The timer ticks once where the stream or the box has changed. While the box is unticked it rests,
+// and what waits goes out once the box is ticked.
 void Window1::WakeTimer4() {
     if (CheckBoxNetwork.Value() && Timer4->RunMode() == Timer::Mode::Off) {
         Timer4->SetMode(Timer::Mode::Single);
     }
 }
 
-// Sends all that has come in since it was woken, in order.
+// Sends all that waits, in order.
 void Window1::Timer4_Action() {
     ShowStreaming();
     while (const MemoryBlock* block = audioStream.FirstReadyToSend()) {
