@@ -19,7 +19,8 @@ bool IsUnfinished(const WavFileShape& shape) {
 
 } // namespace
 
-RecordingRepair::RecordingRepair(Desktop& host) : desktop(host), timer(host.MakeTimer()) {
+RecordingRepair::RecordingRepair(Desktop& theDesktop)
+    : desktop(theDesktop), timer(theDesktop.MakeTimer()) {
     timer->action = [this] { Step(); };
 }
 

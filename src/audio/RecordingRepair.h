@@ -12,7 +12,7 @@ namespace larkspool {
 // Owned by the application.
 class RecordingRepair {
   public:
-    explicit RecordingRepair(Desktop& host);
+    explicit RecordingRepair(Desktop& theDesktop);
 
     void Start();
 

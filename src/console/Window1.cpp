@@ -17,11 +17,12 @@ constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 sam
 
 } // namespace
 
-Window1::Window1(Desktop& host, App& application)
-    : Window(host), app(application), TCPSocketAudio(host.MakeTCPSocket()),
-      TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()),
-      RxUDPSocket(host.MakeUDPSocket()), Timer4(host.MakeTimer()),
-      rigServer(host.MakeTCPServer(),
+Window1::Window1(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application), TCPSocketAudio(theDesktop.MakeTCPSocket()),
+      TCPSocketWaterfall(theDesktop.MakeTCPSocket()), Timer1(theDesktop.MakeTimer()),
+      Timer3(theDesktop.MakeTimer()), RxUDPSocket(theDesktop.MakeUDPSocket()),
+      Timer4(theDesktop.MakeTimer()),
+      rigServer(theDesktop.MakeTCPServer(),
                 [this](const RigCommand& asked) { return AnswerRig(asked); }) {
     SetTitle("Larkspool");
     SetDesignSize(DesignWidth, DesignHeight);

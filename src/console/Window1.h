@@ -32,7 +32,7 @@ class App;
 // in the folder of the subsystem that they belong to.
 class Window1 : public Window, public ReceiverControls {
   public:
-    Window1(Desktop& host, App& application);
+    Window1(Desktop& theDesktop, App& application);
     ~Window1() override;
 
     // Opening and closing (console)

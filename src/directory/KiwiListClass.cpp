@@ -5,7 +5,8 @@
 
 namespace larkspool {
 
-KiwiListClass::KiwiListClass(Desktop& host) : desktop(host), socket(host.MakeHTTPSocket()) {
+KiwiListClass::KiwiListClass(Desktop& theDesktop)
+    : desktop(theDesktop), socket(theDesktop.MakeHTTPSocket()) {
     // Whatever page comes is read, whatever its status.
     socket->pageReceived = [this](const std::string&, int, const std::string& content) {
         Event_PageReceived(content);

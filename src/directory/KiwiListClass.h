@@ -14,7 +14,7 @@ namespace larkspool {
 // for each fetch, which ends the fetch of the one before.
 class KiwiListClass : public ReceiverList {
   public:
-    explicit KiwiListClass(Desktop& host);
+    explicit KiwiListClass(Desktop& theDesktop);
 
     // Asks the host for its list. Without a host the public list is empty, and is there at once.
     void Init(const std::string& directoryHost);

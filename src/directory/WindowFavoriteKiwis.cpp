@@ -15,8 +15,8 @@ enum Column { Host, Port, Name };
 
 } // namespace
 
-WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& host, App& application)
-    : Window(host), app(application) {
+WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application) {
     SetTitle("Favorite Kiwis");
     SetDesignSize(DesignBounds.width, DesignBounds.height);
     Listbox1.Place("Listbox1", DesignBounds, {true, true, true, true});

@@ -14,7 +14,7 @@ class App;
 // at a time, from its opening to its closing.
 class WindowFavoriteKiwis : public Window {
   public:
-    WindowFavoriteKiwis(Desktop& host, App& application);
+    WindowFavoriteKiwis(Desktop& theDesktop, App& application);
 
     void Event_Open();
     bool Event_CancelClose(bool appQuitting) override;

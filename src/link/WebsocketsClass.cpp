@@ -23,8 +23,8 @@ constexpr std::size_t LongestReply = std::size_t{16} * 1024;
 
 } // namespace
 
-WebsocketsClass::WebsocketsClass(Desktop& host, Random& keySource)
-    : desktop(host), random(keySource) {}
+WebsocketsClass::WebsocketsClass(Desktop& theDesktop, Random& keySource)
+    : desktop(theDesktop), random(keySource) {}
 
 void WebsocketsClass::Init(TCPSocket& socket) {
     inputDataFifoMB = std::make_unique_for_overwrite<std::uint8_t[]>(FifoSize);

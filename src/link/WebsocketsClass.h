@@ -20,7 +20,7 @@ class WebsocketsClass {
     // Bytes in the ring; one of them stays free, so that full and empty can be told apart.
     static constexpr std::size_t FifoSize = 0x100000;
 
-    WebsocketsClass(Desktop& host, Random& keySource);
+    WebsocketsClass(Desktop& theDesktop, Random& keySource);
 
     // Binds the link to its socket and starts the keep-alive, once a second.
     void Init(TCPSocket& socket);

@@ -12,8 +12,8 @@ constexpr int TickPeriod = 250; // ms
 
 } // namespace
 
-SkedWindow::SkedWindow(Desktop& host, App& application)
-    : Window(host), app(application), Timer1(host.MakeTimer()) {
+SkedWindow::SkedWindow(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application), Timer1(theDesktop.MakeTimer()) {
     SetTitle("Schedules");
     SetDesignSize(DesignWidth, DesignHeight);
     ListboxSkeds_Open();

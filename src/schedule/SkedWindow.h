@@ -23,7 +23,7 @@ class App;
 // closed.
 class SkedWindow : public Window {
   public:
-    SkedWindow(Desktop& host, App& application);
+    SkedWindow(Desktop& theDesktop, App& application);
 
     // Adds the rows of a schedule file to the list.
     void OpenFile(const FolderItem& f);

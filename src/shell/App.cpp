@@ -27,9 +27,10 @@ std::string CauseText(QuitCause cause) {
 
 } // namespace
 
-App::App(Desktop& host, Deployment values)
-    : deployment(std::move(values)), nightLog(host), desktop(host), recordingRepair(host),
-      nightWatch(host, [this](const std::string& row) { window1->Log(row); }) {
+App::App(Desktop& theDesktop, Deployment values)
+    : deployment(std::move(values)), nightLog(theDesktop), desktop(theDesktop),
+      recordingRepair(theDesktop),
+      nightWatch(theDesktop, [this](const std::string& row) { window1->Log(row); }) {
     desktop.menuBar = MakeMainMenuBar();
     desktop.quitRequested = [this](QuitCause cause) { Quit(cause); };
     AddMenuHandlers();

@@ -25,7 +25,7 @@ class KiwiListClass;
 // main, before the event loop runs; lives to the end of the process.
 class App {
   public:
-    App(Desktop& host, Deployment values);
+    App(Desktop& theDesktop, Deployment values);
     ~App();
     App(const App&) = delete;
     App& operator=(const App&) = delete;

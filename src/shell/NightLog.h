@@ -12,7 +12,7 @@ namespace larkspool {
 // application.
 class NightLog {
   public:
-    explicit NightLog(Desktop& host) : desktop(host) {}
+    explicit NightLog(Desktop& theDesktop) : desktop(theDesktop) {}
 
     void Add(const std::string& row);
 

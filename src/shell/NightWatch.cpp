@@ -13,8 +13,8 @@ constexpr double Standstill = 10; // seconds between two looks
 
 } // namespace
 
-NightWatch::NightWatch(Desktop& host, std::function<void(const std::string& row)> log)
-    : desktop(host), addRow(std::move(log)), lastLook(host.UtcNow()) {}
+NightWatch::NightWatch(Desktop& theDesktop, std::function<void(const std::string& row)> log)
+    : desktop(theDesktop), addRow(std::move(log)), lastLook(theDesktop.UtcNow()) {}
 
 void NightWatch::Look(bool schedulesEnabled, bool isRecording) {
     const bool needed = schedulesEnabled || isRecording;

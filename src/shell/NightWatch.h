@@ -12,7 +12,7 @@ namespace larkspool {
 // the log when the program could not run. Owned by the application.
 class NightWatch {
   public:
-    NightWatch(Desktop& host, std::function<void(const std::string& row)> log);
+    NightWatch(Desktop& theDesktop, std::function<void(const std::string& row)> log);
 
     // To be called several times a second.
     void Look(bool schedulesEnabled, bool isRecording);

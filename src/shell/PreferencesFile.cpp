@@ -52,7 +52,7 @@ void App::ReadPrefs() {
 
 // The console, which opens next, would cover a box that is shown at once.
 void App::ShowAfterOpening(const std::string& text) {
-    desktop.CallLater(0, [&host = desktop, text] { host.MsgBox(text); });
+    desktop.CallLater(0, [&theDesktop = desktop, text] { theDesktop.MsgBox(text); });
 }
 
 bool App::WritePrefs() const {

@@ -7,8 +7,9 @@
 
 namespace larkspool {
 
-VersionCheck::VersionCheck(Desktop& host, Preferences& stored, std::string server)
-    : desktop(host), prefs(stored), versionHost(std::move(server)), socket(host.MakeHTTPSocket()) {
+VersionCheck::VersionCheck(Desktop& theDesktop, Preferences& stored, std::string server)
+    : desktop(theDesktop), prefs(stored), versionHost(std::move(server)),
+      socket(theDesktop.MakeHTTPSocket()) {
     socket->pageReceived = [this](const std::string&, int, const std::string& content) {
         Event_PageReceived(content);
     };
@@ -34,10 +35,10 @@ void VersionCheck::Event_PageReceived(const std::string& content) {
     dialog.actionCaption = "Yes";
     dialog.cancelCaption = "Not Now";
     dialog.alternateCaption = "Skip This Version";
-    desktop.ShowDialog(dialog, [&host = desktop, &stored = prefs, url = downloadUrl,
+    desktop.ShowDialog(dialog, [&theDesktop = desktop, &stored = prefs, url = downloadUrl,
                                 digits = newer->digits](MessageDialog::Answer answer) {
         if (answer == MessageDialog::Answer::Action) {
-            host.OpenInBrowser(url);
+            theDesktop.OpenInBrowser(url);
         } else if (answer == MessageDialog::Answer::Alternate) {
             stored.lastUpdateCheckVersion = digits;
         }

@@ -13,7 +13,7 @@ namespace larkspool {
 // that: the offer may stay open for as long as the user likes.
 class VersionCheck {
   public:
-    VersionCheck(Desktop& host, Preferences& stored, std::string server);
+    VersionCheck(Desktop& theDesktop, Preferences& stored, std::string server);
 
     void CheckForLatestVersion(int programNumber, const std::string& downloadPage);
 
