@@ -29,7 +29,7 @@ void SkedWindow::OpenFile(const FolderItem& f) {
     }
     auto lines = TextInputStream::Open(f);
     if (!lines) {
-        if (f.Exists()) { // else it has gone at this very moment
+        if (f.Exists()) { // otherwise it was deleted just now
             TellUnreadable(f);
         }
         return;
@@ -86,7 +86,7 @@ bool SkedWindow::ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& ite
 }
 
 bool SkedWindow::ListboxSkeds_ContextualMenuAction(const MenuItem& item) {
-    CommitEdits(); // an edit that is open would be lost with its row
+    CommitEdits(); // an open edit would be lost with its row
     switch (item.index) {
     case Enable:
         SetEnabled(true);
@@ -127,17 +127,21 @@ void SkedWindow::AddEntryFromClipboard() {
         return;
     }
     const auto& station = std::get<StationLine>(read);
-    // Broadcasts are heard narrow, unless the console has been set to the full width.
+    // A broadcast is received in the narrow mode, unless the console uses the wide one.
     AddRowForConsole(station.time, station.freq,
                      app.Console().PopupMenuMode.Text() == "am" ? "am" : "amn");
 }
 
-// A row for every day, with the receiver and the passband that the console is set to.
+// The row has no date, and the console's receiver and passband.
 void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
     const Window1& console = app.Console();
-    AddRow({console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text(), "",
-            std::move(time), std::move(freq), std::move(mode),
-            console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text()});
+    ScheduleRow cells; // the Date cell stays empty
+    cells[UrlColumn] = console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text();
+    cells[TimeColumn] = std::move(time);
+    cells[FreqColumn] = std::move(freq);
+    cells[ModeColumn] = std::move(mode);
+    cells[FilterColumn] = console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text();
+    AddRow(cells);
 }
 
 } // namespace larkspool
