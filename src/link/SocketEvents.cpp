@@ -123,7 +123,7 @@ void Window1::TCPSocketAudio_Error() {
     if (!isHangingUp) {
         const std::string& reply = audioWebsocket->connectReply;
         if (Contains(reply, "\n") && !Contains(reply, SwitchingProtocols)) {
-            linkHealth.NotAReceiver(reply); // even if its end is missing
+            linkHealth.NotAReceiver(reply); // though it has not ended as a reply does
         }
         linkHealth.Failed(TCPSocketAudio->LastFailure(), code);
         ShowRemark();

@@ -132,16 +132,14 @@ void SkedWindow::AddEntryFromClipboard() {
                      app.Console().PopupMenuMode.Text() == "am" ? "am" : "amn");
 }
 
+static_assert(SavedColumns == 6, "AddRowForConsole gives a new row one cell for each of these");
+
 // The row has no date, and the console's receiver and passband.
 void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
     const Window1& console = app.Console();
-    ScheduleRow cells; // the Date cell stays empty
-    cells[UrlColumn] = console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text();
-    cells[TimeColumn] = std::move(time);
-    cells[FreqColumn] = std::move(freq);
-    cells[ModeColumn] = std::move(mode);
-    cells[FilterColumn] = console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text();
-    AddRow(cells);
+    AddRow({console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text(), "",
+            std::move(time), std::move(freq), std::move(mode),
+            console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text()});
 }
 
 } // namespace larkspool
