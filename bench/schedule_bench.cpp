@@ -78,7 +78,7 @@ BENCHMARK(QuarterSecondWithTenThousandRows)
 void TouchEveryTextAndTakeTheClock(benchmark::State& state) {
     const DesktopWithClock desktop;
     Listbox list;
-    list.columns.resize(7);
+    list.columns.resize(ScheduleColumns);
     Fill(list);
     for (auto _ : state) {
         double sum = 0;

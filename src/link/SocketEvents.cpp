@@ -52,13 +52,13 @@ void Window1::TCPSocket_DataAvailable(LinkKind kind) {
     }
 }
 
-// The receiver speaks WebSocket from here on.
+// From now on the receiver sends WebSocket frames.
 void Window1::LinkIsUp(LinkKind kind) {
     SendSetAuthorization(WebsocketOf(kind).get());
     if (kind == LinkKind::Audio) {
         ShowStatus("Switched to WebSocket protocol");
     } else {
-        RecentreWaterfall();
+        RecenterWaterfall();
         ShowStatus("Waterfall Switched to WebSocket protocol");
     }
 }
@@ -113,10 +113,10 @@ void Window1::TCPSocketAudio_Error() {
     isConnected = false;
     if (code == ErrorLostConnection && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
         if (IsRecording()) {
-            ArmRecording(RecordingWish::ToGoOn); // if the disk takes another file
+            ArmRecording(RecordingWish::ToGoOn); // EndRecording disarms it if the disk fails
             EndRecording();
         }
-        if (pendingConnect == 0) { // else a wish waits, and goes first
+        if (pendingConnect == 0) { // otherwise a connect is already planned
             ReconnectLater();
         }
     }

@@ -5,7 +5,7 @@ namespace larkspool {
 namespace {
 
 constexpr int StreamPort = 58286; // where a peer listens for sound
-constexpr Color Grey = {150, 150, 150};
+constexpr Color Gray = {150, 150, 150};
 constexpr Color Red = {255, 0, 0};
 
 } // namespace
@@ -19,7 +19,7 @@ void Window1::StartStreaming() {
     WakeTimer4();
 }
 
-// What is in the block being filled stays there and goes out ahead of the next stream's sound.
+// The sound in a block that is not full yet is sent before the next stream's sound.
 void Window1::EndStreaming() {
     Log("end streaming");
     audioStream.isStreaming = false;
@@ -28,7 +28,7 @@ void Window1::EndStreaming() {
 
 void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
-    LabelStreaming.SetTextColor(sends ? Red : Grey);
+    LabelStreaming.SetTextColor(sends ? Red : Gray);
     LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
 }
 
@@ -58,8 +58,8 @@ void Window1::Timer4_Action() {
     }
 }
 
-// The library finds the way to the broadcast address by itself. A datagram that it can't send is
-// lost; the peer sees the gap.
+// The library uses the broadcast address itself. A datagram that it can't send is lost; the peer
+// sees the gap in the block numbers.
 void Window1::WriteDatagram(const Datagram& d) {
     desktop.Raise([&] {
         desktop.Sound().SendUdpCommand(d.data.data(), static_cast<std::int64_t>(d.data.size()),
