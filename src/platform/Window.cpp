@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-Window::Window(Desktop& host) : desktop(host) {}
+Window::Window(Desktop& theDesktop) : desktop(theDesktop) {}
 
 Window::~Window() = default;
 

@@ -26,7 +26,7 @@ class WindowView {
 // bar never counts. Owned by the program; its controls are members of the derived class.
 class Window {
   public:
-    explicit Window(Desktop& host);
+    explicit Window(Desktop& theDesktop);
     virtual ~Window();
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;

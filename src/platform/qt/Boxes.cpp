@@ -79,7 +79,7 @@ void SetUp(QFileDialog& dialog, const std::string& filter,
 
 } // namespace
 
-Boxes::Boxes(Desktop& host) : desktop(host) {}
+Boxes::Boxes(Desktop& theDesktop) : desktop(theDesktop) {}
 
 Boxes::~Boxes() { CloseAll(); }
 

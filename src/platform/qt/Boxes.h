@@ -19,7 +19,7 @@ namespace larkspool {
 // callback when the user has closed it. Owned by the desktop.
 class Boxes {
   public:
-    explicit Boxes(Desktop& host);
+    explicit Boxes(Desktop& theDesktop);
     ~Boxes();
 
     void ShowText(const std::string& text);

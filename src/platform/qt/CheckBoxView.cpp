@@ -10,8 +10,8 @@
 
 namespace larkspool {
 
-CheckBoxView::CheckBoxView(CheckBox& box, Desktop& host, QWidget& content)
-    : ViewOf(box, host, MakeChild<QCheckBox>(content)) {
+CheckBoxView::CheckBoxView(CheckBox& box, Desktop& theDesktop, QWidget& content)
+    : ViewOf(box, theDesktop, MakeChild<QCheckBox>(content)) {
     shape.setText(QString::fromStdString(box.caption));
     CheckBoxView::Redraw(Aspect::Value);
     connect(&shape, &QCheckBox::toggled, this,

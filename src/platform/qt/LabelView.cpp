@@ -67,8 +67,8 @@ void FigureLabel::DrawLetters() {
     painter.drawGlyphRun(QPointF(0, baseline), run);
 }
 
-LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)
-    : ViewOf(label, host, MakeChild<FigureLabel>(content)), window(home) {
+LabelView::LabelView(Label& label, Desktop& theDesktop, QWidget& content, const Window& home)
+    : ViewOf(label, theDesktop, MakeChild<FigureLabel>(content)), window(home) {
     shape.setTextFormat(Qt::PlainText);
     shape.changesOften = !label.longest.empty();
     shape.setAutoFillBackground(true); // spares the window painting beneath

@@ -12,8 +12,8 @@
 
 namespace larkspool {
 
-ListboxView::ListboxView(Listbox& listbox, Desktop& host, QWidget& content)
-    : ViewOf(listbox, host, MakeChild<Table>(content)),
+ListboxView::ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content)
+    : ViewOf(listbox, theDesktop, MakeChild<Table>(content)),
       cells([this] { return Held(); },
             [this](int row, int column, const std::string& text) { Write(row, column, text); }) {
     shape.setModel(&cells);

@@ -9,7 +9,7 @@ namespace larkspool {
 // Catches up with its rows once a turn of the event loop, and only while it can be seen.
 class ListboxView : public ViewOf<Listbox, Table> {
   public:
-    ListboxView(Listbox& listbox, Desktop& host, QWidget& content);
+    ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

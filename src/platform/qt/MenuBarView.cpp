@@ -33,8 +33,8 @@ QAction::MenuRole SystemRoleOf(const MenuItem& item) {
 
 } // namespace
 
-MenuBarView::MenuBarView(Window& shown, Desktop& host, QWidget& shell)
-    : window(&shown), desktop(host), bar(MakeChild<QMenuBar>(shell)) {
+MenuBarView::MenuBarView(Window& shown, Desktop& theDesktop, QWidget& shell)
+    : window(&shown), desktop(theDesktop), bar(MakeChild<QMenuBar>(shell)) {
     for (const Menu& menu : desktop.menuBar.menus) {
         Add(menu);
     }

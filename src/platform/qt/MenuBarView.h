@@ -19,7 +19,7 @@ class Window;
 // The program's menu bar in one window. Owned by the window's shell.
 class MenuBarView : public QObject {
   public:
-    MenuBarView(Window& shown, Desktop& host, QWidget& shell);
+    MenuBarView(Window& shown, Desktop& theDesktop, QWidget& shell);
 
     int Height() const; // of the bar in the window, 0 where the system shows it elsewhere
     void SetWidth(int width) { bar.resize(width, Height()); }

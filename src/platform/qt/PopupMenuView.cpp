@@ -77,8 +77,8 @@ void ComboBox::initStyleOption(QStyleOptionComboBox* option) const {
         option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, field.width() - 2);
 }
 
-PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
-    : ViewOf(popup, host, MakeChild<ComboBox>(content)), rows([this](int row) {
+PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& content)
+    : ViewOf(popup, theDesktop, MakeChild<ComboBox>(content)), rows([this](int row) {
           return Held() == nullptr
                      ? QString()
                      : QString::fromStdString(CutUtf8(Held()->RowText(row), LongestRow));

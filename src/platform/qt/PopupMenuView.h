@@ -45,7 +45,7 @@ class ComboBox : public QComboBox {
 // Catches up with its rows once a turn of the event loop, however many are added.
 class PopupMenuView : public ViewOf<PopupMenu, ComboBox> {
   public:
-    PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content);
+    PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

@@ -52,8 +52,8 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(bar, Radius, Radius);
 }
 
-ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)
-    : ViewOf(bar, host, MakeChild<MeterBar>(content)) {
+ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& theDesktop, QWidget& content)
+    : ViewOf(bar, theDesktop, MakeChild<MeterBar>(content)) {
     shape.setTextVisible(false);
     shape.quantity = [this](int value) { return QuantityOf(value); };
     shape.spoken = [this] {

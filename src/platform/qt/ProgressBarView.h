@@ -27,7 +27,7 @@ class MeterBar : public QProgressBar {
 
 class ProgressBarView : public ViewOf<ProgressBar, MeterBar> {
   public:
-    ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content);
+    ProgressBarView(ProgressBar& bar, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

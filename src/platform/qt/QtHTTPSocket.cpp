@@ -56,8 +56,8 @@ int ErrorCode(QNetworkReply::NetworkError error) {
 
 } // namespace
 
-QtHTTPSocket::QtHTTPSocket(Desktop& host, Manager shared)
-    : desktop(host), manager(std::move(shared)) {
+QtHTTPSocket::QtHTTPSocket(Desktop& theDesktop, Manager shared)
+    : desktop(theDesktop), manager(std::move(shared)) {
     start.setSingleShot(true);
     timeLimit.setSingleShot(true);
     QObject::connect(&start, &QTimer::timeout, &start, [this] { Start(); });

@@ -23,7 +23,7 @@ class QtHTTPSocket : public HTTPSocket {
   public:
     using Manager = std::function<QNetworkAccessManager&()>;
 
-    QtHTTPSocket(Desktop& host, Manager shared);
+    QtHTTPSocket(Desktop& theDesktop, Manager shared);
     ~QtHTTPSocket() override;
 
     void Get(const std::string& url) override;
@@ -42,7 +42,7 @@ class QtHTTPSocket : public HTTPSocket {
     std::string address;
     QByteArray body;
     OwnedByLoop<QNetworkReply> reply;
-    int lookup = -1; // the host lookup under way
+    int lookup = -1; // the theDesktop lookup under way
     QTimer start;    // the fetch begins at the loop's next turn
     QTimer timeLimit;
 };

@@ -17,7 +17,8 @@ constexpr qint64 ReceiveBuffer = 4096; // bytes; what is beyond waits in the ker
 
 } // namespace
 
-QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(accepted) {
+QtTCPPeer::QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted)
+    : desktop(theDesktop), link(accepted) {
     link->setParent(nullptr);
     link->setReadBufferSize(ReceiveBuffer);
     link->setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -57,7 +58,7 @@ void QtTCPPeer::Write(std::string_view bytes) {
 
 void QtTCPPeer::Close() { link->disconnectFromHost(); }
 
-QtTCPServer::QtTCPServer(Desktop& host) : desktop(host) {
+QtTCPServer::QtTCPServer(Desktop& theDesktop) : desktop(theDesktop) {
     for (QTcpServer& server : servers) {
         QObject::connect(&server, &QTcpServer::newConnection, &server,
                          [this, &server] { Accept(server); });

@@ -14,7 +14,7 @@ class Desktop;
 // A link that QTcpServer has accepted.
 class QtTCPPeer : public TCPPeer {
   public:
-    QtTCPPeer(Desktop& host, QTcpSocket* accepted); // takes the socket over
+    QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted); // takes the socket over
     ~QtTCPPeer() override;
 
     std::size_t Read(std::span<std::uint8_t> destination) override;
@@ -31,7 +31,7 @@ class QtTCPPeer : public TCPPeer {
 // Desktop::MakeTCPServer.
 class QtTCPServer : public TCPServer {
   public:
-    explicit QtTCPServer(Desktop& host);
+    explicit QtTCPServer(Desktop& theDesktop);
 
     void Listen(int port) override;
     void Close() override;

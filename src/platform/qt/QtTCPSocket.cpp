@@ -55,7 +55,7 @@ void NoticeDeadPeers(QTcpSocket& socket) {
 
 } // namespace
 
-QtTCPSocket::QtTCPSocket(Desktop& host) : desktop(host) {
+QtTCPSocket::QtTCPSocket(Desktop& theDesktop) : desktop(theDesktop) {
     timeLimit.setSingleShot(true);
     QObject::connect(&timeLimit, &QTimer::timeout, &events, [this] { GiveUp(); });
     race.won = [this](int descriptor) { Connected(descriptor); };

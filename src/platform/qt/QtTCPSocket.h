@@ -19,7 +19,7 @@ class Desktop;
 // link can speak into a later one. Owned by whoever asked the desktop for it.
 class QtTCPSocket : public TCPSocket {
   public:
-    explicit QtTCPSocket(Desktop& host);
+    explicit QtTCPSocket(Desktop& theDesktop);
     ~QtTCPSocket() override;
 
     void Connect() override;

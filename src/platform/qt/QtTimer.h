@@ -11,7 +11,7 @@ class Desktop;
 // A timer on Qt's own. Owned by whoever asked the desktop for it.
 class QtTimer : public Timer {
   public:
-    explicit QtTimer(Desktop& host);
+    explicit QtTimer(Desktop& theDesktop);
 
     void SetPeriod(int milliseconds) override;
     void SetMode(Mode wanted) override;

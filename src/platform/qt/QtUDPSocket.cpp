@@ -21,7 +21,7 @@ constexpr int Turn = 4; // ms that datagrams may take of one turn of the event l
 
 } // namespace
 
-QtUDPSocket::QtUDPSocket(Desktop& host) : desktop(host) {}
+QtUDPSocket::QtUDPSocket(Desktop& theDesktop) : desktop(theDesktop) {}
 
 // The port is the program's alone: a second copy is told that it is taken.
 void QtUDPSocket::Connect() {

@@ -16,7 +16,7 @@ class Desktop;
 // Datagrams on QUdpSocket. Owned by whoever asked the desktop for it.
 class QtUDPSocket : public UDPSocket {
   public:
-    explicit QtUDPSocket(Desktop& host);
+    explicit QtUDPSocket(Desktop& theDesktop);
 
     void Connect() override;
     Datagram Read() override;

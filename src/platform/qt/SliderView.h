@@ -20,7 +20,7 @@ class SpokenSlider : public QSlider {
 
 class SliderView : public ViewOf<Slider, SpokenSlider> {
   public:
-    SliderView(Slider& slider, Desktop& host, QWidget& content);
+    SliderView(Slider& slider, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

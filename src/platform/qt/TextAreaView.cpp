@@ -7,8 +7,8 @@
 
 namespace larkspool {
 
-TextAreaView::TextAreaView(TextArea& area, Desktop& host, QWidget& content)
-    : ViewOf(area, host, MakeChild<QPlainTextEdit>(content)), isStale(true) {
+TextAreaView::TextAreaView(TextArea& area, Desktop& theDesktop, QWidget& content)
+    : ViewOf(area, theDesktop, MakeChild<QPlainTextEdit>(content)), isStale(true) {
     shape.setReadOnly(true);
     shape.setUndoRedoEnabled(false);
     shape.setTabChangesFocus(true);

@@ -10,7 +10,7 @@ namespace larkspool {
 // Catches up with its text once a turn of the event loop, and only while it can be seen.
 class TextAreaView : public ViewOf<TextArea, QPlainTextEdit> {
   public:
-    TextAreaView(TextArea& area, Desktop& host, QWidget& content);
+    TextAreaView(TextArea& area, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

@@ -34,8 +34,8 @@ double StepsOf(const QKeyEvent& key) {
 
 } // namespace
 
-TextFieldView::TextFieldView(TextField& field, Desktop& host, QWidget& content)
-    : ViewOf(field, host, MakeChild<QLineEdit>(content)) {
+TextFieldView::TextFieldView(TextField& field, Desktop& theDesktop, QWidget& content)
+    : ViewOf(field, theDesktop, MakeChild<QLineEdit>(content)) {
     shape.setPlaceholderText(QString::fromStdString(field.placeholder));
     TextFieldView::Redraw(Aspect::Value);
     connect(&shape, &QLineEdit::textChanged, this, [this](const QString& text) {

@@ -18,8 +18,8 @@ QPoint AngleOf(const QWheelEvent& event) {
 
 } // namespace
 
-WidgetView::WidgetView(Control& control, Desktop& host, QWidget& shown)
-    : ControlView(control), desktop(host), widget(shown) {
+WidgetView::WidgetView(Control& control, Desktop& theDesktop, QWidget& shown)
+    : ControlView(control), desktop(theDesktop), widget(shown) {
     widget.setObjectName(QString::fromStdString(control.Name()));
     widget.setAccessibleName(QString::fromStdString(control.spokenName));
     widget.setEnabled(control.Enabled());

@@ -16,7 +16,7 @@ class Desktop;
 // outlives the view.
 class WidgetView : public QObject, public ControlView {
   public:
-    WidgetView(Control& control, Desktop& host, QWidget& shown);
+    WidgetView(Control& control, Desktop& theDesktop, QWidget& shown);
 
     void Changed(Aspect aspect) override;
     virtual void Place();
@@ -45,8 +45,8 @@ class WidgetView : public QObject, public ControlView {
 template <typename Kind, typename Shape>
 class ViewOf : public WidgetView {
   public:
-    ViewOf(Kind& control, Desktop& host, Shape& shown)
-        : WidgetView(control, host, shown), shape(shown) {}
+    ViewOf(Kind& control, Desktop& theDesktop, Shape& shown)
+        : WidgetView(control, theDesktop, shown), shape(shown) {}
 
   protected:
     Kind* Held() const { return static_cast<Kind*>(Model()); } // null once the control is gone

@@ -13,8 +13,8 @@
 
 namespace larkspool {
 
-WindowShell::WindowShell(Window& shown, Desktop& host)
-    : window(&shown), desktop(host), menuBar(shown, host, *this),
+WindowShell::WindowShell(Window& shown, Desktop& theDesktop)
+    : window(&shown), desktop(theDesktop), menuBar(shown, theDesktop, *this),
       content(MakeChild<ContentArea>(*this, shown.hairlines)) {
     MakeViews();
     NameByLabels();

@@ -18,7 +18,7 @@ class Desktop;
 // window for a turn of the event loop, because the window may end in the middle of an event.
 class WindowShell : public QWidget {
   public:
-    WindowShell(Window& shown, Desktop& host);
+    WindowShell(Window& shown, Desktop& theDesktop);
 
     void Changed(WindowAspect aspect);
     void Detach(); // the window is gone
