@@ -81,6 +81,12 @@ void Control::Wheel(int angleX, int angleY) {
     }
 }
 
+void Control::CommitEdit() const {
+    if (view != nullptr) {
+        view->CommitEdit();
+    }
+}
+
 void Control::Notify(Aspect aspect) const {
     if (view != nullptr) {
         view->Changed(aspect);

@@ -24,17 +24,7 @@ struct Locks {
 };
 
 // What of a control has changed, so that its view redraws no more than that.
-enum class Aspect {
-    Value,
-    Rows,
-    Enabled,
-    Visible,
-    Colour,
-    Bounds,
-    Picture,
-    PictureRow,
-    CommitEdit
-};
+enum class Aspect { Value, Rows, Enabled, Visible, Colour, Bounds, Picture, PictureRow };
 
 class Control;
 
@@ -47,6 +37,7 @@ class ControlView {
     ControlView& operator=(const ControlView&) = delete;
 
     virtual void Changed(Aspect aspect) = 0;
+    virtual void CommitEdit() {} // ends an edit that is open and passes its text to the control
 
   protected:
     Control* Model() const { return model; } // null once the control is gone
@@ -84,7 +75,7 @@ class Control {
     bool TakesWheel() const { return static_cast<bool>(mouseWheel); }
 
     // Ends an edit that is open in the control and keeps its text.
-    virtual void CommitEdit() const {}
+    void CommitEdit() const;
 
     std::string spokenName; // what a screen reader says; empty for controls that speak their text
 

@@ -31,8 +31,6 @@ class Listbox : public Control {
     void DeleteAllRows();
     void SetListIndex(int row); // an index outside the rows is ignored, but -1 chooses none
 
-    void CommitEdit() const override { Notify(Aspect::CommitEdit); }
-
     std::vector<Column> columns = std::vector<Column>(1);
     bool hasHeader = false;
     std::string placeholder;          // shown while there is no row

@@ -1,5 +1,7 @@
 #include "platform/Picture.h"
 
+#include "platform/Color.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -32,16 +34,6 @@ std::span<const std::uint32_t> Picture::Row(int y) const {
         return {};
     }
     return Pixels().subspan(Index(0, y), static_cast<std::size_t>(width));
-}
-
-void Picture::SetPixel(int x, int y, Color color) {
-    if (Holds(x, y)) {
-        Pixels()[Index(x, y)] = color.Packed();
-    }
-}
-
-Color Picture::Pixel(int x, int y) const {
-    return Holds(x, y) ? Color::FromPacked(Pixels()[Index(x, y)]) : Color{};
 }
 
 void Picture::ScrollDown(int rows) {

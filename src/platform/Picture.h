@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/Color.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -24,10 +23,6 @@ class Picture {
     // Empty for a row outside the picture.
     std::span<std::uint32_t> Row(int y);
     std::span<const std::uint32_t> Row(int y) const;
-
-    // Writes outside are dropped; outside reads as black.
-    void SetPixel(int x, int y, Color color);
-    Color Pixel(int x, int y) const;
 
     // Moves all rows to higher y. The freed rows at the top keep what they held.
     void ScrollDown(int rows);

@@ -45,7 +45,7 @@ void Window::Show() {
         visible = true;
         Notify(WindowAspect::Visible);
     }
-    Notify(WindowAspect::ToFront);
+    view->ComeToFront();
 }
 
 void Window::Hide() {

@@ -13,13 +13,14 @@ namespace larkspool {
 class Desktop;
 class Window;
 
-enum class WindowAspect { Title, Size, Visible, ToFront };
+enum class WindowAspect { Title, Size, Visible };
 
 // Draws one window with its controls and the menu bar. Made by the desktop, owned by the window.
 class WindowView {
   public:
     virtual ~WindowView() = default;
     virtual void Changed(WindowAspect aspect) = 0;
+    virtual void ComeToFront() = 0;
 };
 
 // A window: a size, a title and the controls in it. Sizes are of the content, in points; the menu

@@ -27,9 +27,7 @@ ListboxView::ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content
 }
 
 void ListboxView::Redraw(Aspect aspect) {
-    if (aspect == Aspect::CommitEdit) {
-        shape.CommitEdit();
-    } else if (aspect == Aspect::Rows && !isStale) {
+    if (aspect == Aspect::Rows && !isStale) {
         isStale = true;
         if (shape.isVisible()) {
             QTimer::singleShot(0, this, [this] { CatchUp(); });

@@ -11,6 +11,8 @@ class ListboxView : public ViewOf<Listbox, Table> {
   public:
     ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content);
 
+    void CommitEdit() override { shape.CommitEdit(); }
+
   protected:
     void Redraw(Aspect aspect) override;
     void BecameVisible() override { CatchUp(); }

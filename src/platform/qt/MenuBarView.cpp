@@ -76,7 +76,7 @@ void MenuBarView::AddItem(QMenu& menu, const MenuItem& item) {
 
 bool MenuBarView::IsEnabled(const MenuItem& item) const {
     if (IsEditRole(item.role)) {
-        return CanEdit(item.role, text);
+        return CanEdit(item.role, field);
     }
     return window != nullptr && (item.role == MenuRole::Quit || desktop.Answers(item, window));
 }
@@ -91,7 +91,7 @@ void MenuBarView::RefreshShortcuts() {
     for (const auto& [item, action] : actions) {
         // Text controls take their own keys before any shortcut; asking the clipboard at every key
         // would be slow.
-        action->setEnabled(IsEditRole(item.role) ? !text.isNull() : IsEnabled(item));
+        action->setEnabled(IsEditRole(item.role) ? !field.isNull() : IsEnabled(item));
     }
 }
 
@@ -100,7 +100,9 @@ void MenuBarView::Perform(const MenuItem& item) {
         return;
     }
     if (IsEditRole(item.role)) {
-        Edit(item.role, text);
+        if (!field.isNull()) {
+            Edit(item.role, *field);
+        }
     } else if (item.role == MenuRole::Quit) {
         desktop.Raise([this] {
             if (const auto quit = desktop.quitRequested) {
@@ -114,10 +116,11 @@ void MenuBarView::Perform(const MenuItem& item) {
 
 // A menu bar that is opened by key takes the focus for itself, and a window that is left loses it.
 void MenuBarView::NoteFocus(QWidget* focused) {
-    if (IsTextControl(focused) && focused->window() == bar.window()) {
-        text = focused;
+    auto* const focusedField = qobject_cast<QLineEdit*>(focused);
+    if (focusedField != nullptr && focusedField->window() == bar.window()) {
+        field = focusedField;
     } else if (focused != nullptr && focused != &bar) {
-        text = nullptr;
+        field = nullptr;
     }
 }
 

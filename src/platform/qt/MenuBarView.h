@@ -3,6 +3,7 @@
 #include "platform/Menu.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QObject>
 #include <QPointer>
@@ -37,7 +38,7 @@ class MenuBarView : public QObject {
     Window* window;
     Desktop& desktop;
     QMenuBar& bar;
-    QPointer<QWidget> text; // the text control that had the focus before the menu took it
+    QPointer<QLineEdit> field; // the one that had the focus before the menu took it
     std::vector<std::pair<MenuItem, QAction*>> actions;
 };
 

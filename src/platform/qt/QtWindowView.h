@@ -14,6 +14,7 @@ class QtWindowView : public WindowView {
     ~QtWindowView() override { shell->Detach(); }
 
     void Changed(WindowAspect aspect) override { shell->Changed(aspect); }
+    void ComeToFront() override { shell->ComeToFront(); }
 
   private:
     OwnedByLoop<WindowShell> shell;

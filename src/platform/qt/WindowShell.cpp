@@ -76,9 +76,6 @@ void WindowShell::Changed(WindowAspect aspect) {
     case WindowAspect::Visible:
         setVisible(window->Visible());
         break;
-    case WindowAspect::ToFront:
-        ComeToFront();
-        break;
     }
 }
 

@@ -21,6 +21,7 @@ class WindowShell : public QWidget {
     WindowShell(Window& shown, Desktop& theDesktop);
 
     void Changed(WindowAspect aspect);
+    void ComeToFront();
     void Detach(); // the window is gone
 
   protected:
@@ -33,7 +34,6 @@ class WindowShell : public QWidget {
     void NameByLabels();
     QWidget* WidgetOf(const Control* control) const;
     void SetLimits();
-    void ComeToFront();
 
     Window* window;
     Desktop& desktop;
