@@ -7,8 +7,6 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include <memory>
-
 namespace larkspool {
 
 namespace {
@@ -75,13 +73,13 @@ class AccessibleCanvas : public QAccessibleWidget {
 
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
     if (auto* slider = dynamic_cast<SpokenSlider*>(object)) {
-        return std::make_unique<AccessibleSlider>(*slider).release(); // Qt's cache owns it
+        return new AccessibleSlider(*slider); // Qt's cache owns it
     }
     if (auto* bar = dynamic_cast<MeterBar*>(object)) {
-        return std::make_unique<AccessibleMeter>(*bar).release();
+        return new AccessibleMeter(*bar);
     }
     if (auto* canvas = dynamic_cast<CanvasWidget*>(object)) {
-        return std::make_unique<AccessibleCanvas>(*canvas).release();
+        return new AccessibleCanvas(*canvas);
     }
     return nullptr;
 }

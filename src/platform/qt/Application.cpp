@@ -8,8 +8,6 @@
 #include <QIcon>
 #include <QSessionManager>
 
-#include <memory>
-
 namespace larkspool {
 
 Application::Application(int& argc, char** argv, const std::string& name)
@@ -23,8 +21,8 @@ Application::Application(int& argc, char** argv, const std::string& name)
     icon.addFile(QStringLiteral(":/larkspool-128.png"));
     setWindowIcon(icon);
 #endif
-    const bool dark = IsDark(palette());                // what Qt has chosen up to here
-    setStyle(std::make_unique<ProxyStyle>().release()); // the application owns it
+    const bool dark = IsDark(palette()); // what Qt has chosen up to here
+    setStyle(new ProxyStyle);            // the application owns it
     desktopIsDark = IsDark(style()->standardPalette());
     setPalette(dark ? DarkPalette() : LightPalette());
     InstallAccessibility();

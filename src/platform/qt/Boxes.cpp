@@ -92,7 +92,7 @@ void Boxes::CloseAll() {
 // Where an answer is awaited, a box that gives none to anybody doesn't count.
 bool Boxes::IsOpen(const QString& text, Answer answer) const {
     return std::any_of(open.begin(), open.end(), [&text, answer](const OpenBox& candidate) {
-        const auto* box = dynamic_cast<const QMessageBox*>(candidate.widget.data());
+        const auto* box = qobject_cast<const QMessageBox*>(candidate.widget.data());
         return box != nullptr && box->isVisible() && box->text() == text &&
                (answer == Answer::Unwanted || candidate.answer == Answer::Awaited);
     });

@@ -23,6 +23,11 @@ ContentArea::ContentArea(std::vector<int> lines, QWidget* parent)
     connect(&longest, &QTimer::timeout, this, [this] { ReleaseHeld(); });
 }
 
+void ContentArea::ChangeHeld(QWidget& control, const std::function<void()>& change) {
+    Hold(control);
+    change();
+}
+
 void ContentArea::Hold(QWidget& control) {
     if (!control.isVisible() || !control.updatesEnabled()) {
         return;

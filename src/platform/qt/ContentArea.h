@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 namespace larkspool {
@@ -15,9 +16,9 @@ class ContentArea : public QWidget {
   public:
     ContentArea(std::vector<int> lines, QWidget* parent);
 
-    // A control that changes several times a second is painted together with the next picture, or
-    // after the time of one at the latest.
-    void Hold(QWidget& control); // a child; to be called before the change
+    // Changes a child that changes several times a second. Its paint waits for the next picture,
+    // or for the time of one at the latest.
+    void ChangeHeld(QWidget& control, const std::function<void()>& change);
     void ReleaseHeld();
 
     void SetRing(const QRect& around); // what the ring encloses; an empty one: no ring
@@ -26,6 +27,7 @@ class ContentArea : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
   private:
+    void Hold(QWidget& control);
     void PaintRing(QPainter& painter) const;
 
     std::vector<int> hairlines;

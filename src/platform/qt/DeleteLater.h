@@ -20,8 +20,7 @@ using OwnedByLoop = std::unique_ptr<Object, DeleteLater>;
 
 template <typename Object, typename... Arguments>
 OwnedByLoop<Object> MakeOwnedByLoop(Arguments&&... arguments) {
-    return OwnedByLoop<Object>(
-        std::make_unique<Object>(std::forward<Arguments>(arguments)...).release());
+    return OwnedByLoop<Object>(new Object(std::forward<Arguments>(arguments)...));
 }
 
 } // namespace larkspool

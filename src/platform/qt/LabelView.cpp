@@ -102,13 +102,17 @@ void LabelView::ShowCut() {
 
 void LabelView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Value) {
+        const auto set = [this] {
+            if (Held()->mayBeCut) {
+                ShowCut();
+            } else {
+                shape.setText(QString::fromStdString(Held()->Text()));
+            }
+        };
         if (ContentArea* const area = ContentAreaOf(shape)) {
-            area->Hold(shape);
-        }
-        if (Held()->mayBeCut) {
-            ShowCut();
+            area->ChangeHeld(shape, set);
         } else {
-            shape.setText(QString::fromStdString(Held()->Text()));
+            set();
         }
     } else if (aspect == Aspect::Colour && Held()->TextColor()) {
         QPalette palette;

@@ -2,7 +2,6 @@
 
 #include <QWidget>
 
-#include <memory>
 #include <utility>
 
 namespace larkspool {
@@ -10,8 +9,7 @@ namespace larkspool {
 // Makes a widget that its parent owns.
 template <typename Widget, typename... Arguments>
 Widget& MakeChild(QWidget& parent, Arguments&&... arguments) {
-    auto child = std::make_unique<Widget>(std::forward<Arguments>(arguments)..., &parent);
-    return *child.release();
+    return *new Widget(std::forward<Arguments>(arguments)..., &parent);
 }
 
 } // namespace larkspool

@@ -13,7 +13,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <memory>
 
 namespace larkspool {
 
@@ -86,9 +85,9 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& con
     shape.setModel(&rows);
     shape.setMaxVisibleItems(MostRowsAtOnce);
     shape.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    if (auto* list = dynamic_cast<QListView*>(shape.view())) {
+    if (auto* list = qobject_cast<QListView*>(shape.view())) {
         list->setUniformItemSizes(true);
-        list->setItemDelegate(std::make_unique<RoomyRows>(list).release()); // the list owns it
+        list->setItemDelegate(new RoomyRows(list));
     }
     // On Linux a combo box's accessible name is the row that shows; its own name goes beside it.
     shape.setAccessibleDescription(QString::fromStdString(popup.spokenName));

@@ -73,11 +73,13 @@ void ProgressBarView::Redraw(Aspect aspect) {
         const int maximum = std::max(1, Held()->maximum);
         const int amount = std::clamp(Held()->Value(), 0, maximum);
         shape.setRange(0, maximum);
+        const auto set = [this, amount] { shape.SetQuietly(amount); };
         ContentArea* const area = ContentAreaOf(shape);
         if (area != nullptr && shape.LitPixels(amount) != shape.LitPixels(shape.value())) {
-            area->Hold(shape);
+            area->ChangeHeld(shape, set);
+        } else {
+            set();
         }
-        shape.SetQuietly(amount);
     }
 }
 

@@ -128,7 +128,7 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_CheckBoxLabelSpacing:
         return 5;
     case PM_FocusFrameHMargin:
-        return dynamic_cast<const QAbstractItemView*>(widget) != nullptr
+        return qobject_cast<const QAbstractItemView*>(widget) != nullptr
                    ? CellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_HeaderMargin:
@@ -189,7 +189,7 @@ void ProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
         return;
     case PE_FrameFocusRect:
         // The frames show the focus themselves; only a table's cells have none.
-        if (dynamic_cast<const QAbstractItemView*>(widget) != nullptr) {
+        if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
         }
         return;
