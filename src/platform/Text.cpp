@@ -115,6 +115,13 @@ std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
     return std::string(text.substr(0, end));
 }
 
+std::string OnOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char letter) { return letter == '\n' || letter == '\r'; },
+        ' ');
+    return text;
+}
+
 std::string EncodeBase64(std::string_view bytes) {
     static constexpr char Alphabet[] =
         "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";

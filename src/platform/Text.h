@@ -53,6 +53,10 @@ std::string_view FirstCharacters(std::string_view text, std::size_t count); // o
 // At most maxBytes from the start of a UTF-8 text, never half a character.
 std::string CutUtf8(std::string_view text, std::size_t maxBytes);
 
+// The text with blanks in place of its line ends: a cell with a pasted line end would make two
+// lines of one in a file.
+std::string OnOneLine(std::string text);
+
 // Base64 with padding.
 std::string EncodeBase64(std::string_view bytes);
 
