@@ -9,7 +9,7 @@ namespace {
 constexpr int UnitsPerStep = 120;
 
 int TakeSteps(int& rest, int angle) {
-    // A turn in the other direction starts anew; no one expects to work off a rest first.
+    // A turn in the other direction starts from 0; the user doesn't expect a rest to count.
     if ((rest > 0 && angle < 0) || (rest < 0 && angle > 0)) {
         rest = 0;
     }

@@ -8,8 +8,8 @@ namespace larkspool {
 constexpr double SecondsFrom1904To1970 = 2082844800;
 
 // A moment in UTC with the fields of the Gregorian calendar, years 1 to 9999.
-// Setting a field beyond its range rolls over into the others; what would leave
-// the years 1 to 9999 stops at their ends.
+// A field set beyond its range rolls over into the others; a result outside the
+// years 1 to 9999 becomes the nearest end.
 class Date {
   public:
     // 1970-01-01 00:00:00.

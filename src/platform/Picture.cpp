@@ -45,7 +45,7 @@ void Picture::ScrollDown(int rows) {
         MakeRoom(shift);
     }
     start -= shift;
-    // The old top is still there, below the new one.
+    // The old top rows are below the new ones.
     std::copy_n(store.begin() + static_cast<std::ptrdiff_t>(start + shift), shift,
                 store.begin() + static_cast<std::ptrdiff_t>(start));
 }

@@ -5,7 +5,7 @@
 
 namespace larkspool {
 
-// Pseudo-random numbers for what needs no secrecy: masking keys, a row to start with.
+// Pseudo-random numbers where secrecy is not needed: masking keys, the first row.
 class Random {
   public:
     // Seeded by the system.

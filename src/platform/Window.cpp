@@ -60,7 +60,7 @@ void Window::Close() {
         return;
     }
     Hide();
-    // The handler may destroy this window, and with it the handler itself.
+    // The handler may destroy this window, and itself with it.
     if (const auto handler = closed; handler) {
         handler();
     }

@@ -21,7 +21,7 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
                                                    : QAccessibleWidget::interface_cast(type);
     }
 
-    // The description is what the Linux bridge passes on.
+    // The Linux bridge passes on the description.
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Value || kind == QAccessible::Description
                    ? slider.spoken()
@@ -38,7 +38,7 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
     SpokenSlider& slider;
 };
 
-// Says its value in a unit of the program's choice, also as a number.
+// Gives its value in a unit of the program's choice, as text and as a number.
 class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
     explicit AccessibleMeter(MeterBar& shown)
@@ -56,7 +56,7 @@ class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterfa
     }
 
     QVariant currentValue() const override { return bar.quantity(bar.value()); }
-    void setCurrentValue(const QVariant& /*value*/) override {} // it only shows
+    void setCurrentValue(const QVariant& /*value*/) override {} // read-only
     QVariant maximumValue() const override { return bar.quantity(bar.maximum()); }
     QVariant minimumValue() const override { return bar.quantity(bar.minimum()); }
     QVariant minimumStepSize() const override { return {}; }

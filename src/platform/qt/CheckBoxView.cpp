@@ -34,7 +34,7 @@ bool CheckBoxView::eventFilter(QObject* watched, QEvent* event) {
     return ViewOf::eventFilter(watched, event);
 }
 
-// A ticked box is filled with the color that marks the focus elsewhere.
+// A ticked box has the color that marks the focus elsewhere, so it needs a ring.
 void CheckBoxView::ShowFocus() const {
     ContentArea* const area = ContentAreaOf(shape);
     if (area == nullptr) {

@@ -42,7 +42,7 @@ void ContentArea::Hold(QWidget& control) {
 void ContentArea::ReleaseHeld() {
     longest.stop();
     for (QWidget* control : std::exchange(held, {})) {
-        control->setUpdatesEnabled(true); // which asks for a paint
+        control->setUpdatesEnabled(true); // this requests a paint
     }
 }
 

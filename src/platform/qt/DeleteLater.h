@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-// Lets go of a Qt object that may be in the middle of an event: it dies at the loop's next turn.
+// Deletes a Qt object that may be in the middle of an event: at the loop's next turn.
 struct DeleteLater {
     void operator()(QObject* object) const {
         object->disconnect();

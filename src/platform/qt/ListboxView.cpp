@@ -33,8 +33,8 @@ void ListboxView::Redraw(Aspect aspect) {
             QTimer::singleShot(0, this, [this] { CatchUp(); });
         }
     } else if (aspect == Aspect::Value && !isStale) {
-        // Cells are read when they are drawn. A change announced cell by cell would also put the
-        // old text back into an edit that is open.
+        // Cells are read when they are drawn. A signal for each changed cell would also put the old
+        // text back into an open edit.
         shape.viewport()->update();
         ShowSelection();
     }

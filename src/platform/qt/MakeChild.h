@@ -6,7 +6,7 @@
 
 namespace larkspool {
 
-// Makes a widget that its parent owns.
+// Makes a widget that is owned by its parent.
 template <typename Widget, typename... Arguments>
 Widget& MakeChild(QWidget& parent, Arguments&&... arguments) {
     return *new Widget(std::forward<Arguments>(arguments)..., &parent);

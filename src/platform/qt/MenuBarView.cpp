@@ -14,7 +14,7 @@ namespace larkspool {
 
 namespace {
 
-// Qt says Ctrl for the system's own command key everywhere.
+// In Qt, Ctrl is the system's own command key on every platform.
 QKeySequence ShortcutOf(const MenuItem& item) {
     QString keys = QString::fromStdString(item.shortcut);
     return QKeySequence(keys.replace(QLatin1String("Cmd"), QLatin1String("Ctrl")));
@@ -65,7 +65,7 @@ void MenuBarView::AddItem(QMenu& menu, const MenuItem& item) {
     action->setObjectName(QString::fromStdString(item.name));
     action->setMenuRole(SystemRoleOf(item));
     const QKeySequence keys = ShortcutOf(item);
-    // Two with the same keys would make Qt call both ambiguous and run neither.
+    // With the same keys on two items, Qt would run neither.
     if (std::none_of(actions.begin(), actions.end(),
                      [&keys](const auto& other) { return other.second->shortcut() == keys; })) {
         action->setShortcut(keys);
@@ -89,7 +89,7 @@ void MenuBarView::RefreshAll() {
 
 void MenuBarView::RefreshShortcuts() {
     for (const auto& [item, action] : actions) {
-        // Text controls take their own keys before any shortcut; asking the clipboard at every key
+        // Text fields take their own keys before any shortcut; reading the clipboard at every key
         // would be slow.
         action->setEnabled(IsEditRole(item.role) ? !field.isNull() : IsEnabled(item));
     }
@@ -114,7 +114,7 @@ void MenuBarView::Perform(const MenuItem& item) {
     }
 }
 
-// A menu bar that is opened by key takes the focus for itself, and a window that is left loses it.
+// A menu bar that is opened by key takes the focus, and an inactive window loses it.
 void MenuBarView::NoteFocus(QWidget* focused) {
     auto* const focusedField = qobject_cast<QLineEdit*>(focused);
     if (focusedField != nullptr && focusedField->window() == bar.window()) {

@@ -22,10 +22,10 @@ class MenuBarView : public QObject {
   public:
     MenuBarView(Window& shown, Desktop& theDesktop, QWidget& shell);
 
-    int Height() const; // of the bar in the window, 0 where the system shows it elsewhere
+    int Height() const; // of the bar in the window, 0 if the system shows it elsewhere
     void SetWidth(int width) { bar.resize(width, Height()); }
-    void RefreshShortcuts(); // enables what somebody answers now
-    void Detach();           // the window is gone
+    void RefreshShortcuts(); // enables the items that have a handler now
+    void Detach();           // the window is destroyed
 
   private:
     void Add(const Menu& menu);

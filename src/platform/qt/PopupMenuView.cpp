@@ -21,9 +21,9 @@ namespace {
 constexpr int MostRowsAtOnce = 20;
 constexpr int RowMargins = 16;
 constexpr int RowSpacing = 5;
-constexpr std::size_t LongestRow = 500; // bytes; laying out a longer one takes its time
+constexpr std::size_t LongestRow = 500; // bytes; the layout of a longer one is slow
 
-// Rows that the pointer finds more easily than Qt's own.
+// Higher rows than Qt's own, which are easier to hit.
 class RoomyRows : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -89,7 +89,8 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& con
         list->setUniformItemSizes(true);
         list->setItemDelegate(new RoomyRows(list));
     }
-    // On Linux a combo box's accessible name is the row that shows; its own name goes beside it.
+    // On Linux a combo box's accessible name is the row that shows; its own name is its
+    // description.
     shape.setAccessibleDescription(QString::fromStdString(popup.spokenName));
     CatchUp();
     shape.aboutToPress = [this] {
@@ -122,7 +123,7 @@ void PopupMenuView::CatchUp() {
 }
 
 bool PopupMenuView::eventFilter(QObject* watched, QEvent* event) {
-    // A key may pick a row before the loop has come round.
+    // A key may pick a row before the next turn of the loop.
     if (event->type() == QEvent::KeyPress) {
         CatchUp();
     }

@@ -16,7 +16,7 @@ namespace {
 constexpr int BarHeight = 12;
 constexpr double Radius = 3;
 
-QLinearGradient MeterColours(const QRectF& bar) {
+QLinearGradient MeterColors(const QRectF& bar) {
     QLinearGradient gradient(bar.topLeft(), bar.topRight());
     gradient.setColorAt(0, QColor(43, 161, 150));
     gradient.setColorAt(0.45, QColor(67, 176, 96));
@@ -31,7 +31,7 @@ int MeterBar::LitPixels(int amount) const {
     return qRound(width() * devicePixelRatioF() * amount / std::max(1, maximum()));
 }
 
-// Left to itself, the bar would paint before the setter returns, and also where no pixel changes.
+// By default the bar paints before the setter returns, even if no pixel changes.
 void MeterBar::SetQuietly(int amount) {
     const bool enabled = updatesEnabled();
     setAttribute(Qt::WA_UpdatesDisabled);
@@ -48,7 +48,7 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(bar, Radius, Radius);
     const double lit = LitPixels(value()) / devicePixelRatioF();
     painter.setClipRect(QRectF(bar.left(), bar.top(), lit, bar.height()));
-    painter.setBrush(MeterColours(bar));
+    painter.setBrush(MeterColors(bar));
     painter.drawRoundedRect(bar, Radius, Radius);
 }
 
@@ -60,7 +60,7 @@ ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& theDesktop, QWidget&
         const std::string unit = Held() == nullptr ? std::string() : " " + Held()->unit;
         return QString::fromStdString(Str(QuantityOf(shape.value())) + unit);
     };
-    shape.setAutoFillBackground(true); // spares the window painting beneath
+    shape.setAutoFillBackground(true); // the window need not paint below it
     ProgressBarView::Redraw(Aspect::Value);
 }
 

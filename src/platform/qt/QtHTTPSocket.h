@@ -17,8 +17,8 @@ namespace larkspool {
 
 class Desktop;
 
-// A page by QNetworkAccessManager, which all of these share and which is made at the first fetch.
-// Owned by whoever asked the desktop for it.
+// Fetches by QNetworkAccessManager, which all sockets share and which is made at the first fetch.
+// Owned by the caller of Desktop::MakeHTTPSocket.
 class QtHTTPSocket : public HTTPSocket {
   public:
     using Manager = std::function<QNetworkAccessManager&()>;

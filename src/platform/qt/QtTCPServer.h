@@ -14,7 +14,7 @@ class Desktop;
 // A link that QTcpServer has accepted.
 class QtTCPPeer : public TCPPeer {
   public:
-    QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted); // takes the socket over
+    QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted); // takes ownership
     ~QtTCPPeer() override;
 
     std::size_t Read(std::span<std::uint8_t> destination) override;
@@ -27,8 +27,7 @@ class QtTCPPeer : public TCPPeer {
     OwnedByLoop<QTcpSocket> link;
 };
 
-// A server on QTcpServer, one for each of the two addresses. Owned by the caller of
-// Desktop::MakeTCPServer.
+// A server on two QTcpServers, one for each address. Owned by the caller of Desktop::MakeTCPServer.
 class QtTCPServer : public TCPServer {
   public:
     explicit QtTCPServer(Desktop& theDesktop);

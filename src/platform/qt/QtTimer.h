@@ -8,7 +8,7 @@ namespace larkspool {
 
 class Desktop;
 
-// A timer on Qt's own. Owned by whoever asked the desktop for it.
+// A timer on QTimer. Owned by the caller of Desktop::MakeTimer.
 class QtTimer : public Timer {
   public:
     explicit QtTimer(Desktop& theDesktop);

@@ -6,7 +6,7 @@
 
 namespace larkspool {
 
-// Ties a window to its shell. Owned by the window.
+// Connects a window to its shell. Owned by the window.
 class QtWindowView : public WindowView {
   public:
     QtWindowView(Window& window, Desktop& desktop)

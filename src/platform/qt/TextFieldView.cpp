@@ -11,7 +11,7 @@ namespace larkspool {
 
 namespace {
 
-// The steps that a key stands for, 0 for other keys.
+// The steps of a key, 0 for other keys.
 double StepsOf(const QKeyEvent& key) {
     const auto modifiers = key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
     const bool isFine = modifiers == Qt::ShiftModifier;
