@@ -1,6 +1,5 @@
 #include "directory/FavoritesFile.h"
 
-#include "platform/OnOneLine.h"
 #include "platform/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "schedule/ClockComparison.h"
 
-#include "platform/ParseDate.h"
+#include "platform/Date.h"
 #include "platform/Text.h"
 
 #include <array>

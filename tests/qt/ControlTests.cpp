@@ -6,7 +6,6 @@
 #include "platform/ProgressBar.h"
 #include "platform/PushButton.h"
 #include "platform/Slider.h"
-#include "platform/TextArea.h"
 #include "platform/TextField.h"
 #include "platform/qt/Palettes.h"
 
@@ -16,7 +15,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
@@ -41,7 +39,6 @@ class Controls : public testing::Test {
         Add(popup, "Popup", {10, 100, 100, 20});
         Add(slider, "Slider", {10, 130, 100, 23});
         Add(bar, "Bar", {10, 160, 100, 20});
-        Add(area, "Area", {10, 190, 100, 80});
         for (const char* row : {"first", "second", "third"}) {
             popup.AddRow(row);
         }
@@ -77,7 +74,6 @@ class Controls : public testing::Test {
     PopupMenu popup;
     Slider slider;
     ProgressBar bar;
-    TextArea area;
     TestWindow window;
 };
 
@@ -191,7 +187,6 @@ TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
     edit.setFocus();
     Turn(window.Find<QSlider>("Slider"), {}, {0, 120});
     Turn(window.Find<QComboBox>("Popup"), {}, {0, -120});
-    Turn(window.Find<QPlainTextEdit>("Area"), {}, {0, -120});
     EXPECT_TRUE(edit.hasFocus()) << "the next keys go where they went before";
     EXPECT_EQ(slider.Value(), 0);
     EXPECT_EQ(events, Events());
@@ -297,21 +292,6 @@ TEST_F(Controls, DisabledAndHiddenControlsStillTakeValues) {
     EXPECT_EQ(events, (Events{"text 7", "on"}));
     EXPECT_EQ(window.Find<QLineEdit>("Field").text(), "7");
     EXPECT_TRUE(window.Find<QCheckBox>("Box").isVisible());
-}
-
-TEST_F(Controls, AHiddenTextAreaCatchesUpWhenItIsShown) {
-    area.SetVisible(false);
-    window.Open();
-    for (int line = 0; line < 1000; ++line) {
-        area.AppendText("line\n");
-    }
-    LetEventsRun();
-    auto& edit = window.Find<QPlainTextEdit>("Area");
-    EXPECT_TRUE(edit.toPlainText().isEmpty());
-    area.SetVisible(true);
-    EXPECT_EQ(edit.toPlainText().size(), 5000);
-    area.AppendText("end");
-    EXPECT_TRUE(Eventually([&edit] { return edit.toPlainText().endsWith("end"); }));
 }
 
 TEST_F(Controls, ThePointerComingAndGoingIsTold) {
