@@ -5,12 +5,11 @@ here=$(dirname "$0")
 . "$here/../../scripts/lib/network.sh"
 network_enter "$0" "$@"
 fault=${2:?the fault}
+. "$here/../../scripts/lib/remote.sh"
 . "$here/lib.sh"
 
-command -v soxi >/dev/null || skip "missing: soxi (Debian package sox)"
 home=$work/home
 settings="$home/config/larkspool/Larkspool Prefs"
-documents=$home/Documents
 
 # The folders of the user on a small disk of their own.
 small_home() {
@@ -20,42 +19,19 @@ small_home() {
     mounted=$home
 }
 
-recordings() { find "$documents" -name 'KiwiRecording-*.WAV' 2>/dev/null | sort; }
-
-# Its header tells what is in it, and something is.
-is_finished() {
-    local size
-    size=$(stat -c %s "$1")
-    [ "$size" -gt 44 ] && [ "$(od -An -tu4 -j40 -N4 "$1" | tr -d ' ')" -eq $((size - 44)) ]
-}
-
-# playable FILE LEAST: any player takes it, it lasts so many seconds, and the tone is in it.
+# playable FILE LEAST: finished, so many seconds at least, and with the tone
+tone_tolerance=10 # Hz: some are short
 playable() {
     is_finished "$1" || fail "unfinished: $(basename "$1")"
-    echo "$(basename "$1"): $(soxi -D "$1") s, heard: $("$build_dir/bin/larkspool-heard" "$1")"
-    awk -v s="$(soxi -D "$1")" -v least="$2" 'BEGIN { exit !(s >= least) }' || fail "too short"
-    "$build_dir/bin/larkspool-heard" "$1" | awk '{ exit !($1 > 990 && $1 < 1010) }' ||
-        fail "the station's tone is not in it"
-}
-
-# eventually SECONDS COMMAND...
-eventually() {
-    local tries
-    for tries in $(seq $(($1 * 5))); do
-        "${@:2}" && return 0
-        sleep 0.2
-    done
-    return 1
+    check_tone "$1" "$2" 999
 }
 
 is_receiving() { ui read '^[1-9][0-9.]* samples/sec' "${1:-10}" >/dev/null; }
 start_recording() { ui press "Start Recording" && ui read '^00:00:0[2-9]$' 20 >/dev/null; }
 
-# One clean start and end, so that there are settings to lose.
+# So that there are settings to lose.
 save_settings() {
-    start_console
-    ui type "Receiver address" saved.example.net
-    stop_console || fail "the console ended with code $?"
+    remote_prepare "$build_dir/bin" "$home/config" saved.example.net 8073 || fail "no settings"
     cp "$settings" "$work/saved"
 }
 settings_are_as_saved() { cmp -s "$settings" "$work/saved"; }
@@ -81,7 +57,6 @@ fault_killed() {
 }
 
 fault_two_programs() {
-    save_settings
     start_console
     connect_console
     start_recording || fail "no recording"
@@ -120,7 +95,7 @@ fault_full_disk() {
 fault_read_only() {
     small_home 1m
     save_settings
-    mkdir -p "$documents"
+    mkdir -p "$home/Documents"
     mount -o remount,ro "$home" || skip "no right to make a disk read-only"
     start_console
     connect_console

@@ -96,9 +96,44 @@ connect_console() {
     ui read '^[1-9][0-9.]* samples/sec' 20 || fail "no samples came"
 }
 
-for tool in available; do
-    missing=$("desktop_$tool") || skip "$missing"
-    missing=$("sound_server_$tool") || skip "$missing"
+# eventually SECONDS COMMAND...
+eventually() {
+    local tries
+    for tries in $(seq $(($1 * 5))); do
+        "${@:2}" && return 0
+        sleep 0.2
+    done
+    return 1
+}
+
+recordings() { find "$work/home/Documents" -name 'KiwiRecording-*.WAV' 2>/dev/null | sort; }
+
+# Its header tells what is in it, and something is.
+is_finished() {
+    local size
+    size=$(stat -c %s "$1")
+    [ "$size" -gt 44 ] && [ "$(od -An -tu4 -j40 -N4 "$1" | tr -d ' ')" -eq $((size - 44)) ]
+}
+
+# check_tone FILE LEAST MOST: it lasts so many seconds, and the tone of 1,000 Hz that the time
+# station at 10,000 kHz carries is in it.
+check_tone() {
+    local seconds heard
+    seconds=$(soxi -D "$1" 2>/dev/null) || fail "$1 can't be read"
+    heard=$("$build_dir/bin/larkspool-heard" "$1") || fail "nothing was heard in $1"
+    echo "$(basename "$1"): $seconds s, heard: $heard"
+    awk -v s="$seconds" -v least="$2" -v most="$3" 'BEGIN { exit !(s >= least && s <= most) }' ||
+        fail "it should last from $2 to $3 s"
+    awk -v hertz="${heard%% *}" -v off="$tone_tolerance" \
+        'BEGIN { exit !(hertz > 1000 - off && hertz < 1000 + off) }' ||
+        fail "that is not the station's tone"
+}
+tone_tolerance=2 # Hz
+
+missing=$(desktop_available) || skip "$missing"
+missing=$(sound_server_available) || skip "$missing"
+for tool in soxi xdotool wmctrl; do
+    command -v "$tool" >/dev/null || skip "missing: $tool"
 done
 # Leaks of libraries that we only use.
 export LSAN_OPTIONS=suppressions=$here/leaks.supp:print_suppressions=0

@@ -12,10 +12,8 @@ printf '1\n%s\n' "$(row 127.0.0.1 1 9)" >"$work/no port.txt"
 printf '1\n%s\n' "$(row "127.0.0.1:$receiver_port" 10 22)" >"$work/night.txt"
 start_console --enable "no port.txt" "$work/night.txt"
 log=$work/home/state/larkspool/log.txt
-for _ in $(seq 200); do
-    [ "$(grep -c 'Entry ended' "$log" 2>/dev/null)" = 2 ] && break
-    sleep 0.2
-done
+both_have_ended() { [ "$(grep -c 'Entry ended' "$log" 2>/dev/null)" = 2 ]; }
+eventually 40 both_have_ended
 stop_console || fail "the console ended with code $?"
 cat "$log"
 
@@ -26,8 +24,4 @@ for told in 'Schedules enabled, entries: 1' "no address and port in \"127.0.0.1\
     "Recording finished: $(basename "$1"), 00:00:" 'Larkspool ends, because of a signal'; do
     grep -qF "$told" "$log" || fail "the log doesn't tell: $told"
 done
-seconds=$(soxi -D "$1") || fail "the recording can't be read"
-heard=$("$build_dir/bin/larkspool-heard" "$1") || fail "the recording is silent"
-echo "recorded: $seconds s, heard: $heard"
-awk -v seconds="$seconds" 'BEGIN { exit !(seconds > 8 && seconds < 13) }' ||
-    fail "that is not the entry's length"
+check_tone "$1" 8 13

@@ -11,12 +11,7 @@ network_enter "$0" "$@"
 
 # heard LINE [SECONDS]: waits until the peer has heard it
 heard() {
-    local tries
-    for tries in $(seq $((${2:-5} * 20))); do
-        grep -qx "$1" "$work/peer.log" && return 0
-        sleep 0.05
-    done
-    fail "the peer has not heard '$1'"
+    eventually "${2:-5}" grep -qx "$1" "$work/peer.log" || fail "the peer has not heard '$1'"
 }
 
 sounds() { grep -c '^sound' "$work/peer.log"; }
@@ -71,9 +66,8 @@ remote_say togglerecord
 sleep 2
 remote_say togglerecord
 sleep 0.5
-recording=$(find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k)
-[ -n "$recording" ] || fail "nothing was recorded"
-echo "recorded: $(basename "$recording"), $(stat -c %s "$recording") bytes"
+recorded() { find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k | wc -l; }
+[ "$(recorded)" -eq 1 ] || fail "nothing was recorded"
 
 rig() { timeout 20 rigctl -m 2 -r 127.0.0.1:4532 "$@" 2>>"$work/rigctl.log" | tr '\n' ' '; }
 # expect_rig ANSWER COMMAND...
@@ -82,7 +76,6 @@ expect_rig() {
     answer=$(rig "${@:2}")
     [ "$answer" = "$1" ] || fail "rigctl says '$answer', not '$1': ${*:2}"
 }
-recordings() { find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k | wc -l; }
 
 if command -v rigctl >/dev/null; then
     expect_rig "10019000 " F 10019000 f # the carrier sounds at 1 kHz
@@ -97,7 +90,7 @@ if command -v rigctl >/dev/null; then
     sleep 2
     printf 'LOS\n' >&3
     [ "$(head -n 2 <&3)" = $'RPRT 0\nRPRT 0' ] || fail "a tracker can't record"
-    [ "$(recordings)" -eq 2 ] || fail "the tracker's recording is not there"
+    [ "$(recorded)" -eq 2 ] || fail "the tracker's recording is not there"
 fi
 
 remote_say disconnect
