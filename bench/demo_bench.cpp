@@ -48,7 +48,7 @@ class Client {
     std::size_t received = 0;
 
   private:
-    // Under a mask of zeros a frame's payload stands in the clear.
+    // With a mask of zeros a frame's payload is plain.
     static void Say(Link& link, const std::string& text, TimePoint now, const Moment& utc) {
         std::vector<std::uint8_t> frame{
             0x82, static_cast<std::uint8_t>(0x80 + text.size()), 0, 0, 0, 0};

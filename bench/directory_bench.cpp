@@ -15,7 +15,7 @@ namespace {
 
 constexpr int Receivers = 1000;
 
-// An entry of the size and shape that public directories have, with what nobody reads.
+// An entry of the size and shape that public directories have, with parts that no client reads.
 std::string Entry(int number) {
     const std::string digits = std::to_string(number);
     return "<div class='cl-entry'>\n<div class='cl-id'><span class='cl-name'>Receiver " + digits +

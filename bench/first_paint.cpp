@@ -39,7 +39,7 @@ Pixels MapScreen(const char* path) {
     if (memory == MAP_FAILED) {
         return {};
     }
-    // The few hundred words of header and colour table in front don't change.
+    // The few hundred words of header and color table in front don't change.
     return {static_cast<const volatile std::uint32_t*>(memory), size / sizeof(std::uint32_t)};
 }
 

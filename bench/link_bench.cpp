@@ -31,7 +31,7 @@ std::string OneRead() {
     return bytes;
 }
 
-// A socket that always has the same bytes, once a read.
+// A socket that always has the same bytes, at every read.
 class EndlessSocket : public TCPSocket {
   public:
     void Connect() override {}

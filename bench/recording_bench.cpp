@@ -58,7 +58,7 @@ class Session : public ConsoleFixture {
         desktop.Advance(FrameSeconds);
     }
 
-    // What the virtual desktop keeps for tests to look at would grow for ever.
+    // What the virtual desktop keeps for tests to look at would grow without limit.
     void Forget() {
         desktop.sound.TakeCalls();
         Audio().TakeRequest();

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int Rows = 10'000;
 
-// Time as the computer's own clock tells it, because asking for it is part of the cost.
+// The computer's own clock, because reading it is part of the cost.
 class DesktopWithClock : public VirtualDesktop {
   public:
     double UtcNow() const override {
@@ -26,7 +26,7 @@ class DesktopWithClock : public VirtualDesktop {
     }
 };
 
-// None of them is open: they are over or ahead, today or on other days, or can't be read.
+// None of them is open: they are past or future, today or on other days, or unreadable.
 void Fill(Listbox& list) {
     const auto clock = [](double hoursFromNow) {
         return TimeOfDayText(
@@ -78,7 +78,7 @@ BENCHMARK(QuarterSecondWithTenThousandRows)
 void TouchEveryTextAndTakeTheClock(benchmark::State& state) {
     const DesktopWithClock desktop;
     Listbox list;
-    list.columns.resize(7);
+    list.columns.resize(ScheduleColumns);
     Fill(list);
     for (auto _ : state) {
         double sum = 0;

@@ -72,8 +72,7 @@ void ConvertOneSecondByThePeer(benchmark::State& state) {
 BENCHMARK(ConvertOneSecondByThePeer)->Arg(48000)->Arg(44100)->Unit(benchmark::kMillisecond);
 #endif
 
-// A block that the network delivers. A new stream now and then keeps the queue
-// from filling up.
+// A block that the network delivers. A new stream now and then keeps the queue from filling up.
 void QueueOneBlock(benchmark::State& state) {
     std::int64_t clock = 0;
     tonebridge::Engine engine([&] { return clock; });

@@ -3,8 +3,8 @@
 # two links and, where Chromium is installed, a page that plays and draws them in a browser:
 # processor time, wake-ups, memory, start.
 #   whole_program.sh BUILD_FOLDER [ROUNDS [STARTS]]
-# All that is compared runs at once through every round, so that whatever else the computer does
-# hits all alike. A wake-up is a voluntary context switch, as the kernel counts them.
+# All that is compared runs at once through every round, so that any other load of the
+# computer affects all of it. A wake-up is a voluntary context switch, as the kernel counts them.
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/../scripts/lib/network.sh"
 network_enter "$0" "$@"
@@ -51,7 +51,7 @@ kilobytes() { awk -v name="^$2(:|_[CD])" '$1 ~ name { sum += $2 } END { print su
 median() { sort -n | awk '{ v[NR] = $1 } END { print NR % 2 ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
 quotient() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.2f\n", a / b; else print "-" }'; }
 
-# As for a user to whom nobody reads the screen aloud.
+# As for a user without a screen reader.
 plain=(env -u QT_LINUX_ACCESSIBILITY_ALWAYS_ON HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data")
 
 open_console() {
@@ -132,6 +132,7 @@ scenario() {
     sleep 2
     before=$(grep -c '^sound' "$work/peer.log")
     measure_rounds "$console" "${programs[@]}"
+    check_peers
     check_"$3" "$before"
     for i in 0 1 2 3; do
         [ ! -s "$work/spent-$i" ] || time[i]=$(median <"$work/spent-$i")
@@ -171,6 +172,15 @@ measure_memory() {
     done
 }
 
+# check_peers: what the console is measured beside still runs
+check_peers() {
+    kill -0 "${programs[0]}" 2>/dev/null || fail "the repainting window has ended: $(tail -n 1 "$work/floor.log")"
+    kill -0 "${programs[1]}" 2>/dev/null || fail "the reading program has ended: $(tail -n 1 "$work/sockets.log")"
+}
+
+for tool in bin/larkspool bin/larkspool-demo bench/first_paint bench/repaint_floor bench/socket_floor; do
+    [ -x "$build_dir/$tool" ] || fail "$build_dir/$tool is not built"
+done
 memory_rows=()
 mkdir -p "$work/home/Documents" "$work/chromium"
 start_receivers

@@ -8,7 +8,7 @@ if(LARKSPOOL_WARNINGS_ARE_ERRORS)
   target_compile_options(larkspool_options INTERFACE -Werror)
 endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-  # This version sees overlapping copies in optimised string assignments where there are none.
+  # This version sees overlapping copies in optimized string assignments where there are none.
   target_compile_options(larkspool_options INTERFACE -Wno-restrict)
 endif()
 

@@ -28,7 +28,7 @@ else()
   set(LARKSPOOL_HAS_QT ON)
 endif()
 
-# The login managers that are asked for it are there on Linux.
+# Only Linux has the login manager that keeps the computer awake.
 set(LARKSPOOL_HAS_DBUS OFF)
 if(LARKSPOOL_HAS_QT AND NOT APPLE)
   find_package(Qt6 QUIET COMPONENTS DBus)

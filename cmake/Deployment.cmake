@@ -3,7 +3,7 @@
 # the public directory, without a receiver site or a version server of its own.
 set(LARKSPOOL_DEPLOYMENT "demo" CACHE STRING "Defaults of the deployment values: demo or world")
 
-# Another choice in a build folder that exists brings its own defaults along.
+# A new choice in an existing build folder sets its own defaults.
 set(force "")
 if(DEFINED LARKSPOOL_DEPLOYMENT_BEFORE AND NOT LARKSPOOL_DEPLOYMENT_BEFORE STREQUAL LARKSPOOL_DEPLOYMENT)
   set(force FORCE)

@@ -1,6 +1,6 @@
 # larkspool_headers_alone(TARGET): compiles every header in the current folder (and those below it
-# that belong to TARGET) by itself, so that none leans on what was included before it. Costs a
-# compilation each, so only where LARKSPOOL_CHECK_HEADERS is on.
+# that belong to TARGET) by itself, so that none depends on an earlier include. Costs one
+# compilation per header, so only if LARKSPOOL_CHECK_HEADERS is on.
 option(LARKSPOOL_CHECK_HEADERS "Compile every header by itself" OFF)
 
 function(larkspool_headers_alone target)

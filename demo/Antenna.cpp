@@ -19,7 +19,7 @@ double Antenna::GainDb(double hertz, double stationBearing) const {
 
 double Antenna::NoiseDbmHz(double hertz) const {
     constexpr double DbPerDecade = 18.0;
-    constexpr double ReceiverDbmHz = -164.0; // the receiver's own noise lies below all else
+    constexpr double ReceiverDbmHz = -164.0; // the receiver's own noise is below all others
     const double outside = noiseDbmHz - DbPerDecade * std::log10(std::max(hertz, 10000.0) / 10.0e6);
     return 10.0 * std::log10(std::pow(10.0, outside / 10.0) + std::pow(10.0, ReceiverDbmHz / 10.0));
 }

@@ -9,8 +9,8 @@
 namespace larkspool::demo {
 namespace {
 
-// Turns a station's envelope to its place in the baseband and adds it, its
-// amplitude going evenly from one value to the other.
+// Shifts a station's envelope to its frequency in the baseband and adds it, its amplitude going
+// evenly from one value to the other.
 void AddTurning(std::span<const Sample> envelope, double startTurns, double turnsPerSample,
                 float fromAmplitude, float toAmplitude, std::span<Sample> out) {
     double real = std::cos(Turn * startTurns);
@@ -30,8 +30,8 @@ void AddTurning(std::span<const Sample> envelope, double startTurns, double turn
     }
 }
 
-// The share of its fading by which a station is up or down now: two swings that
-// don't fit each other, so that no fade is like the one before.
+// The share of its fading by which a station is up or down now: two swings with unrelated periods,
+// so that no fade is like the one before.
 double Swing(std::uint64_t bits, const Moment& at) {
     const double slow = 9.0 + static_cast<double>(bits % 17);
     const double quick = 0.31 * slow;
@@ -39,13 +39,13 @@ double Swing(std::uint64_t bits, const Moment& at) {
            0.4 * std::sin(Turn * at.Within(quick) / quick);
 }
 
-// Tells antennas apart, so that no two hear the same noise.
+// Different for each antenna, so that no two hear the same noise.
 std::uint64_t AntennaNumber(const Antenna& antenna) {
     return static_cast<std::uint64_t>(antenna.bestKhz + 7.0 * antenna.bearing.value_or(100.0));
 }
 
-// Where in its programme a station is follows from its frequency, so that a new
-// station in the table leaves the others as they were.
+// Where in its programme a station is follows from its frequency, so that a new station in the
+// table leaves the others as they were.
 Transmitter Prepare(const Station& station) {
     Transmitter ready;
     ready.station = station;
@@ -103,7 +103,7 @@ float Band::Amplitude(const Transmitter& transmitter, const Antenna& antenna,
 
 void Band::AddStations(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                        std::span<Sample> out) const {
-    // Nothing that a station does shows within so short a time.
+    // No station changes noticeably within so short a time.
     constexpr double Instant = 0.0005;
     const double seconds = static_cast<double>(out.size()) / rate;
     const double lowest = (centerHertz - rate / 2.0) / 1000.0;

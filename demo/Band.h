@@ -11,15 +11,15 @@
 
 namespace larkspool::demo {
 
-// All that is on the air, as a function of time, frequency and seed: equal
-// arguments give equal signals. Owns the programmes; receivers borrow the band.
+// All that is on the air, as a function of time, frequency and seed: equal arguments give equal
+// signals. Owns the programmes; receivers borrow the band.
 class Band {
   public:
     explicit Band(std::uint64_t seed);
 
-    // Adds the stations to `out`: the complex baseband around `centerHertz` as the
-    // antenna hears it, `rate` samples a second. Stations with a carrier beyond
-    // half the rate are left out; what they spill within reach wraps to the far edge.
+    // Adds the stations to out: the complex baseband around centerHertz as the antenna hears it,
+    // rate samples a second. Stations with a carrier beyond half the rate are left out; their
+    // sidebands within the range wrap to the far edge.
     void AddStations(const Antenna& antenna, const Moment& from, double centerHertz, double rate,
                      std::span<Sample> out) const;
 

@@ -75,7 +75,7 @@ class Slot {
 
     // Even from 0 up to, not including, 1.
     double Even(std::uint64_t question) const { return Fraction(Scramble(hertz, question)); }
-    // Even from 0 up to, not including, `count`.
+    // Even from 0 up to, not including, count.
     std::size_t Pick(std::uint64_t question, std::size_t count) const {
         return static_cast<std::size_t>(Even(question) * static_cast<double>(count));
     }
@@ -126,8 +126,8 @@ void Modulate(Station& station, Use use, const Slot& slot) {
     }
 }
 
-// The station of a slot that is used. It keeps to the slot's lower half, so that it
-// never meets the one of the next slot.
+// The station of a slot that is used. It keeps to the slot's lower half, so that it never meets the
+// one of the next slot.
 Station Planned(const PlannedBand& band, double slotKhz, const Slot& slot) {
     constexpr double RangeDb = 22.0;
     Station station;

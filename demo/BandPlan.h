@@ -6,9 +6,8 @@
 
 namespace larkspool::demo {
 
-// Adds the stations that nobody looks for by name: each band has slots of equal width,
-// and a slot's frequency alone decides whether a station is in it and which. Slots near
-// a station that is there already stay empty.
+// Adds the stations without a name: each band has slots of equal width, and a slot's frequency
+// alone decides whether a station is in it and which. Slots near an existing station stay empty.
 void AddPlannedStations(std::vector<Station>& stations);
 
 } // namespace larkspool::demo

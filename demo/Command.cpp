@@ -100,7 +100,7 @@ void TakeWaterfall(std::string_view key, std::string_view value, Tuning& tuning)
     }
 }
 
-// Cuts the next blank-separated word off the front of `text`.
+// Cuts the next blank-separated word off the front of text.
 std::string_view NextWord(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
     const std::string_view word = text.substr(0, text.find(' '));

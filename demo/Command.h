@@ -6,7 +6,7 @@ namespace larkspool::demo {
 
 enum class Mode { Am, Amn, Lsb, Usb, Cw, Cwn, Nbfm, Lsn, Usn, Sam, Sal, Sau };
 
-// What one client has asked for on one link.
+// The settings of one client on one link.
 struct Tuning {
     bool authorised = false;
     bool audioAccepted = false; // "SET AR OK" has come
@@ -30,15 +30,15 @@ struct Tuning {
     bool muted = false;
 
     bool zoomed = false; // a first "SET zoom=" has come
-    int zoom = 0;        // the span is 30 MHz halved so many times
+    int zoom = 0;        // the span is 30 MHz halved this many times
     double start = 0.0;  // left edge in units of 30 MHz / 2^24
     double maxDb = 0.0;
     double minDb = -200.0;
     int speed = 0; // 0 stopped, 1 to 4
 };
 
-// Carries out one "SET ..." command; what it doesn't know, or can't read, changes nothing.
-// Returns whether it was a command at all.
+// Executes one "SET ..." command; an unknown or unreadable one changes nothing. Returns whether it
+// was a command at all.
 bool Obey(std::string_view command, Tuning& tuning);
 
 } // namespace larkspool::demo

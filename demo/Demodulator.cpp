@@ -63,7 +63,7 @@ float Demodulator::Discriminator(const Sample& sample) {
     return std::atan2(step.imag(), step.real()) * fmScale;
 }
 
-// Takes the carrier's level out, and with it all below some 10 Hz.
+// Removes the carrier's level, and with it all below some 10 Hz.
 float Demodulator::WithoutMean(float value) {
     constexpr float Quickness = 0.005F;
     mean = meanKnown ? mean + Quickness * (value - mean) : value;

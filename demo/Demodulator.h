@@ -7,14 +7,14 @@
 
 namespace larkspool::demo {
 
-// Turns a filtered baseband into sound, still on the amplitude scale of the
-// baseband; FM alone comes out on a scale of its own, see IsLevelled.
+// Turns a filtered baseband into sound, on the amplitude scale of the baseband; only FM has a scale
+// of its own, see IsLeveled.
 class Demodulator {
   public:
     void Set(Mode newMode, double rate);
 
     // FM doesn't follow the signal's strength: full scale is 1 and no AGC is wanted.
-    bool IsLevelled() const { return mode == Mode::Nbfm; }
+    bool IsLeveled() const { return mode == Mode::Nbfm; }
 
     // A new station: forget the carrier of the old one.
     void Restart();
@@ -31,8 +31,8 @@ class Demodulator {
     float mean = 0.0F;
     bool meanKnown = false;
     Sample previous{};
-    double phase = 0.0; // of the carrier that is followed, radians
-    double pace = 0.0;  // radians a sample
+    double phase = 0.0; // of the tracked carrier, radians
+    double pace = 0.0;  // radians per sample
     double fastest = 0.0;
     float fmScale = 0.0F;
 };

@@ -15,8 +15,8 @@ Sample Turned(double turns) {
     return {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
 }
 
-// Calls `value` with the seconds of each element since the start, for kinds whose
-// every sample follows from the time alone.
+// Calls value with the seconds of each element since the start, for kinds whose every sample
+// follows from the time alone.
 template <typename Function>
 void Fill(std::span<Sample> out, double rate, Function value) {
     for (std::size_t i = 0; i < out.size(); ++i) {

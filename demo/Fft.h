@@ -25,7 +25,7 @@ class Fft {
 
     std::size_t Size() const { return reversed.size(); }
 
-    // `data` has exactly Size() elements. Inverse divides by Size().
+    // data has exactly Size() elements. Inverse divides by Size().
     void Forward(std::span<Sample> data) const;
     void Inverse(std::span<Sample> data) const;
 

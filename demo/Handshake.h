@@ -18,16 +18,16 @@ struct Request {
 
 constexpr std::size_t LargestRequest = 8192;
 
-// The size of the head at the front of `bytes`, its empty line included; none
-// while that line hasn't come.
+// The size of the head at the front of bytes, with its empty line; empty until that line has
+// arrived.
 std::optional<std::size_t> HeadSize(std::string_view bytes);
 
-// None if the first line isn't one of HTTP.
+// Empty if the first line isn't an HTTP request.
 std::optional<Request> ParseRequest(std::string_view head);
 
 enum class LinkKind { Sound, Waterfall };
 
-// What link a request asks for; none if it is no upgrade to one.
+// The link that a request asks for; empty if it is not an upgrade.
 std::optional<LinkKind> RequestedLink(const Request& request);
 
 // The answer to a client's Sec-WebSocket-Key.

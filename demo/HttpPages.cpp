@@ -37,7 +37,7 @@ std::string Entry(std::string_view name, std::string_view address) {
            "' target='_blank'>open</a>\n<div class='cl-info'>0/12 users, 0-30 MHz</div>\n</div>\n";
 }
 
-// Receivers elsewhere, none of which exists: their addresses are kept free for examples.
+// Receivers that don't exist: their addresses are reserved for examples.
 std::string InventedEntries() {
     return Entry("Harbour light, long wire", "http://192.0.2.10:8073/") +
            Entry("Grüße vom Bodensee, Loop 60 cm", "http://192.0.2.44:8074") +

@@ -9,11 +9,11 @@
 
 namespace larkspool::demo {
 
-// What the pages speak of. Ports are those really listened on.
+// The values in the pages. The ports are the open ones.
 struct PageSettings {
-    std::string host; // for addresses, where the request names none
+    std::string host; // for addresses, if the request has none
     std::array<std::uint16_t, 7> ports{};
-    std::string newest; // the version to offer; empty: everyone is up to date
+    std::string newest; // the version to offer; empty: there is no newer one
 };
 
 // The whole response to a request, head and body.

@@ -9,7 +9,7 @@
 namespace larkspool::demo {
 namespace {
 
-constexpr double SilenceSeconds = 60.0; // a client that says nothing for so long is gone
+constexpr double SilenceSeconds = 60.0; // a client that is silent for so long is closed
 constexpr double FarewellSeconds = 5.0; // for the last output to go out
 constexpr double QueueSeconds = 2.0;    // what a slow reader may have waiting
 constexpr double CatchUpSeconds = 1.0;  // frames that are later than this aren't made

@@ -25,25 +25,25 @@ struct LinkSettings {
     std::uint64_t seed = 1;
 };
 
-// One upgraded link to a client: obeys its commands and makes its frames in time.
-// Knows no socket; the server carries the bytes. Borrows band and antenna.
+// One upgraded link to a client: obeys its commands and makes its frames in time. Uses no socket;
+// the server moves the bytes. Borrows band and antenna.
 class Link {
   public:
     Link(LinkKind linkKind, const Band& sharedBand, const Antenna& ownAntenna,
          const LinkSettings& linkSettings, TimePoint now);
 
-    // Bytes from the client, behind the upgrade request.
+    // Bytes from the client, after the upgrade request.
     void Receive(std::span<const std::uint8_t> bytes, TimePoint now, const Moment& utc);
 
     // Makes the frames that are due.
     void Tick(TimePoint now, const Moment& utc);
 
-    // When to call Tick again. What could be written now but isn't taken doesn't count.
+    // When to call Tick again; output that could be written now doesn't count.
     TimePoint NextTime(TimePoint now) const;
 
     OutputQueue& Output() { return output; }
 
-    // The link is to be closed, at once or when its output has gone out.
+    // The link is to be closed, at once or after its output is sent.
     bool IsCut(TimePoint now) const;
     bool IsEnding() const { return ending; }
 
@@ -70,9 +70,9 @@ class Link {
     TimePoint cutAt = TimePoint::max();
     TimePoint lastHeard;
     bool ending = false;
-    bool retuned = false; // the sound doesn't know the latest commands yet
+    bool retuned = false; // the latest commands are not yet applied to the sound
 
-    std::unique_ptr<SoundStream> sound; // none until the session's commands have come
+    std::unique_ptr<SoundStream> sound; // null until the session's commands have arrived
     TimePoint soundStart;
     Moment soundStartUtc;
     std::uint64_t framesMade = 0;

@@ -62,7 +62,7 @@ Descriptor Listener::Accept() const {
     if (!client.IsOpen() || !MakeQuiet(client.Get())) {
         return {};
     }
-    // Small buffers: a slow reader should lose frames here, not hear the past.
+    // Small buffers: a slow reader should lose frames here, not fall behind.
     const int bufferBytes = 65536;
     const int yes = 1;
     ::setsockopt(client.Get(), SOL_SOCKET, SO_SNDBUF, &bufferBytes, sizeof bufferBytes);

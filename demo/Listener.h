@@ -24,13 +24,13 @@ class Descriptor {
     int value = -1;
 };
 
-// A TCP port that is listened on; nothing on it ever blocks.
+// A listening TCP port; no call blocks.
 class Listener {
   public:
-    // Port 0 lets the system pick. On failure `error` says why.
+    // Port 0 lets the system pick. On failure error says why.
     bool Open(const std::string& address, std::uint16_t wantedPort, std::string& error);
 
-    // The next client that waits, closed if none does.
+    // The next waiting client, closed if there is none.
     Descriptor Accept() const;
 
     std::uint16_t Port() const { return port; }

@@ -6,7 +6,7 @@
 
 namespace larkspool::demo {
 
-// Scrambles its arguments into an even spread of 64 bits, the same ones every time.
+// Scrambles its arguments into an even spread of 64 bits, always the same for the same arguments.
 std::uint64_t Scramble(std::uint64_t a, std::uint64_t b = 0, std::uint64_t c = 0);
 
 // Scramble's bits as a number from 0 up to, not including, 1.

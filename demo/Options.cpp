@@ -25,8 +25,8 @@ bool ReadPort(std::string_view text, std::uint16_t& port) {
     return ReadNumber<std::uint16_t>(text, 0, 65535, port);
 }
 
-// "8073" means that port and the six behind it, "8073-8079" says so in full,
-// "1,2,3,4,5,6,7" names each; 0 alone lets the system pick all.
+// "8073" means that port and the six behind it, "8073-8079" says so in full, "1,2,3,4,5,6,7" names
+// each; 0 alone lets the system pick all.
 bool ReadPorts(std::string_view text, Options& options) {
     auto& ports = options.ports;
     if (text.find(',') != std::string_view::npos) {

@@ -17,19 +17,19 @@ inline Clock::duration Seconds(double seconds) {
     return std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
 }
 
-// What waits to be written to one client, in order. Each piece may be held back
-// until a time; it then holds back all behind it.
+// What waits to be written to one client, in order. Each piece may be delayed until a time; it then
+// delays all that follow.
 class OutputQueue {
   public:
     void Push(std::vector<std::uint8_t> bytes, TimePoint notBefore = {});
 
-    // The bytes that can go out now, of the first piece; empty if none can.
+    // The bytes of the first piece that can be sent now; empty if none can.
     std::span<const std::uint8_t> Ready(TimePoint now) const;
 
-    // The first `count` of the bytes last given have gone out.
+    // The first count bytes of the last piece are sent.
     void Consume(std::size_t count);
 
-    // When the first piece may go out; none if the queue is empty.
+    // When the first piece may be sent; empty if the queue is empty.
     std::optional<TimePoint> NextTime() const;
 
     bool IsEmpty() const { return pieces.empty(); }

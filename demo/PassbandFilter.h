@@ -12,14 +12,14 @@ namespace larkspool::demo {
 class PassbandFilter {
   public:
     static constexpr std::size_t InputSize = 1024; // samples taken at a time
-    static constexpr std::size_t OutputSize = 512; // samples given back, at half the rate
+    static constexpr std::size_t OutputSize = 512; // samples returned, at half the rate
 
     PassbandFilter();
 
-    // Edges in Hz relative to the center, in any order; `rate` is that of the input.
+    // Edges in Hz relative to the center, in any order; rate is that of the input.
     void Set(double low, double high, double rate);
 
-    // `input` has InputSize samples, `output` OutputSize. Delays by 512 input samples.
+    // input has InputSize samples, output OutputSize. Delays by 512 input samples.
     void Process(std::span<const Sample> input, std::span<Sample> output);
 
     // The width in Hz of an ideal filter that lets as much noise through.

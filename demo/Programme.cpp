@@ -78,8 +78,8 @@ Vowel Between(const Vowel& from, const Vowel& to, double share) {
             std::lerp(from.third, to.third, share)};
 }
 
-// The harmonics of a voice with their loudness. Their phases are spread, so that
-// the sum has no sharp peaks and sounds as loud as it may.
+// The harmonics of a voice with their loudness. Their phases are spread, so that the sum has no
+// sharp peaks and sounds as loud as it may.
 void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmonics) {
     constexpr double Highest = 3400.0;
     harmonics.clear();
@@ -90,8 +90,8 @@ void FindHarmonics(double hertz, const Vowel& vowel, std::vector<Sample>& harmon
     }
 }
 
-// The voiced part of a syllable, gliding from one vowel to the next, as a sum of
-// harmonics that all turn the same way.
+// The voiced part of a syllable, gliding from one vowel to the next, as a sum of harmonics that all
+// turn the same way.
 void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowel& to) {
     constexpr std::size_t Step = 256; // samples between two looks at the vowel
     double phase = 0.0;
@@ -112,8 +112,8 @@ void AddVoice(std::span<Sample> out, double pitch, const Vowel& from, const Vowe
     }
 }
 
-// A hiss in front of the voice, as of an s. Two resonances in a row leave nothing of it far
-// above and below.
+// A hiss in front of the voice, as of an s. Two resonances in a row leave nothing of it far above
+// and below.
 void AddHiss(std::span<Sample> out, std::uint64_t seed) {
     constexpr double CenterHertz = 2700.0;
     constexpr double DecaySeconds = 0.0005;

@@ -7,12 +7,12 @@
 
 namespace larkspool::demo {
 
-// What a broadcaster sends, rendered once and played in a loop by every station
-// that has it. The real part is the sound, from -1 to 1; for voices the whole is
-// free of negative frequencies, which is what a single sideband needs.
+// What a broadcaster sends, rendered once and played in a loop by every station that has it. The
+// real part is the sound, from -1 to 1; for voices the whole is free of negative frequencies, which
+// is what a single sideband needs.
 class Programme {
   public:
-    // Samples a second; so many that what lies between two of them is nearly a straight line.
+    // Samples a second; so high that linear interpolation is good enough.
     static constexpr double Rate = 32768.0;
 
     enum class Kind { FirstTune, SecondTune, DeepVoice, HighVoice };

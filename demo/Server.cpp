@@ -182,7 +182,7 @@ void Server::WriteTo(Peer& peer, TimePoint now) {
     while (HasSomethingToSend(peer, now)) {
         OutputQueue& output = OutputOf(peer);
         const auto bytes = output.Ready(now);
-        const ssize_t count = ::send(peer.socket.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        const ssize_t count = send(peer.socket.Get(), bytes.data(), bytes.size(), MSG_NOSIGNAL);
         if (count < 0) {
             peer.dead = peer.dead || (errno != EAGAIN && errno != EINTR);
             return;

@@ -18,11 +18,11 @@ struct Peer {
     Descriptor socket;
     std::size_t listener = 0; // 0 to 6: a receiver, 7: the web server
     TimePoint since;
-    std::string request;        // the head, as far as it has come
+    std::string request;        // the part of the head that has arrived
     std::unique_ptr<Link> link; // after the upgrade
     OutputQueue reply;          // HTTP, before or instead of the link's output
-    bool replied = false;       // nothing more is read but the end
-    bool hungUp = false;        // our side is shut, theirs is awaited
+    bool replied = false;       // only the end is still read
+    bool hungUp = false;        // our side is closed, theirs not yet
     bool dead = false;
 };
 
@@ -37,8 +37,8 @@ class Server {
     std::uint16_t ReceiverPort(std::size_t receiver) const { return listeners[receiver].Port(); }
     std::uint16_t HttpPort() const { return listeners[HttpListener].Port(); }
 
-    // Serves until a byte can be read from `stopDescriptor`, which stays the caller's. Throws
-    // if the system can't wait for the sockets.
+    // Serves until a byte can be read from stopDescriptor, which the caller owns. Throws if the
+    // system can't wait for the sockets.
     void Run(int stopDescriptor);
 
   private:

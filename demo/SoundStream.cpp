@@ -89,7 +89,7 @@ void SoundStream::PutSamples(std::vector<std::uint8_t>& message) {
     const bool squelched = IsSquelched();
     for (std::size_t i = 0; i < SamplesPerFrame; ++i) {
         const float gain = agc.Gain(std::sqrt(std::norm(passed[i])));
-        const float loud = sound[i] * (demodulator.IsLevelled() ? 1.0F : gain);
+        const float loud = sound[i] * (demodulator.IsLeveled() ? 1.0F : gain);
         emphasis += emphasisShare * (loud - emphasis);
         const float level =
             tuning.muted ? 0.0F : std::clamp(emphasis * 32767.0F, -32767.0F, 32767.0F);

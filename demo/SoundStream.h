@@ -11,8 +11,8 @@
 
 namespace larkspool::demo {
 
-// What one client hears: makes the SND frames for its tuning, one after another.
-// Borrows band and antenna.
+// What one client hears: makes the SND frames for its tuning, one after another. Borrows band and
+// antenna.
 class SoundStream {
   public:
     static constexpr std::size_t SamplesPerFrame = PassbandFilter::OutputSize;
@@ -21,11 +21,11 @@ class SoundStream {
 
     void Tune(const Tuning& wanted);
 
-    // The message of the next frame, which begins at `from`: tag, flags, sequence
-    // number (little-endian), S-meter (big-endian), samples (big-endian).
+    // The message of the next frame, which begins at from: tag, flags, sequence number
+    // (little-endian), S-meter (big-endian), samples (big-endian).
     std::vector<std::uint8_t> Frame(const Moment& from);
 
-    // The next frame is lost: its number is used up and nothing is made.
+    // The next frame is lost: its number is used, no frame is made.
     void SkipFrame() { ++sequence; }
 
     // Power in the passband during the last frame, dBm.

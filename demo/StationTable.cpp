@@ -10,9 +10,9 @@ namespace {
 
 using enum Kind;
 
-// The one place to add a station with facts of its own; keep the order of frequencies.
-// Tests and the README rely on 10000, 10020, nothing from 10030 to 10125 kHz, 14100,
-// and on 13690 and 15245 without a neighbor within 12 kHz.
+// The one place to add a station with facts of its own; keep the order of frequencies. Tests and
+// the README rely on 10000, 10020, nothing from 10030 to 10125 kHz, 14100, and on 13690 and 15245
+// without a neighbor within 12 kHz.
 std::vector<Station> Table() {
     return {
         // Long and medium wave.

@@ -22,8 +22,8 @@ enum class Kind {
     Frequency,     // FM, the first tune
 };
 
-// One station. Its level is that of the unmodulated carrier, or of the loudest
-// syllable where there is no carrier, on an antenna with a gain of 0 dB.
+// One station. Its level is that of the unmodulated carrier, or of the loudest syllable where there
+// is no carrier, on an antenna with a gain of 0 dB.
 struct Station {
     double khz = 0.0;
     Kind kind = Kind::Carrier;
@@ -38,8 +38,8 @@ struct Station {
     std::string text = {};       // of Morse and teleprinters
 };
 
-// Everything on the air, from the lowest frequency to the highest: the stations of
-// the table, and between them those of the band plan.
+// Everything on the air, from the lowest frequency to the highest: the stations of the table, and
+// between them those of the band plan.
 std::span<const Station> Stations();
 
 } // namespace larkspool::demo

@@ -66,8 +66,8 @@ void WaterfallRow::AddNoise(const Tuning& tuning, const Moment& at) {
 }
 
 std::vector<std::uint8_t> WaterfallRow::Row(const Tuning& tuning, const Moment& until) {
-    // Twice the span is looked at, so that what lies beyond the edges folds into
-    // the part not shown; deep zooms look longer instead of narrower.
+    // Twice the span is looked at, so that what lies beyond the edges folds into the part not
+    // shown; deep zooms look longer instead of narrower.
     const int deeper = std::max(0, tuning.zoom - DeepestPlainZoom);
     const std::size_t size = 2 * Bins << deeper;
     const double rate = std::ldexp(2.0 * Span(tuning), deeper);

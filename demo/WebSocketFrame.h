@@ -23,8 +23,8 @@ struct Incoming {
     std::string payload;
 };
 
-// Puts a client's frames back together from pieces of any size. Holds at most one
-// frame and one unfinished message of 16 KiB.
+// Puts a client's frames back together from pieces of any size. Holds at most one frame and one
+// unfinished message of 16 KiB.
 class FrameReader {
   public:
     static constexpr std::size_t Largest = 16384;

@@ -47,7 +47,7 @@ float SampleAt(std::string_view data, std::size_t at, unsigned bits) {
     return static_cast<float>(static_cast<std::int16_t>(Number(data, at, 2))) / 32768.0F;
 }
 
-// Takes 16-bit PCM and 32-bit floats. A data chunk that says more than there is ends at the end.
+// Takes 16-bit PCM and 32-bit floats. A data chunk that is longer than the file ends with the file.
 std::optional<Sound> ReadWav(std::string_view file) {
     Sound sound;
     std::size_t frameSize = 0;

@@ -31,13 +31,13 @@ bool CatchSignals() {
     struct sigaction action = {};
     action.sa_handler = StopOnSignal;
     ::sigemptyset(&action.sa_mask);
-    // Whoever reads our lines may go away; the receivers stay on the air.
+    // The reader of our lines may end; the receivers go on.
     std::signal(SIGPIPE, SIG_IGN);
     return ::sigaction(SIGTERM, &action, nullptr) == 0 &&
            ::sigaction(SIGINT, &action, nullptr) == 0;
 }
 
-// One line a port, flushed, so that a script that started us can wait for them.
+// One line per port, flushed, so that a script that started us can wait for them.
 void PrintPorts(const Server& server, const Options& options) {
     for (std::size_t i = 0; i < options.ports.size(); ++i) {
         std::cout << "receiver " << i + 1 << " on " << options.bindAddress << ':'

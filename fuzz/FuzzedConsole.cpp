@@ -118,7 +118,7 @@ void FuzzedConsole::CheckRecordings(std::string_view expected) {
     for (const FolderItem& file : Recordings()) {
         const auto shape = LookAtWavFile(file);
         Require(shape.has_value(), "a recording has a header");
-        Require(shape->toldSamples == shape->wholeSamples, "a recording is whole");
+        Require(shape->headerSamples == shape->wholeSamples, "a recording is whole");
         found = found || ContentOf(file).substr(44) == expected;
     }
     Require(found, "the receiver is recorded");

@@ -3,7 +3,6 @@
 #include "Input.h"
 #include "audio/RecordingRepair.h"
 #include "audio/WavFile.h"
-#include "audio/WavHeader.h"
 #include "support/Files.h"
 #include "support/VirtualDesktop.h"
 
@@ -21,7 +20,7 @@ void CheckRepaired(const FolderItem& file, std::string_view before, std::string_
             "the sizes alone have changed");
     const auto shape = LookAtWavFile(file);
     Require(shape.has_value(), "the header is one of ours");
-    Require(shape->toldSamples == shape->wholeSamples, "the header tells what is there");
+    Require(shape->headerSamples == shape->wholeSamples, "the header tells what is there");
 }
 
 } // namespace

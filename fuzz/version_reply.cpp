@@ -2,7 +2,7 @@
 // that fits its fields.
 #include "Input.h"
 #include "platform/Desktop.h"
-#include "shell/UpdateCheck.h"
+#include "shell/VersionCheck.h"
 
 #include <string>
 

@@ -52,8 +52,8 @@ std::vector<NetworkInterface> ListInterfaces() {
     return interfaces;
 }
 
-// Connecting a datagram socket sends nothing, but makes the system choose the
-// route, and with it the own address, towards a host beyond the local network.
+// Connecting a datagram socket sends nothing, but makes the system choose the route, and with it
+// the local address, towards a host beyond the local network.
 std::string DefaultRouteAddress() {
     const int handle = OpenDatagramSocket();
     if (handle < 0) {

@@ -98,7 +98,7 @@ std::vector<DeviceSide> CubebDevices::List(cubeb_device_type type) {
 
 std::unique_ptr<OutputStream> CubebDevices::Open(const std::string& id, std::uint32_t rate,
                                                  StreamClient& client) {
-    // Device handles live no longer than the listing that they came with.
+    // Device handles are valid only as long as the listing that they came with.
     cubeb_device_collection collection{};
     if (cubeb_enumerate_devices(context.get(), CUBEB_DEVICE_TYPE_OUTPUT, &collection) != CUBEB_OK) {
         return nullptr;
@@ -124,7 +124,7 @@ std::unique_ptr<OutputStream> CubebDevices::OpenDevice(cubeb_devid device, std::
     params.prefs = CUBEB_STREAM_PREF_NONE;
     std::uint32_t latency = 0;
     cubeb_get_min_latency(context.get(), &params, &latency);
-    // A quarter of a second rides out a busy computer.
+    // A quarter of a second is enough on a busy computer.
     latency = std::clamp(std::max(latency, rate / 4), 1U, 96000U);
     cubeb_stream* opened = nullptr;
     if (cubeb_stream_init(context.get(), &opened, "Larkspool", nullptr, nullptr, device, &params,
@@ -149,7 +149,7 @@ DeviceLayerFactory CubebFactory() {
             return nullptr;
         }
         auto layer = std::make_unique<CubebDevices>(context, proven);
-        // Where the backend asked for can't be had, cubeb goes on to the others.
+        // If the given backend isn't available, cubeb tries the others.
         const bool isProven = proven->empty() || *proven == cubeb_get_backend_id(context);
         return isProven ? std::move(layer) : nullptr;
     };

@@ -4,9 +4,8 @@
 
 namespace tonebridge {
 
-// Connects to the sound server through cubeb. Once a backend has played, it is
-// the only one tried: where its server is restarted, another backend would take
-// the device in the meantime and keep it.
+// Connects to the sound server through cubeb. After a backend has played, it is the only one tried:
+// while its server restarts, another backend would take the device and keep it.
 DeviceLayerFactory CubebFactory();
 
 } // namespace tonebridge

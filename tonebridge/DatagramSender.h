@@ -10,8 +10,8 @@
 
 namespace tonebridge {
 
-// Sends datagrams to everyone on the local network. Looks for that network
-// again every second, and whenever it refuses a datagram. Owned by the library.
+// Sends datagrams to everyone on the local network. Looks for that network again every second, and
+// whenever a datagram fails. Owned by the library.
 class DatagramSender {
   public:
     explicit DatagramSender(std::function<std::string()> findBroadcastAddress);
@@ -19,7 +19,7 @@ class DatagramSender {
     DatagramSender(const DatagramSender&) = delete;
     DatagramSender& operator=(const DatagramSender&) = delete;
 
-    // False where the datagram couldn't be sent. Any thread.
+    // False if the datagram couldn't be sent. Any thread.
     bool Send(std::span<const std::byte> data, std::uint16_t port);
 
   private:

@@ -9,7 +9,7 @@ namespace tonebridge {
 int OpenDatagramSocket() {
     const int handle = socket(AF_INET, SOCK_DGRAM, 0);
     if (handle >= 0) {
-        fcntl(handle, F_SETFD, FD_CLOEXEC); // not every system takes this at the opening
+        fcntl(handle, F_SETFD, FD_CLOEXEC); // not every system accepts this flag at the opening
     }
     return handle;
 }

@@ -2,8 +2,8 @@
 
 namespace tonebridge {
 
-// A datagram socket (IPv4) that programs started later don't inherit. The caller closes it;
-// negative: there is none to be had.
+// A datagram socket (IPv4) that child processes don't inherit. The caller closes it; negative: the
+// system has refused it.
 int OpenDatagramSocket();
 
 } // namespace tonebridge

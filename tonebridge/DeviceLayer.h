@@ -11,18 +11,18 @@ namespace tonebridge {
 
 // One side of a sound device: what it plays or what it records.
 struct DeviceSide {
-    std::string id;   // the sound server's own, unique on each side
-    std::string name; // as a person knows it, UTF-8
+    std::string id;   // the sound server's id, unique on each side
+    std::string name; // for people, UTF-8
     std::uint32_t channels = 0;
-    std::uint32_t rate = 0; // Hz, the one that the device prefers
+    std::uint32_t rate = 0; // Hz, preferred by the device
     bool isDefault = false;
 };
 
-// What an open stream asks of its owner, on threads of the sound server's.
+// What an open stream needs from its owner, on the sound server's threads.
 class StreamClient {
   public:
     virtual ~StreamClient() = default;
-    // Wants the next frames, two samples each, left before right. Must not wait.
+    // Fills the next frames, two samples each, left before right. Must not wait.
     virtual void RenderStereo(std::span<float> samples) = 0;
     // The device is lost. Nothing more is rendered; the owner closes the stream.
     virtual void StreamFailed() = 0;
@@ -32,23 +32,23 @@ class StreamClient {
 class OutputStream {
   public:
     virtual ~OutputStream() = default;
-    // The device that it plays on now; "" where the backend can't say.
+    // The current device; "" if the backend can't say.
     virtual std::string DeviceId() const = 0;
 };
 
-// A connection to a sound server. It must outlive its streams, and is used by
-// one thread. One class a backend.
+// A connection to a sound server. It must outlive its streams, and is used by one thread. One class
+// per backend.
 class DeviceLayer {
   public:
     virtual ~DeviceLayer() = default;
     virtual std::vector<DeviceSide> ListOutputs() = 0;
     virtual std::vector<DeviceSide> ListInputs() = 0;
-    // Plays on this output, in stereo at this rate. Null where that fails.
+    // Plays on this output, in stereo at this rate. Null if that fails.
     virtual std::unique_ptr<OutputStream> Open(const std::string& id, std::uint32_t rate,
                                                StreamClient& client) = 0;
 };
 
-// Connects to the sound server; null where none answers.
+// Connects to the sound server; null if none answers.
 using DeviceLayerFactory = std::function<std::unique_ptr<DeviceLayer>()>;
 
 } // namespace tonebridge

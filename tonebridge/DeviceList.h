@@ -24,8 +24,8 @@ struct Device {
     std::uint32_t outputNumber = None; // among the devices with outputs
 };
 
-// The devices of one scan, in the order in which the user sees them: outputs
-// first, the default one ahead of the others.
+// The devices of one scan, in the order in which the user sees them: outputs first, the default one
+// ahead of the others.
 class DeviceList {
   public:
     static constexpr std::size_t RecordSize = 1024;
@@ -44,13 +44,13 @@ class DeviceList {
     std::vector<Device> devices;
 };
 
-// The output of that device's name, of several the one with its id; null where
-// there is none, and for a device without a name.
+// The output with that device's name, and with its id if there are several; null if there is none,
+// and for a device without a name.
 const DeviceSide* FindChosen(std::span<const DeviceSide> outputs, const Device& chosen);
-// The default output, null where there is no output.
+// The default output, null if there is no output.
 const DeviceSide* FindDefault(std::span<const DeviceSide> outputs);
 
-// `text` cut to at most `size` bytes, never within a UTF-8 character.
+// text cut to at most size bytes, never inside a UTF-8 character.
 std::string CutUtf8(const std::string& text, std::size_t size);
 
 } // namespace tonebridge

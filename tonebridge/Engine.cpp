@@ -61,6 +61,9 @@ void Engine::SetVolume(double loudness) {
 }
 
 void Engine::BeginStream(std::int64_t rate) {
+    if (!resampler) {
+        resampler = std::make_unique<Resampler>(); // takes some ms, which a start can do without
+    }
     pushedRate = rate;
     newestStream.store((ring.WritePosition() << RateBits) | static_cast<std::uint64_t>(rate),
                        std::memory_order_release);
@@ -152,7 +155,7 @@ void Engine::TakeNewStream() {
     streamRate = RateOf(currentStream);
     reader.MoveTo(PositionOf(currentStream));
     controller.Clear();
-    resampler.Clear(Stride());
+    resampler->Clear(Stride());
     overfilledFor = 0.0;
 }
 
@@ -160,7 +163,7 @@ double Engine::MeasureFill(double longestBlock) const {
     if (streamRate <= 0.0) {
         return 0.0;
     }
-    const double queued = static_cast<double>(reader.Available()) + resampler.Held();
+    const double queued = static_cast<double>(reader.Available()) + resampler->Held();
     const double block =
         std::min(lastBlock.load(std::memory_order_relaxed) / streamRate, longestBlock);
     const std::int64_t time = now();
@@ -178,7 +181,7 @@ void Engine::StartIfFilled() {
         return;
     }
     if (MeasureFill(LongestFrame) > Overfilled) {
-        resampler.Clear(Stride());
+        resampler->Clear(Stride());
         reader.Skip(std::min(Surplus(MeasureFill(LongestFrame)), reader.Available()));
         ++trims;
     }
@@ -205,7 +208,7 @@ void Engine::Supervise(double fill, std::size_t frames) {
 bool Engine::IsRunningDry(std::size_t frames) const {
     const double stride = Stride();
     const double playable =
-        static_cast<double>(reader.Available()) + resampler.Held() - Resampler::LookAhead(stride);
+        static_cast<double>(reader.Available()) + resampler->Held() - Resampler::LookAhead(stride);
     return playable < static_cast<double>(frames + FadeFrames()) * stride;
 }
 
@@ -237,7 +240,7 @@ void Engine::RenderSound(std::span<float> out) {
             length = std::min(length, fade.Remaining());
         }
         const std::span<float> piece = out.first(length);
-        const std::size_t made = resampler.Pull(reader, piece, Stride());
+        const std::size_t made = resampler->Pull(reader, piece, Stride());
         std::fill(piece.begin() + static_cast<std::ptrdiff_t>(made), piece.end(), 0.0F);
         fade.Apply(piece);
         out = out.subspan(length);

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 
@@ -27,7 +28,7 @@ class Engine {
     // The clock gives nanoseconds and is read by the pushing and the rendering thread.
     explicit Engine(std::function<std::int64_t()> nanoseconds);
 
-    // The network's thread.
+    // The network's thread. Allocates at the first stream and never again.
     void Push(std::int64_t count, const std::int16_t* samples, std::int64_t rate);
     // Any thread. 0 to 1: half as loud at 0.5, the samples as they are at 1.
     void SetVolume(double loudness);
@@ -82,9 +83,12 @@ class Engine {
     std::int64_t pushedRate = 0;
     std::uint64_t dropped = 0;
 
+    // Made by the pushing thread ahead of the first stream, and from then on the rendering
+    // thread's.
+    std::unique_ptr<Resampler> resampler;
+
     // Of the rendering thread alone.
     SampleReader reader;
-    Resampler resampler;
     RateController controller;
     State state = State::Holding;
     GainRamp fade{0.0F};

@@ -6,13 +6,13 @@
 
 namespace tonebridge {
 
-// A gain that goes from one value to another along a smooth curve, so that no
-// change of it is heard as a click.
+// A gain that goes from one value to another along a smooth curve, so that no change is heard as a
+// click.
 class GainRamp {
   public:
     explicit GainRamp(float level) : from(level), to(level) {}
 
-    // Heads for `target`, to be reached after `frames` frames.
+    // Moves to target within this number of frames.
     void Aim(float target, std::size_t frames) {
         from = Level();
         to = target;

@@ -14,13 +14,13 @@ constexpr std::chrono::seconds ReturnInterval{2};
 constexpr std::chrono::milliseconds SoftEnd{350};
 constexpr int MostFailures = 3;
 constexpr std::uint32_t LowestRate = 44100;
-constexpr std::uint32_t UsualRate = 48000; // above it only the cost would grow
+constexpr std::uint32_t UsualRate = 48000; // a higher rate costs more and sounds the same
 
 std::uint32_t StreamRate(const DeviceSide& output) {
     return output.rate == 0 ? UsualRate : std::clamp(output.rate, LowestRate, UsualRate);
 }
 
-// Keeps a device open that is only tried.
+// The client of a device that is opened only as a trial.
 class SilentClient : public StreamClient {
     void RenderStereo(std::span<float> samples) override {
         std::fill(samples.begin(), samples.end(), 0.0F);
@@ -125,8 +125,8 @@ bool OutputKeeper::OpenOn(const DeviceSide& output) {
     return stream != nullptr;
 }
 
-// A stream that is elsewhere while the chosen device has been there all the time
-// was moved by the user, and stays.
+// If the stream plays on another device although the chosen one was always present, the user has
+// moved it, and it stays there.
 void OutputKeeper::ReturnToChosen(Time now) {
     const std::string reported = stream->DeviceId();
     const std::string& current = reported.empty() ? openedId : reported;

@@ -10,27 +10,27 @@
 
 namespace tonebridge {
 
-// Decides what plays where: opens the wanted output, replaces one that is lost
-// and returns to it. Without a device it keeps the engine going. Used by one
-// thread, and waits for nothing but the sound server. Owned by the worker.
+// Decides what plays where: opens the wanted output, replaces one that is lost and returns to it.
+// Without a device it keeps the engine going. Used by one thread, and waits for nothing but the
+// sound server. Owned by the worker.
 class OutputKeeper {
   public:
     // Any steady clock.
     using Time = std::chrono::nanoseconds;
 
-    // The client is what an open stream asks for its sound.
+    // The client gives an open stream its sound.
     OutputKeeper(Engine& sound, StreamClient& streamClient, DeviceLayerFactory connectToServer);
 
     DeviceList Scan() const;
-    // Fades out what is open, for this output in its place: one without a name
-    // is the default one, and none is silence.
+    // Fades out the open output and replaces it by this one: a device without a name is the default
+    // one, and no device is silence.
     void Want(std::optional<Device> device, Time now);
-    // What the client was told.
+    // The events that the client received.
     void StreamFailed();
 
-    // Does what is due. To be called after all of these, and again within NextTick.
+    // Does what is due. To be called after each of these, and again within NextTick.
     void Tick(Time now);
-    // Nothing where only a call of the above gives it something to do.
+    // Empty if there is nothing to do until one of the calls above.
     std::optional<Time> NextTick(Time now) const;
     bool IsOpen() const { return stream != nullptr; }
 
@@ -51,7 +51,7 @@ class OutputKeeper {
     std::unique_ptr<OutputStream> stream;
     std::string openedId;
     std::string chosenId;
-    int failures = 0;      // of the chosen device, one after the other
+    int failures = 0;      // of the chosen device, in a row
     bool isAstray = false; // the chosen device was missing, or could not be opened
     Time lastTry{};
     Time nextLook{};

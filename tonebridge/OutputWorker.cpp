@@ -34,7 +34,7 @@ DeviceList OutputWorker::Scan(std::chrono::milliseconds patience) {
     const bool isDone = changed.wait_for(lock, patience, [&] { return scansDone >= number; });
     DeviceList found = isDone ? devices : DeviceList{};
     if (!isStarted && !found.Output(0)) {
-        // There is nothing to choose from, so the caller won't start one.
+        // There is no output to choose, so the caller won't start one.
         request.isChange = true;
         request.device = Device{};
         changed.notify_all();
@@ -58,7 +58,7 @@ bool OutputWorker::Quit(std::chrono::milliseconds patience) {
 }
 
 void OutputWorker::RenderStereo(std::span<float> samples) {
-    // The second half holds the frames until each has gone to both sides.
+    // The second half holds the mono frames until each is copied to both channels.
     const std::size_t frames = samples.size() / 2;
     engine->Render(samples.last(frames));
     for (std::size_t i = 0; i < frames; ++i) {

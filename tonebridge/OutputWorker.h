@@ -11,9 +11,9 @@
 
 namespace tonebridge {
 
-// The control thread's work: it alone has the keeper, and with it the sound
-// server. What others want is left in a few fields that it looks at when it has
-// time. Shared by SoundOutput and the thread.
+// The control thread's work: it alone has the keeper, and with it the sound server. Other threads
+// leave their requests in a few fields that it reads when it has time. Shared by SoundOutput and
+// the thread.
 class OutputWorker : public StreamClient {
   public:
     OutputWorker(std::shared_ptr<Engine> sound, DeviceLayerFactory connectToServer);
@@ -21,11 +21,10 @@ class OutputWorker : public StreamClient {
     // The control thread, until Quit.
     void Run();
 
-    // Any other thread. None of them waits for the sound server but Scan, and
-    // that no longer than `patience`.
+    // Any other thread. Only Scan waits for the sound server, and no longer than patience.
     DeviceList Scan(std::chrono::milliseconds patience);
     void Want(std::optional<Device> device);
-    // False where the thread hasn't ended within `patience`.
+    // False if the thread hasn't ended within patience.
     bool Quit(std::chrono::milliseconds patience);
 
     // The sound server's threads.
@@ -46,7 +45,7 @@ class OutputWorker : public StreamClient {
     void ScanNow();
 
     const std::shared_ptr<Engine> engine;
-    OutputKeeper keeper; // of the control thread alone
+    OutputKeeper keeper; // used on the control thread only
 
     std::mutex mutex;
     std::condition_variable changed;

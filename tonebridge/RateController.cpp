@@ -13,7 +13,7 @@ constexpr double ProportionalTime = 150.0; // s
 constexpr double IntegralTime = 450.0;     // s
 constexpr double LargestPart = 500e-6;     // of the proportional and the integral part each
 constexpr double LargestCorrection = 1e-3; // 1.7 cents
-constexpr double LargestSlew = 20e-6;      // a second
+constexpr double LargestSlew = 20e-6;      // per second
 
 } // namespace
 

@@ -11,28 +11,27 @@ struct soxr;
 
 namespace tonebridge {
 
-// Turns samples at the receiver's rate into frames at the device's. Its
-// "stride" is the ratio of the two: input samples per output frame. Allocates
-// only when it is made. Owned by the engine.
+// Turns samples at the receiver's rate into frames at the device's. Its "stride" is the ratio of
+// the two: input samples per output frame. Allocates only when it is made. Owned by the engine.
 class Resampler {
   public:
     static constexpr std::size_t LongestStride = 6; // 250,000 Hz to 44,100 Hz
 
     Resampler();
 
-    // Forgets all sound that it holds; the next frame is the next sample's, at about `stride`.
+    // Drops all sound that it holds; the next frame is the next sample's, at about this stride.
     void Clear(double stride);
-    // Fills `out` from `reader`, gliding to `stride`; returns the frames made,
-    // fewer only where the reader and the converter have no more.
+    // Fills out from reader, gliding to stride; returns the number of frames, fewer only if the
+    // reader and the converter have no more.
     std::size_t Pull(SampleReader& reader, std::span<float> out, double stride);
     // Input samples taken from the reader but not yet heard.
     double Held() const { return taken - heard; }
-    // Input samples behind a frame that must be there before it can be made.
+    // Input samples after a frame that are needed to make it.
     static double LookAhead(double stride);
 
   private:
-    // Output frames at one ratio. Steps keep the count of what is held exact,
-    // which the converter's own glide over a whole block does not.
+    // Output frames at one ratio. Steps keep the count of what is held exact, which the converter's
+    // own glide over a whole block does not.
     static constexpr std::size_t StepFrames = 64;
 
     struct Deleter {

@@ -8,25 +8,24 @@
 
 namespace tonebridge {
 
-// The reader's place in the ring. It can leap forward without a click, by
-// cross-fading from where it is to where it will be. Used on the device's
-// thread only; owned by the engine.
+// The reader's position in the ring. It can skip forward without a click, by cross-fading from the
+// old position to the new one. Used on the device's thread only; owned by the engine.
 class SampleReader {
   public:
     explicit SampleReader(SampleRing& samples) : ring(samples) {}
 
-    // How far reading may go from now on.
+    // Sets the position at which reading must stop.
     void SetEnd(std::uint64_t newEnd) { end = newEnd; }
-    // Samples that Read has still to give.
+    // Samples that Read can still give.
     std::size_t Available() const;
-    // Fills `out` as far as there are samples and returns how many.
+    // Fills out with the samples that exist and returns their number.
     std::size_t Read(std::span<float> out);
 
-    // Leaves out `count` samples, cross-fading over `fadeLength`, which is at least 1.
+    // Skips count samples, cross-fading over fadeLength, which is at least 1.
     void Leap(std::size_t count, std::size_t fadeLength);
     bool IsLeaping() const { return leap > 0; }
     void MoveTo(std::uint64_t newPosition);
-    // Leaves out `count` samples where nobody hears it.
+    // Skips count samples without a fade, while nothing is heard.
     void Skip(std::size_t count) { MoveTo(position + count); }
 
   private:

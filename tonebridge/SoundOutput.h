@@ -14,21 +14,21 @@ namespace tonebridge {
 
 class OutputWorker;
 
-// Keeps the chosen output open on a thread of its own, so that no caller ever
-// waits for a sound server. While no device is open, that thread plays the
-// engine's sound to nobody, so that it stays live. Owned by the library.
+// Keeps the chosen output open on a thread of its own, so that no caller ever waits for a sound
+// server. While no device is open, that thread takes the engine's sound and drops it, so that it
+// stays live. Owned by the library.
 class SoundOutput {
   public:
-    // The engine is shared with the thread, which is abandoned at the end if a
-    // sound server holds it up.
+    // The engine is shared with the thread, which is detached at the end if a sound server blocks
+    // it.
     SoundOutput(std::shared_ptr<Engine> engine, DeviceLayerFactory connect);
     ~SoundOutput();
     SoundOutput(const SoundOutput&) = delete;
     SoundOutput& operator=(const SoundOutput&) = delete;
 
-    // Scans the devices, waiting at most `patience`; an empty list if it takes longer.
+    // Scans the devices, waiting at most patience; an empty list if it takes longer.
     DeviceList Scan(std::chrono::milliseconds patience);
-    // Opens this output, the default one for none, in place of whatever is open.
+    // Opens this output, or the default one if empty, in place of the open one.
     void Start(std::optional<Device> device);
     void Stop();
 

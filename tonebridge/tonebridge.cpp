@@ -19,7 +19,7 @@ std::int64_t Now() {
 }
 
 // Everything that the seven functions share. Made when the library is loaded,
-// so that the first block of sound costs no more than any other.
+// but for the engine's converter, which would delay the program's start.
 struct Library {
     std::shared_ptr<tonebridge::Engine> engine = std::make_shared<tonebridge::Engine>(Now);
     tonebridge::SoundOutput output{engine, tonebridge::CubebFactory()};

@@ -3,7 +3,7 @@ set -u
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
-# A clone elsewhere finds what another has compiled.
+# Clones in different folders share what is compiled.
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 # Debian packages, by what they are for.
@@ -25,7 +25,7 @@ die() {
 
 installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
-# install_packages NAME...: installs what is missing. Where that can't be done it says so and goes
+# install_packages NAME...: installs what is missing. If that fails, it says so and goes
 # on: what needs the missing package is left out later, by name.
 install_packages() {
     command -v dpkg-query >/dev/null || {

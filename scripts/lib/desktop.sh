@@ -24,7 +24,7 @@ desktop_available() {
 desktop_start() {
     local dir=$1 number address
     mkdir -p "$dir"
-    # The X server tells its display number once it takes clients.
+    # The X server prints its display number when it accepts clients.
     # shellcheck disable=SC2086  # a list of options
     coproc desktop_x { exec Xvfb -displayfd 1 -screen 0 1400x1000x24 -nolisten tcp \
         ${desktop_x_options:-} 2>"$dir/x.log"; }
@@ -43,8 +43,8 @@ desktop_start() {
     }
     export DBUS_SESSION_BUS_ADDRESS=$address
     export QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 QT_QPA_PLATFORM=xcb NO_AT_BRIDGE=1
-    # A window that comes while Openbox starts may never be shown: it sleeps on requests that it has
-    # read ahead. Its start is over with its startup command; a change to the root wakes it once more.
+    # A window that opens while Openbox starts may never be shown: Openbox sleeps on requests that it
+    # has read ahead. Its startup command runs at the end of its start; a change to the root wakes it.
     rm -f "$dir/wm.up"
     openbox --sm-disable --startup "touch '$dir/wm.up'" >"$dir/wm.log" 2>&1 &
     desktop_pids+=("$!")

@@ -3,7 +3,7 @@
 #   faults_table BUILD_FOLDER   does every bad thing of tests/faults.table and prints the table, with
 #                               how each went; fails if one has
 
-# Each part of the filter stands for at least one test, and all of them pass.
+# Each part of the filter names at least one test, and all of them must pass.
 faults_gtest() {
     local part parts
     IFS=: read -r -a parts <<<"$3"

@@ -28,7 +28,7 @@ network_start() {
     return 1
 }
 
-# Where the kernel knows no dummy interface, one end of a cable does as well.
+# Without a dummy interface in the kernel, one end of a virtual cable is enough.
 network_add_wire() {
     network_ip link add wire type dummy 2>/dev/null ||
         { network_ip link add wire type veth peer name far && network_ip link set far up; } ||

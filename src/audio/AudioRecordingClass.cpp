@@ -1,7 +1,6 @@
 #include "audio/AudioRecordingClass.h"
 
 #include "audio/WavFile.h"
-#include "audio/WavHeader.h"
 #include "platform/Desktop.h"
 
 #include <algorithm>
@@ -10,8 +9,8 @@ namespace larkspool {
 
 bool AudioRecordingClass::CreateFile(Desktop& desktop) {
     if (recordingFile->Exists()) {
-        const auto nobodyElses = desktop.Lock(*recordingFile);
-        if (nobodyElses == nullptr || !recordingFile->Delete()) {
+        const auto unused = desktop.Lock(*recordingFile); // null: another program records into it
+        if (unused == nullptr || !recordingFile->Delete()) {
             return false;
         }
     }
@@ -21,7 +20,7 @@ bool AudioRecordingClass::CreateFile(Desktop& desktop) {
     }
     lock = desktop.Lock(*recordingFile);
     if (lock == nullptr) {
-        recordingStream.reset(); // another program was quicker, and the name is its own
+        recordingStream.reset(); // another program has just taken this file
         return false;
     }
     return true;
@@ -40,13 +39,13 @@ void AudioRecordingClass::WriteHeader() {
     recordingStream->WriteString(WavHeader(sampleRate, recordedSamples));
 }
 
-// A last half sample is written, like everything that the receiver sends, but doesn't count.
+// An odd last byte is written too, but does not count as a sample.
 void AudioRecordingClass::WriteBlock(std::span<const std::uint8_t> block) {
     recordingStream->WriteBytes(block);
     recordedSamples += static_cast<std::int64_t>(block.size() / 2);
 }
 
-// In pieces, so that an hour of it takes no memory.
+// In pieces, so that an hour of silence needs little memory.
 void AudioRecordingClass::WriteSilence(std::int64_t samples) {
     constexpr std::size_t PieceBytes = std::size_t{64} * 1024;
     const auto bytes = static_cast<std::size_t>(samples) * 2;
@@ -65,9 +64,9 @@ bool AudioRecordingClass::Close() {
     if (!holdsHeader) {
         recordingFile->Delete();
     } else if (!whole) {
-        // A failure that shows at the end may have cost some of what was taken before.
+        // A failure at the end may have lost some of what was written before.
         const auto shape = LookAtWavFile(*recordingFile);
-        if (shape && shape->toldSamples != shape->wholeSamples) {
+        if (shape && shape->headerSamples != shape->wholeSamples) {
             PatchWavSizes(*recordingFile, *shape);
         }
     }

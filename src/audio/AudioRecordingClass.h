@@ -14,29 +14,30 @@ namespace larkspool {
 
 class Desktop;
 
-// One recording: the WAV file that is being written, and what it is of. Owned by the console,
-// replaced by the next. A write that fails is remembered; whoever writes asks HasFailed afterwards.
+// One recording: the WAV file that is being written, and what it contains. Owned by the console,
+// replaced by the next one. A failed write is remembered: call HasFailed after writing.
 class AudioRecordingClass {
   public:
-    static constexpr std::int64_t RollOverSamples = 1'000'000'000; // then it goes on in a new file
+    static constexpr std::int64_t RollOverSamples =
+        1'000'000'000; // then it continues in a new file
 
-    // Makes recordingFile anew and holds it. False: it can't be made, or somebody else is writing
-    // it at this moment.
+    // Creates recordingFile, replacing an old one, and locks it. False: it can't be created, or
+    // another program is writing it.
     bool CreateFile(Desktop& desktop);
-    // At the start for no samples, at the end for what was recorded.
+    // Call at the start, and again at the end with the final number of samples.
     void WriteHeader();
     void WriteBlock(std::span<const std::uint8_t> block);
     void WriteSilence(std::int64_t samples);
-    // After the last WriteHeader. False: the disk has refused something, now or before; what it
-    // took is a valid file all the same, unless that was less than a header.
+    // Call after the last WriteHeader. False: a write has failed, now or before. The file is valid
+    // even then, unless not even its header could be written.
     bool Close();
     bool HasFailed() const { return recordingStream && recordingStream->Failed(); }
 
     std::optional<BinaryStream> recordingStream;
     std::optional<FolderItem> recordingFile;
-    std::int64_t recordedSamples = 0; // 16-bit samples in the file behind the header
+    std::int64_t recordedSamples = 0; // 16-bit samples in the file, after the header
     std::int64_t sampleRate = 0;      // Hz
-    bool isRecording = false;         // from the header's first writing to the stop
+    bool isRecording = false;         // from the first WriteHeader to Close
     double frequency = 0;             // kHz
     std::string mode;
     std::string remoteAddress;

@@ -73,7 +73,7 @@ void Window1::AudioRecordingStart() {
     AudioRecordingWriteHeader();
     recording.isRecording = true;
     LabelRecordingStatus.SetText("");
-    Log("Recording begun: " + name);
+    Log("Recording started: " + name);
 }
 
 void Window1::AudioRecordingWriteHeader() {
@@ -91,18 +91,18 @@ void Window1::AudioRecordingStop() {
     if (complete) {
         return;
     }
-    DisarmRecording(RecordingWish::ToGoOn); // not on that disk
+    DisarmRecording(RecordingWish::ToGoOn); // the disk would fail again
     app.TellLoss(RecordingFailedText(*audioRecording));
 }
 
-// A disk that refuses a write ends the recording and nothing else.
+// A failed write ends the recording and nothing else.
 void Window1::EndFailedRecording() {
     if (IsRecording() && audioRecording->HasFailed()) {
         EndRecording();
     }
 }
 
-// A quiet stretch, however long, leaves one piece of silence in the file, at its beginning.
+// A silent period of any length leaves one piece of silence in the file, at its beginning.
 void Window1::RecordSamples(const MemoryBlock& block, std::size_t sampleCount) {
     const bool quiet = SliderSquelch.Value() > 0 && QuietSoundData(block, sampleCount);
     if (!quiet) {

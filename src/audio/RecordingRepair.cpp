@@ -9,17 +9,18 @@ namespace larkspool {
 
 namespace {
 
-constexpr int StartDelay = 5000; // ms, so that the program stands before the disk is asked
+constexpr int StartDelay = 5000; // ms, so that the disk is not busy while the program starts
 constexpr int StepPeriod = 10;   // ms
 constexpr int EntriesPerStep = 16;
 
 bool IsUnfinished(const WavFileShape& shape) {
-    return shape.toldSamples == 0 && shape.wholeSamples > 0;
+    return shape.headerSamples == 0 && shape.wholeSamples > 0;
 }
 
 } // namespace
 
-RecordingRepair::RecordingRepair(Desktop& host) : desktop(host), timer(host.MakeTimer()) {
+RecordingRepair::RecordingRepair(Desktop& theDesktop)
+    : desktop(theDesktop), timer(theDesktop.MakeTimer()) {
     timer->action = [this] { Step(); };
 }
 
@@ -28,7 +29,7 @@ void RecordingRepair::Start() {
     timer->SetMode(Timer::Mode::Single);
 }
 
-// A folder may hold more than can be looked through between two frames of sound.
+// A folder may hold too many files to examine between two frames of sound.
 void RecordingRepair::Step() {
     std::error_code failure;
     if (!hasBegun) {
@@ -40,7 +41,7 @@ void RecordingRepair::Step() {
     }
     for (int i = 0; i < EntriesPerStep && next != std::filesystem::directory_iterator(); ++i) {
         LookAt(*next);
-        next.increment(failure); // a failure ends it
+        next.increment(failure); // a failure sets it to the end
     }
     if (next == std::filesystem::directory_iterator()) {
         timer->SetMode(Timer::Mode::Off);
@@ -52,17 +53,17 @@ void RecordingRepair::LookAt(const std::filesystem::directory_entry& entry) {
     if (!IsRecordingName(file.Name())) {
         return;
     }
-    // Looked at without the lock first: a file that is only just being made must not find us
-    // holding it.
+    // First without the lock: a recording that is just being created must not fail because this
+    // holds the lock.
     const auto before = LookAtWavFile(file);
     if (!before || !IsUnfinished(*before)) {
         return;
     }
     const auto lock = desktop.Lock(file);
     if (lock == nullptr) {
-        return; // it is still running
+        return; // this recording is still running
     }
-    const auto shape = LookAtWavFile(file); // it may have been finished meanwhile
+    const auto shape = LookAtWavFile(file); // it may be complete by now
     if (shape && IsUnfinished(*shape)) {
         PatchWavSizes(file, *shape);
     }

@@ -7,12 +7,12 @@
 
 namespace larkspool {
 
-// Finishes the recordings that a crash or a power cut has left without their sizes, so that every
-// player takes them. Works quietly, a few files at a time, some seconds after the program's start.
-// Owned by the application.
+// Completes the headers of recordings that a crash or a power failure has left without their sizes,
+// so that every player plays them. Starts some seconds after the program and looks at a few files
+// at a time. Owned by the application.
 class RecordingRepair {
   public:
-    explicit RecordingRepair(Desktop& host);
+    explicit RecordingRepair(Desktop& theDesktop);
 
     void Start();
 
@@ -22,7 +22,7 @@ class RecordingRepair {
 
     Desktop& desktop;
     std::unique_ptr<Timer> timer;
-    std::filesystem::directory_iterator next; // at its end while nothing is under way
+    std::filesystem::directory_iterator next; // at its end while no folder is being read
     bool hasBegun = false;
 };
 

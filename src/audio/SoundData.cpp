@@ -4,7 +4,7 @@
 
 namespace larkspool {
 
-// One audio frame: to the meter, to the ear, to the network, to the file.
+// One audio frame goes to the meter, the sound library, the network and the recording.
 void Window1::ParseSoundData(const std::string& data) {
     const auto frame = ReadSoundFrame(data);
     if (!frame) {
@@ -24,7 +24,7 @@ void Window1::ParseSoundData(const std::string& data) {
     }
 }
 
-// A lost frame is noted and that is all: nothing is asked for again, and no silence fills the gap.
+// A lost frame only adds a row to the log: it is not requested again, and no silence fills the gap.
 void Window1::NoteSequence(std::uint32_t sequence) {
     kiwiAudioSequence = sequence;
     if (lastKiwiAudioSequence > -1 && lastKiwiAudioSequence != kiwiAudioSequence - 1) {

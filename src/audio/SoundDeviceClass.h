@@ -5,7 +5,7 @@
 
 namespace larkspool {
 
-// A sound device, as the sound library tells of it.
+// A sound device, as the sound library describes it.
 struct SoundDeviceClass {
     std::uint32_t id = 0;
     std::uint32_t inputID = 0;

@@ -2,23 +2,32 @@
 
 #include "platform/FolderItem.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 namespace larkspool {
 
-// What the header of a recording says, and what is really there.
+inline constexpr std::size_t WavHeaderSize = 44; // bytes
+
+// The header of a WAV file: one channel, 16-bit PCM, little-endian. Its size fields have 32 bits;
+// where they can't hold the number of samples, they hold the largest number that fits.
+std::string WavHeader(std::int64_t sampleRate, std::int64_t samples);
+
+// What the header of a recording says, and what the file holds.
 struct WavFileShape {
     std::int64_t sampleRate = 0;
-    std::int64_t toldSamples = 0;  // by the header
-    std::int64_t wholeSamples = 0; // behind the header
+    std::int64_t headerSamples = 0; // according to the header
+    std::int64_t wholeSamples = 0;  // after the header
 };
 
-// Nothing unless the file begins with a header that is, byte for byte, one of ours. Where the last
-// writing of a header broke off half-way, it tells of no samples yet.
+// Empty unless the file begins with a header that is, byte for byte, one that WavHeader makes. If
+// the last write of a header stopped half-way, headerSamples is 0.
 std::optional<WavFileShape> LookAtWavFile(const FolderItem& file);
 
-// Makes the header tell what is really there, in one write; the samples stay as they are.
+// Writes the number of samples that the file holds into its header, in one write. The samples stay
+// as they are.
 bool PatchWavSizes(const FolderItem& file, const WavFileShape& shape);
 
 } // namespace larkspool

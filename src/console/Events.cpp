@@ -1,4 +1,4 @@
-// Which control raises which method: the one place to look when a control does nothing.
+// Connects every control's events to the methods that handle them.
 #include "console/Window1.h"
 #include "shell/App.h"
 

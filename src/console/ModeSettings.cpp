@@ -10,7 +10,7 @@ void Window1::PopupMenuMode_Open() {
         PopupMenuMode.AddRow(caption);
     }
     PopupMenuMode.SetListIndex(0);
-    // Until init the controls are being filled, and nothing of that belongs into the records.
+    // Until init the program fills the controls: those values must not be saved.
     okToSave = false;
 }
 

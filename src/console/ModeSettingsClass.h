@@ -6,7 +6,7 @@
 namespace larkspool {
 
 // The passband and AGC settings of each demodulation mode, indexed by the mode's row in the popup.
-// Owned by App. Rows 12 to 19 are room in the stored file that no control reaches.
+// Owned by App. Rows 12 to 19 exist in the stored file only; no control uses them.
 struct ModeSettingsClass {
     static constexpr int Count = 20;
     static constexpr int WithDefaults = 14;
@@ -19,7 +19,7 @@ struct ModeSettingsClass {
     void SetDefaults();
 
     std::array<std::int32_t, Count> lowCut{}; // Hz relative to the tuned frequency
-    std::array<std::int32_t, Count> hiCut{};  // likewise
+    std::array<std::int32_t, Count> hiCut{};  // Hz relative to the tuned frequency
     std::array<bool, Count> agc{};
     std::array<bool, Count> hang{};
     std::array<std::int32_t, Count> threshold{};  // dB

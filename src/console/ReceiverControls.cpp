@@ -10,7 +10,7 @@ namespace larkspool {
 
 namespace {
 
-// In dBm. Five units of the bar are one dB, and an empty bar is -130 dBm.
+// In dBm. Five units of the bar are one dB; the empty bar is -130 dBm.
 double SmeterLevel(int value) { return value / 5.0 - 130.0; }
 
 void Speak(Slider& slider, std::string name, const std::string& unit) {

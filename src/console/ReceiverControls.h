@@ -83,10 +83,10 @@ class ReceiverControls {
     CheckBox CheckBoxUpdateWaterfall;
     WaterfallClass WaterfallCanvas;
 
-    // Never shown: what happened, for whoever looks with a debugger or in a test
-    TextArea TextArea1; // the replies to the upgrade requests, the recordings' dead times
+    // Never shown: what happened, for a debugger or a test
+    TextArea TextArea1; // replies to the upgrade requests, dead times of recordings
     TextArea TextArea2;
-    Listbox Listbox1; // the running log, one row an event
+    Listbox Listbox1; // the log, one row per event
     PushButton PushButtonClearListbox;
 
   private:
@@ -95,7 +95,7 @@ class ReceiverControls {
         int high = 0;
     };
 
-    // Each gives a control its name, its place and its first value, and takes it into the console.
+    // Each sets a control's name, place and first value, and adds the control to the console.
     void Make(Control& control, std::string name, Rect place, Locks locks = {});
     void Make(Label& label, std::string name, Rect place, std::string text);
     void Make(TextField& field, std::string name, Rect place, std::string text);

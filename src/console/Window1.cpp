@@ -9,19 +9,20 @@ namespace {
 
 constexpr int DesignWidth = 1064;
 constexpr int DesignHeight = 968;
-constexpr int StartHeight = 370; // just down to the waterfall
+constexpr int StartHeight = 370; // just includes the waterfall
 constexpr int StatisticsPeriod = 1000;
 constexpr int DisplayPeriod = 100;
 constexpr int StreamPeriod = 20;
-constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 samples a second
+constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 samples per second
 
 } // namespace
 
-Window1::Window1(Desktop& host, App& application)
-    : Window(host), app(application), TCPSocketAudio(host.MakeTCPSocket()),
-      TCPSocketWaterfall(host.MakeTCPSocket()), Timer1(host.MakeTimer()), Timer3(host.MakeTimer()),
-      RxUDPSocket(host.MakeUDPSocket()), Timer4(host.MakeTimer()),
-      rigServer(host.MakeTCPServer(),
+Window1::Window1(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application), TCPSocketAudio(theDesktop.MakeTCPSocket()),
+      TCPSocketWaterfall(theDesktop.MakeTCPSocket()), Timer1(theDesktop.MakeTimer()),
+      Timer3(theDesktop.MakeTimer()), RxUDPSocket(theDesktop.MakeUDPSocket()),
+      Timer4(theDesktop.MakeTimer()),
+      rigServer(theDesktop.MakeTCPServer(),
                 [this](const RigCommand& asked) { return AnswerRig(asked); }) {
     SetTitle("Larkspool");
     SetDesignSize(DesignWidth, DesignHeight);
@@ -33,7 +34,7 @@ Window1::Window1(Desktop& host, App& application)
     for (Control* control : Created()) {
         AddControl(*control);
     }
-    firstFocus = &PushButtonConnect; // a caret would blink, and repaint, all night
+    firstFocus = &PushButtonConnect; // a text field's blinking caret would repaint all night
     BindEvents();
     Timer1->SetPeriod(StatisticsPeriod);
     Timer3->SetPeriod(DisplayPeriod);
@@ -63,7 +64,7 @@ void Window1::Event_Open() {
 }
 
 void Window1::FillFromPreferences() {
-    const Preferences stored = app.prefs; // the setters' events write into the original
+    const Preferences stored = app.prefs; // a copy: the setters' events change the original
     CheckBoxReconnect.SetValue(stored.prefsReconnect);
     TextFieldAddress.SetText(stored.prefsLastURL);
     TextFieldPort.SetText(Str(stored.prefsLastPort));
@@ -77,12 +78,12 @@ void Window1::FillFromPreferences() {
     SliderSquelch.SetValue(stored.prefsSquelch);
     TextFieldSquelchedDeadSpace.SetText(Format(stored.prefsSquelchedDeadSpace, "#.0"));
 
-    // A field shows fewer digits than are stored; what is stored stays as it was.
+    // A field shows fewer digits than are stored: the stored value must not lose them.
     app.prefs.prefsLastFreq = stored.prefsLastFreq;
     app.prefs.prefsSquelchedDeadSpace = stored.prefsSquelchedDeadSpace;
 
-    // A stored value that equals a slider's first one has raised no event, but what follows from
-    // it must hold all the same.
+    // A stored value that equals a slider's first value raises no event, but the labels and levels
+    // that depend on it must be set.
     SliderWaterfallGain_ValueChanged();
     SliderWaterfallMinDb_ValueChanged();
     SliderSquelch_ValueChanged();
@@ -94,6 +95,23 @@ void Window1::init(int mode) {
     okToSave = true;
 }
 
+// Ten times per second: shows what arrives too often to be drawn for each frame.
+void Window1::Timer3_Action() {
+    if (!TCPSocketAudio->IsConnected()) {
+        sMeter = LowestMeter; // a frozen meter would look like a signal
+        kiwiFlags = 0;
+        kiwiAudioSequence = 0;
+    }
+    LabelSmeter.SetText(Str(sMeter) + " dBm " + Str(kiwiFlags) + " " + Str(kiwiAudioSequence));
+    // Five units per dB; the bar is empty at -130 dBm.
+    ProgressBarSmeter.SetValue(WholePart<int>((130.0 + sMeter) * 5.0));
+    PushButtonRecord.SetEnabled(isConnected || IsRecording());
+    CountDown();
+    ShowRecordingTime();
+    rigServer.Tick();
+    app.WatchTheNight();
+}
+
 void Window1::Log(const std::string& row) {
     Listbox1.AddRow(row);
     app.nightLog.Add(row);
@@ -101,7 +119,7 @@ void Window1::Log(const std::string& row) {
 
 bool Window1::Event_CancelClose(bool appQuitting) {
     if (!appQuitting && app.EndsWith(*this)) {
-        return false; // the quit that follows asks again
+        return false; // the program quits next and calls this again
     }
     EndEntry();
     if (audioWebsocket != nullptr) {

@@ -28,34 +28,34 @@ class App;
 
 // The receiver console: the one main window, and everything that a session with a receiver needs.
 // Owned by App from its first event to the end of the program. The controls are the tuning state:
-// whoever retunes sets a control, and the control's event does the sending. The methods are defined
-// in the folder of the subsystem that they belong to.
+// to retune is to set a control, whose event then sends the command. The methods are defined in the
+// folder of the subsystem that they belong to.
 class Window1 : public Window, public ReceiverControls {
   public:
-    Window1(Desktop& host, App& application);
+    Window1(Desktop& theDesktop, App& application);
     ~Window1() override;
 
     // Opening and closing (console)
     void Event_Open();
-    void init(int mode); // the stored mode, as it was before this window was made
+    void init(int mode); // mode: as stored before this window was created
     bool Event_CancelClose(bool appQuitting) override;
 
     // Scheduled recordings (schedule). The texts are a schedule row's cells.
     void ConnectAndRecord(const std::string& url, const std::string& freq, const std::string& mode,
                           const std::string& filter);
-    void EndEntry(); // for good: nothing connects and nothing records after it
+    void EndEntry(); // afterwards nothing reconnects and nothing records
 
     // The recording (audio)
-    std::unique_ptr<AudioRecordingClass> audioRecording; // the latest; null before the first
+    std::unique_ptr<AudioRecordingClass> audioRecording; // the latest one; null before the first
     std::int64_t rollOverSamples =
         AudioRecordingClass::RollOverSamples; // where the next file begins
 
     bool IsRecording() const { return audioRecording != nullptr && audioRecording->isRecording; }
 
-    // Adds a row to the log, here and in the file that outlives the program (console)
+    // Adds a row to the log: to Listbox1 and to the log's file (console)
     void Log(const std::string& row);
 
-    // Fetches the list of receivers and fills the popup when it comes (directory)
+    // Fetches the list of receivers; fills the popup when the list arrives (directory)
     void GetKiwiList();
 
   private:
@@ -70,7 +70,7 @@ class Window1 : public Window, public ReceiverControls {
     void FillFromPreferences();
 
     void TextFieldFreq_TextChange();
-    void StepFrequency(double steps);                        // of 1 kHz, by the wheel or by keys
+    void StepFrequency(double steps);                        // of 1 kHz, by the wheel or a key
     void PassbandTextChange();                               // either edge
     static void StepPassband(TextField& edge, double steps); // of 10 Hz
     void TextFieldIdentity_TextChange();
@@ -132,7 +132,7 @@ class Window1 : public Window, public ReceiverControls {
     void SendSetBrowser();
     void SetSquelch(int level, double seconds);
     void SetDeEmphasis(int index);
-    void SetMute(bool mute); // by the receiver
+    void SetMute(bool mute); // the receiver does it
 
     // Messages from the receiver (link)
     void ParseMessage(const std::string& body);
@@ -154,12 +154,12 @@ class Window1 : public Window, public ReceiverControls {
 
     // Recording (audio)
     enum class RecordingWish {
-        OfEntry, // a schedule's entry is to be recorded
-        ToGoOn   // a lost link has cut a recording short: it goes on in a new file
+        OfEntry, // a schedule entry waits to be recorded
+        ToGoOn   // a lost link has ended a recording: it continues in a new file
     };
     void PushButtonRecord_Action();
-    void BeginRecording(); // whether the button is enabled or not
-    void EndRecording();   // without a recording does nothing
+    void BeginRecording(); // even if the button is disabled
+    void EndRecording();   // does nothing if no recording runs
     void ArmRecording(RecordingWish wish);
     void DisarmRecording(RecordingWish wish);
     void BeginArmedRecording();
@@ -194,7 +194,7 @@ class Window1 : public Window, public ReceiverControls {
 
     // Rig control (remote)
     void OpenRigControl();
-    std::string AnswerRig(const RigCommand& command); // as it goes out
+    std::string AnswerRig(const RigCommand& command); // the bytes to send back
     RigReply ObeyRig(const RigCommand& command);
     RigReply SetRigFrequency(double hertz);
     RigReply TellRigMode();
@@ -207,7 +207,7 @@ class Window1 : public Window, public ReceiverControls {
 
     // Waterfall
     void SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws);
-    void RecentreWaterfall(); // on the tuned frequency
+    void RecenterWaterfall(); // on the tuned frequency
     void ParseWaterfallData(const std::string& data);
     void SliderWaterfallGain_ValueChanged();
     void SliderWaterfallMinDb_ValueChanged();
@@ -236,53 +236,53 @@ class Window1 : public Window, public ReceiverControls {
     std::string theHost;
     std::int64_t thePort = 0;
     bool didManuallyDisconnect = false; // the user's own Disconnect is in progress
-    bool isConnected = false;           // the receiver has told its audio rate
-    std::uint64_t pendingConnect = 0;   // ticket of the DoConnect that waits; 0: none does
+    bool isConnected = false;           // the receiver has sent its audio rate
+    std::uint64_t pendingConnect = 0;   // ticket of the planned DoConnect; 0: none is planned
     std::uint64_t lastTicket = 0;
-    int reconnectTicks = 0;   // of Timer3, until the reconnect that waits; 0: none does
-    bool isHangingUp = false; // the program ends the links itself
+    int reconnectTicks = 0;   // of Timer3, until the planned reconnect; 0: none is planned
+    bool isHangingUp = false; // the program itself is closing the links
     LinkHealth linkHealth;    // of this session
     StatusLine statusLine;
-    std::string frameTag;  // kept between frames for their memory
-    std::string frameBody; // likewise
+    std::string frameTag;  // kept between frames to reuse the memory
+    std::string frameBody; // kept for the same reason
 
     // Tuning as last sent to the receiver
     std::int64_t lowCut = 0; // Hz relative to the tuned frequency
-    std::int64_t hiCut = 0;  // likewise
+    std::int64_t hiCut = 0;  // Hz relative to the tuned frequency
     double tunedFreq = 0;    // kHz
     bool okToSave = false;   // while false, SaveSettingsForMode does nothing
 
     // Audio state
-    double audioRate = 0;                       // samples a second; 0 until known
+    double audioRate = 0;                       // samples per second; 0 until known
     static constexpr double LowestMeter = -127; // dBm
     double sMeter = LowestMeter;
     int kiwiFlags = 0;
     std::int64_t kiwiAudioSequence = 0;
     std::int64_t lastKiwiAudioSequence = -1; // -1: none seen on this connection
-    std::int64_t numSoundBytes = 0;          // since the last statistics tick
+    std::int64_t numSoundBytes = 0;          // since the last tick of Timer1
     std::vector<SoundDeviceClass> soundDevices;
     std::vector<std::size_t> soundInputDeviceIDs;  // indexes into soundDevices
     std::vector<std::size_t> soundOutputDeviceIDs; // row i of the popup shows device [i]
     MemoryBlock kiwiSoundSamplesMB;                // silence, for priming
-    bool startRecordingWhenConnected = false;      // armed for an entry
-    bool resumesRecording = false;                 // armed to go on
-    std::string_view whyNotRecorded;               // the entry, as far as it is known
-    bool isSquelched = false;                      // the recording is inside a quiet stretch
+    bool startRecordingWhenConnected = false;      // RecordingWish::OfEntry is armed
+    bool resumesRecording = false;                 // RecordingWish::ToGoOn is armed
+    std::string_view whyNotRecorded;               // why the entry has no recording yet
+    bool isSquelched = false;                      // the recording is inside a silent period
 
     // Remote control state
-    std::unique_ptr<UDPSocket> RxUDPSocket; // bound when networking is first used, to the end
+    std::unique_ptr<UDPSocket> RxUDPSocket; // bound from the first use of networking on
     std::unique_ptr<Timer> Timer4;          // sends the stream
     RigServer rigServer;
     AudioStream audioStream;
-    Datagram streamDatagram; // of the block that is sent, kept for its memory
+    Datagram streamDatagram; // kept between blocks to reuse the memory
 
     // Waterfall state
-    std::optional<double> waterfallStartFreq; // kHz, the left edge; none before the first session
+    std::optional<double> waterfallStartFreq; // kHz, the left edge; empty before the first session
     int waterfallOffsetDb = 0;                // 0 to 63
     double waterfallGain = 0;                 // 0.00 to 5.00
 
     // Receiver directory state
-    bool gotKiwiPopupMouseDown = false; // the popup's next change is the user's pick
+    bool gotKiwiPopupMouseDown = false; // the popup's next change is the user's choice
 };
 
 } // namespace larkspool

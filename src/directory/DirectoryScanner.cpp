@@ -19,7 +19,7 @@ void DirectoryScanner::ScanPage(std::string_view page) {
     std::size_t at = 0;
     while (at < page.size()) {
         if (!nextLineIsURL) {
-            // Most lines say nothing: on to the next that does.
+            // Most lines hold no name: skip to the next one that does.
             at = page.find(NameMarker, at);
             if (at == std::string_view::npos) {
                 return;

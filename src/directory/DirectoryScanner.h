@@ -7,9 +7,9 @@
 
 namespace larkspool {
 
-// Reads receivers out of the public directory's page, where the line with a receiver's name is
-// followed directly by the line with its address. Works on bytes and takes any page; what isn't
-// told in just this way is left out.
+// Reads receivers from the public directory's page, where the line with a receiver's name is
+// followed directly by the line with its address. Accepts any page, as bytes; what has
+// another form is ignored.
 class DirectoryScanner {
   public:
     explicit DirectoryScanner(ReceiverList& found) : list(found) {}
@@ -22,7 +22,7 @@ class DirectoryScanner {
     void TakeAddress(std::string_view line);
 
     ReceiverList& list;
-    std::string tempName; // waits for its address
+    std::string tempName; // of the receiver whose address comes next
     bool nextLineIsURL = false;
 };
 

@@ -1,6 +1,5 @@
 #include "directory/FavoritesFile.h"
 
-#include "platform/OnOneLine.h"
 #include "platform/Text.h"
 
 #include <algorithm>
@@ -22,9 +21,9 @@ FavoriteLines DecodeFavorites(TextInputStream& text) {
     while (!text.EndOfFile()) {
         std::string line = text.ReadLine();
         const auto parts = SplitB(line, ";");
-        if (parts.size() == 3) {
-            lines.receivers.Append(std::string(parts[2]), std::string(parts[0]),
-                                   WholePart(Val(parts[1])));
+        if (parts.size() == FavoriteColumns) {
+            lines.receivers.Append(std::string(parts[NameColumn]), std::string(parts[HostColumn]),
+                                   WholePart(Val(parts[PortColumn])));
         } else {
             lines.others.push_back(std::move(line));
         }

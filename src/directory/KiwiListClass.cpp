@@ -5,8 +5,9 @@
 
 namespace larkspool {
 
-KiwiListClass::KiwiListClass(Desktop& host) : desktop(host), socket(host.MakeHTTPSocket()) {
-    // Whatever page comes is read, whatever its status.
+KiwiListClass::KiwiListClass(Desktop& theDesktop)
+    : desktop(theDesktop), socket(theDesktop.MakeHTTPSocket()) {
+    // Every page is read, whatever its HTTP status.
     socket->pageReceived = [this](const std::string&, int, const std::string& content) {
         Event_PageReceived(content);
     };
@@ -28,7 +29,7 @@ void KiwiListClass::Event_PageReceived(const std::string& content) {
 
 void KiwiListClass::Event_Error(int code) {
     desktop.MsgBox("Could not download KiwiSDR list, error " + Str(code));
-    received(); // the site and the favorites can be reached without it
+    received(); // the site's receivers and the favorites do not depend on the list
 }
 
 } // namespace larkspool

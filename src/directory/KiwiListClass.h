@@ -10,16 +10,16 @@
 namespace larkspool {
 
 // The receiver directory of the whole program, index i of which is row i of the console's popup.
-// Fetches the public list; a page or an error comes on the event loop. Owned by App, and made anew
-// for each fetch, which ends the fetch of the one before.
+// Fetches the public list; a page or an error arrives on the event loop. Owned by App, which
+// creates a new one for each fetch and so ends the previous fetch.
 class KiwiListClass : public ReceiverList {
   public:
-    explicit KiwiListClass(Desktop& host);
+    explicit KiwiListClass(Desktop& theDesktop);
 
-    // Asks the host for its list. Without a host the public list is empty, and is there at once.
+    // Asks the host for its list. Without a host the public list is empty and complete at once.
     void Init(const std::string& directoryHost);
 
-    std::function<void()> received; // what can be had of the public list is there
+    std::function<void()> received; // the fetch has ended, with or without a list
 
   private:
     void Event_PageReceived(const std::string& content);

@@ -11,7 +11,7 @@ namespace larkspool {
 
 // Receivers by name, host and port. The three arrays are parallel: index i of each is one receiver.
 struct ReceiverList {
-    std::vector<std::string> names;  // UTF-8, unless the source broke it
+    std::vector<std::string> names;  // UTF-8, unless the source is invalid
     std::vector<std::string> urls;   // host name or address, no scheme, no port
     std::vector<std::int64_t> ports; // TCP
 
@@ -23,10 +23,10 @@ struct ReceiverList {
     bool operator==(const ReceiverList&) const = default;
 };
 
-// The two sides of the one colon in a text; nothing if there is none or more than one.
+// The two sides of the only colon in a text. Empty if there is no colon or more than one.
 struct HostAndPort {
     std::string_view host;
-    std::string_view port; // with what follows it, such as a path
+    std::string_view port; // including what follows it, such as a path
 };
 std::optional<HostAndPort> SplitHostAndPort(std::string_view text);
 

@@ -3,44 +3,62 @@
 #include "platform/ReplaceFile.h"
 #include "shell/App.h"
 
+#include <array>
+#include <utility>
+
 namespace larkspool {
 
 namespace {
 
-constexpr Rect DesignBounds = {0, 0, 600, 400};
-constexpr int AddEntry = 1;
-constexpr int DeleteEntry = 2;
+constexpr int DesignWidth = 600;
+constexpr int DesignHeight = 400;
 
-enum Column { Host, Port, Name };
+enum ContextItem { Add = 1, Delete = 2 };
+
+MenuItem ItemFor(std::string caption, ContextItem index) {
+    MenuItem item;
+    item.caption = std::move(caption);
+    item.index = index;
+    return item;
+}
 
 } // namespace
 
-WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& host, App& application)
-    : Window(host), app(application) {
+WindowFavoriteKiwis::WindowFavoriteKiwis(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application) {
     SetTitle("Favorite Kiwis");
-    SetDesignSize(DesignBounds.width, DesignBounds.height);
-    Listbox1.Place("Listbox1", DesignBounds, {true, true, true, true});
+    SetDesignSize(DesignWidth, DesignHeight);
+    Listbox1_Open();
+    AddControl(Listbox1);
+}
+
+void WindowFavoriteKiwis::Listbox1_Open() {
+    Listbox1.Place("Listbox1", {0, 0, DesignWidth, DesignHeight},
+                   {.left = true, .top = true, .right = true, .bottom = true});
     Listbox1.spokenName = "Favorites";
     Listbox1.hasHeader = true;
     Listbox1.placeholder = "The right mouse button adds a favorite.";
+    const auto columns = std::to_array<Listbox::Column>({
+        {.heading = "URL", .width = 0, .weight = 2, .editable = true},
+        {.heading = "Port", .width = 60, .weight = 0, .editable = true},
+        {.heading = "Name", .width = 0, .weight = 3, .editable = true},
+    });
+    static_assert(columns.size() == FavoriteColumns);
+    Listbox1.columns.assign(columns.begin(), columns.end());
     Listbox1.constructContextualMenu = [this](std::vector<MenuItem>& items) {
         return Listbox1_ConstructContextualMenu(items);
     };
     Listbox1.contextualMenuAction = [this](const MenuItem& item) {
         return Listbox1_ContextualMenuAction(item);
     };
-    AddControl(Listbox1);
 }
 
-void WindowFavoriteKiwis::Event_Open() {
-    Listbox1.columns = {{"URL", 0, 2, true}, {"Port", 60, 0, true}, {"Name", 0, 3, true}};
-    LoadEntries();
-}
+void WindowFavoriteKiwis::Event_Open() { LoadEntries(); }
 
 bool WindowFavoriteKiwis::Event_CancelClose(bool appQuitting) {
     CommitEdits();
     if (!appQuitting && app.EndsWith(*this)) {
-        return false; // the quit that follows asks again
+        return false; // the program quits next and calls this again
     }
     SaveEntries();
     if (!appQuitting) {
@@ -64,31 +82,32 @@ void WindowFavoriteKiwis::LoadEntries() {
         return;
     }
     loaded = favorites->Rows();
-    for (const auto& [host, port, name] : loaded) {
-        AddRow(host, port, name);
+    for (const FavoriteCells& cells : loaded) {
+        AddRow(cells);
     }
 }
 
-void WindowFavoriteKiwis::AddRow(const std::string& host, const std::string& port,
-                                 const std::string& name) {
-    Listbox1.AddRow(host);
-    Listbox1.SetCell(Listbox1.LastIndex(), Port, port);
-    Listbox1.SetCell(Listbox1.LastIndex(), Name, name);
-}
-
-std::vector<FavoriteCells> WindowFavoriteKiwis::Rows() const {
-    std::vector<FavoriteCells> rows;
-    rows.reserve(static_cast<std::size_t>(Listbox1.ListCount()));
-    for (int row = 0; row < Listbox1.ListCount(); ++row) {
-        rows.push_back(
-            {Listbox1.Cell(row, Host), Listbox1.Cell(row, Port), Listbox1.Cell(row, Name)});
+FavoriteCells WindowFavoriteKiwis::CellsOf(int row) const {
+    FavoriteCells cells;
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        cells[column] = Listbox1.Cell(row, static_cast<int>(column));
     }
-    return rows;
+    return cells;
 }
 
-// Another program may have written the file meanwhile: what it has put there stays.
+void WindowFavoriteKiwis::AddRow(const FavoriteCells& cells) {
+    Listbox1.AddRow("");
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        Listbox1.SetCell(Listbox1.LastIndex(), static_cast<int>(column), cells[column]);
+    }
+}
+
+// Keeps what another program has written into the file in the meantime.
 void WindowFavoriteKiwis::SaveEntries() {
-    const auto rows = Rows();
+    std::vector<FavoriteCells> rows;
+    for (int row = 0; row < Listbox1.ListCount(); ++row) {
+        rows.push_back(CellsOf(row));
+    }
     const bool makesFirstFile = rows.empty() && !File().Exists();
     if (isUnread || (rows == loaded && !makesFirstFile)) {
         return;
@@ -103,23 +122,25 @@ void WindowFavoriteKiwis::SaveEntries() {
 }
 
 bool WindowFavoriteKiwis::Listbox1_ConstructContextualMenu(std::vector<MenuItem>& items) const {
-    items.push_back({.name = "", .caption = "Add entry", .shortcut = "", .index = AddEntry});
+    items.push_back(ItemFor("Add entry", Add));
     if (Listbox1.ListIndex() > -1) {
-        items.push_back({.name = "",
-                         .caption = "Delete entry",
-                         .shortcut = "",
-                         .index = DeleteEntry,
-                         .tag = Listbox1.ListIndex()});
+        items.push_back(ItemFor("Delete entry", Delete));
+        items.back().tag = Listbox1.ListIndex();
     }
     return true;
 }
 
 bool WindowFavoriteKiwis::Listbox1_ContextualMenuAction(const MenuItem& item) {
-    CommitEdits(); // an edit that is open would be lost with its row
-    if (item.index == AddEntry) {
-        AddRow("Kiwi URL", "8073", "Kiwi Name");
-    } else if (item.index == DeleteEntry && item.tag) {
-        Listbox1.DeleteRow(*item.tag);
+    CommitEdits(); // an open edit would be lost with its row
+    switch (item.index) {
+    case Add:
+        AddRow({"Kiwi URL", "8073", "Kiwi Name"});
+        break;
+    case Delete:
+        Listbox1.DeleteRow(item.tag.value_or(-1));
+        break;
+    default:
+        break;
     }
     return true;
 }

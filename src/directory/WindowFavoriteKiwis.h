@@ -10,11 +10,11 @@ namespace larkspool {
 
 class App;
 
-// Where the user edits the favourites, in place; a close saves what has changed. Owned by App, one
-// at a time, from its opening to its closing.
+// The editor of the favorites: the user edits the cells, and closing the window saves the changes.
+// Owned by App from its opening to its closing; only one is open at a time.
 class WindowFavoriteKiwis : public Window {
   public:
-    WindowFavoriteKiwis(Desktop& host, App& application);
+    WindowFavoriteKiwis(Desktop& theDesktop, App& application);
 
     void Event_Open();
     bool Event_CancelClose(bool appQuitting) override;
@@ -22,17 +22,18 @@ class WindowFavoriteKiwis : public Window {
     Listbox Listbox1; // host, port, name
 
   private:
+    void Listbox1_Open();
     void LoadEntries();
     void SaveEntries();
-    void AddRow(const std::string& host, const std::string& port, const std::string& name);
-    std::vector<FavoriteCells> Rows() const;
+    FavoriteCells CellsOf(int row) const;
+    void AddRow(const FavoriteCells& cells);
     bool Listbox1_ConstructContextualMenu(std::vector<MenuItem>& items) const;
     bool Listbox1_ContextualMenuAction(const MenuItem& item);
     FolderItem File() const;
 
     App& app;
     std::vector<FavoriteCells> loaded; // the rows as they were read
-    bool isUnread = false; // there is a file, but it can't be read: nothing may replace it
+    bool isUnread = false;             // the file exists but can't be read: it must not be replaced
 };
 
 } // namespace larkspool

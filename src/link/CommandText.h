@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// The text of every command that a receiver is sent. Numbers are plain decimal, Booleans 1 or 0.
+// The text of every command to a receiver. Numbers are plain decimal, Booleans are 1 or 0.
 namespace larkspool::command {
 
 struct Agc {
@@ -26,7 +26,7 @@ inline constexpr std::array<std::string_view, 5> AudioOK = {
     "SET AR OK in=12000 out=44100", "SET genattn=0", "SET gen=0 mix=-1", "SET squelch=0 param=0",
     "SET compression=0"};
 
-// Edges in Hz relative to the tuned frequency; the frequency in kHz goes out as its field has it.
+// Edges in Hz relative to the tuned frequency; the frequency in kHz is the text of its field.
 std::string Modulation(std::string_view mode, std::int64_t lowCut, std::int64_t hiCut,
                        std::string_view frequency);
 std::string SetAgc(const Agc& agc);
@@ -37,7 +37,7 @@ std::string DeEmphasis(int index);
 std::string Mute(bool mute);
 
 // The four commands that set a waterfall's range, zoom and left edge, speed and compression, in the
-// order in which they go out. startFreq: the left edge in kHz.
+// order in which to send them. startFreq: the left edge in kHz.
 std::array<std::string, 4> Waterfall(int speed, int compression, int zoom, double startFreq);
 
 } // namespace larkspool::command

@@ -37,7 +37,7 @@ void Window1::SendSetModulation() {
     tunedFreq = Val(TextFieldFreq.Text());
     WaterfallCanvas.SetPassband(static_cast<double>(lowCut), static_cast<double>(hiCut));
     SendCommand(command::Modulation(PopupMenuMode.Text(), lowCut, hiCut, TextFieldFreq.Text()));
-    RecentreWaterfall();
+    RecenterWaterfall();
 }
 
 void Window1::SendSetAGC() {
@@ -54,7 +54,7 @@ void Window1::SendSetIdentity(const std::string& name) {
         return;
     }
     SendCommand(command::Identity(name));
-    Listbox1.AddRow("SendSetIdentity " + name); // not into the file
+    Listbox1.AddRow("SendSetIdentity " + name); // not into the log's file
 }
 
 void Window1::SendSetGeoLocation(const std::string& place) {
@@ -62,7 +62,7 @@ void Window1::SendSetGeoLocation(const std::string& place) {
         return;
     }
     SendCommand(command::GeoLocation(place));
-    Listbox1.AddRow("SendSetGeoLocation " + place); // not into the file
+    Listbox1.AddRow("SendSetGeoLocation " + place); // not into the log's file
 }
 
 void Window1::SendSetBrowser() {

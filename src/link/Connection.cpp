@@ -11,9 +11,9 @@ namespace {
 
 constexpr std::size_t ShortestAddress = 5;
 constexpr double HighestPort = 65535;
-constexpr int ConnectDelay = 1000;    // ms, so that the receiver sees the old session go
+constexpr int ConnectDelay = 1000;    // ms, so that the receiver sees the end of the old session
 constexpr int ReconnectDelay = 60000; // ms
-constexpr int DisplayPeriod = 100;    // ms, of Timer3, which counts it down
+constexpr int DisplayPeriod = 100;    // ms, of Timer3, which counts down to the reconnect
 
 } // namespace
 
@@ -24,7 +24,7 @@ void Window1::PushButtonConnect_Action() {
     }
 }
 
-// False: they can't be a receiver's, and the user has been told so.
+// False: no receiver can have this address or port; the user has seen a message.
 bool Window1::TidyAddressAndPort() {
     const PastedUrl typed = TidyReceiver(TextFieldAddress.Text(), TextFieldPort.Text());
     TextFieldAddress.SetText(typed.host);
@@ -54,8 +54,8 @@ void Window1::PushDisconnectButton() { PushButtonDisconnect.Push(); }
 
 void Window1::CheckBoxReconnect_Action() { app.prefs.prefsReconnect = CheckBoxReconnect.Value(); }
 
-// Calls can't be withdrawn, so each has a ticket, and only the newest ticket's call does anything:
-// the later of two wishes wins, and what was withdrawn stays so.
+// A planned call can't be cancelled. Each call has a ticket, and only the call with the current
+// ticket acts: a later request replaces an earlier one, and WithdrawConnect cancels it.
 void Window1::ConnectLater(int milliseconds) {
     pendingConnect = ++lastTicket;
     desktop.CallLater(milliseconds, [this, ticket = pendingConnect] {
@@ -81,7 +81,7 @@ void Window1::WithdrawConnect() {
     reconnectTicks = 0;
 }
 
-// For good: no reconnect follows, and none that waits comes.
+// Also cancels a planned reconnect; no other one follows.
 void Window1::EndSession() {
     WithdrawConnect();
     didManuallyDisconnect = true;

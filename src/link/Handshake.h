@@ -15,7 +15,7 @@ inline constexpr std::string_view SwitchingProtocols = "101 Switching Protocols"
 std::string HostPort(std::string_view host, std::int64_t port);
 
 // The HTTP request that turns a TCP connection into a WebSocket link.
-// unixTime: whole seconds since 1970. key: 16 random bytes, not yet encoded.
+// unixTime: whole seconds since 1970. key: 16 random bytes, before Base64 encoding.
 std::string UpgradeRequest(LinkKind kind, std::int64_t unixTime, std::string_view hostPort,
                            std::string_view key);
 

@@ -8,7 +8,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int Forbearance = 3; // seconds until a receiver that says nothing is worth a remark
+constexpr int Forbearance = 3; // seconds without data before the status line says so
 
 } // namespace
 
@@ -16,7 +16,7 @@ void LinkHealth::Arrived() { hasArrived = true; }
 
 void LinkHealth::NotAReceiver(std::string_view reply) { failure = NotAReceiverWords(reply); }
 
-// Something that is no receiver often closes the link as well; the first reason says more.
+// A server that is no receiver often closes the link too; the first reason says more.
 void LinkHealth::Failed(SocketFailure reason, int code) {
     if (failure.empty()) {
         failure = FailureWords(reason, code);

@@ -3,8 +3,8 @@
 
 namespace larkspool {
 
-// Of all that a receiver can say, these four keys matter, wherever they stand in the body. One body
-// may hold several.
+// The four keys of a receiver's messages that the console uses. They may be anywhere in the body,
+// and one body may hold several.
 void Window1::ParseMessage(const std::string& body) {
     static constexpr std::string_view AudioRateKey = "audio_rate=";
     for (const std::string_view refusal : {"too_busy=", "monitor"}) {
@@ -29,7 +29,7 @@ void Window1::AudioInitReceived() {
     ShowStatus("Connected to " + HostPort(theHost, thePort));
     Log("got audio_init=");
     SendSetAudioOK();
-    // That has switched both off at the receiver; what the console shows is to be in force.
+    // SendSetAudioOK has switched both off at the receiver: send what the console shows.
     if (SliderSquelch.Value() != 0) {
         SetSquelch(SliderSquelch.Value(), Val(PopupMenuSquelchTime.Text()));
     }
@@ -47,7 +47,7 @@ void Window1::AudioRateReceived(std::string_view value) {
     Log("audioRate = " + Str(audioRate));
     PrimeSoundOutputBuffer();
     if (!TCPSocketAudio->IsConnected()) {
-        return; // a refusal in the same message has ended the link already
+        return; // a refusal in the same message has already ended the link
     }
     isConnected = true;
     PushButtonRecord.SetEnabled(true);

@@ -52,13 +52,13 @@ void Window1::TCPSocket_DataAvailable(LinkKind kind) {
     }
 }
 
-// The receiver speaks WebSocket from here on.
+// From now on the receiver sends WebSocket frames.
 void Window1::LinkIsUp(LinkKind kind) {
     SendSetAuthorization(WebsocketOf(kind).get());
     if (kind == LinkKind::Audio) {
         ShowStatus("Switched to WebSocket protocol");
     } else {
-        RecentreWaterfall();
+        RecenterWaterfall();
         ShowStatus("Waterfall Switched to WebSocket protocol");
     }
 }
@@ -113,16 +113,19 @@ void Window1::TCPSocketAudio_Error() {
     isConnected = false;
     if (code == ErrorLostConnection && CheckBoxReconnect.Value() && !didManuallyDisconnect) {
         if (IsRecording()) {
-            ArmRecording(RecordingWish::ToGoOn); // if the disk takes another file
+            ArmRecording(RecordingWish::ToGoOn); // EndRecording disarms it if the disk fails
             EndRecording();
         }
-        if (pendingConnect == 0) { // else a wish waits, and goes first
+        if (pendingConnect == 0) { // otherwise a connect is already planned
             ReconnectLater();
         }
     }
     if (!isHangingUp) {
         const std::string& reply = audioWebsocket->connectReply;
-        if (Contains(reply, "\n") && !Contains(reply, SwitchingProtocols)) {
+        if (Contains(reply, SwitchingProtocols)) { // it was up, perhaps for less than a second
+            statusLine.SayStatistics(static_cast<double>(numSoundBytes) / 2.0,
+                                     audioWebsocket->numRxBytes);
+        } else if (Contains(reply, "\n")) {
             linkHealth.NotAReceiver(reply); // though it has not ended as a reply does
         }
         linkHealth.Failed(TCPSocketAudio->LastFailure(), code);

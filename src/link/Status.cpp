@@ -1,15 +1,16 @@
-// What the status line and the meter show of the session.
+// What the status line shows of the session.
 #include "console/Window1.h"
 
 namespace larkspool {
 
 namespace {
 
-constexpr int TicksASecond = 10; // of Timer3
+constexpr int TicksPerSecond = 10; // of Timer3
 
 } // namespace
 
-// An event's own words. A failure of the audio link stays to be seen whatever the other link does.
+// Shows an event's words until the next statistics, one second later at most. A failure of the
+// audio link stays visible whatever the waterfall's link does.
 void Window1::ShowStatus(const std::string& words) {
     statusLine.Say(words);
     if (linkHealth.HasFailed()) {
@@ -23,16 +24,16 @@ void Window1::ShowRemark() {
     ShowStatusLine();
 }
 
-// What the status line says in words, the log says too.
+// The words of the status line also go to the log.
 void Window1::ShowStatusLine() {
-    statusLine.SetSecondsToReconnect((reconnectTicks + TicksASecond - 1) / TicksASecond);
+    statusLine.SetSecondsToReconnect((reconnectTicks + TicksPerSecond - 1) / TicksPerSecond);
     LabelStatus.SetText(statusLine.Text());
     if (const std::string news = statusLine.TakeNews(); !news.empty()) {
         Log(news);
     }
 }
 
-// Every second while the audio link is up, and behind its loss until somebody acts.
+// Every second while the audio link is up, and after its loss until the next connect or disconnect.
 void Window1::Timer1_Action() {
     if (audioWebsocket == nullptr) {
         return;
@@ -44,17 +45,17 @@ void Window1::Timer1_Action() {
     numSoundBytes = 0;
     audioWebsocket->numRxBytes = 0;
     if (linkHealth.IsSilent() && CheckBoxReconnect.Value() && TCPSocketAudio->IsConnected()) {
-        TCPSocketAudio->Disconnect(); // lost, and its error event shows it
+        TCPSocketAudio->Disconnect(); // the socket's error event then handles the lost link
     } else {
         ShowRemark();
     }
 }
 
-// Ten times a second. The text changes once: by the statistics where they run.
+// Ten times per second. The text changes once per second, by the statistics while they run.
 void Window1::CountDown() {
     if (reconnectTicks > 1) {
         --reconnectTicks;
-        if (reconnectTicks % TicksASecond == 0 && Timer1->RunMode() == Timer::Mode::Off) {
+        if (reconnectTicks % TicksPerSecond == 0 && Timer1->RunMode() == Timer::Mode::Off) {
             ShowStatusLine();
         }
     }

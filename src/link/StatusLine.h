@@ -7,20 +7,22 @@
 
 namespace larkspool {
 
-// The text of the console's status line: how far the session is, or what comes in each second, and
-// behind it what is wrong and when it is tried again. Owned by the console.
+// The text of the console's status line, in two parts: the latest words of an event, or the
+// statistics that replace them once per second; and a remark, which says what is wrong and stays
+// beside the statistics. Owned by the console.
 class StatusLine {
   public:
-    // "Connecting to sdr.example.net:8073": what an attempt that fails is called.
+    // Says "Connecting to sdr.example.net:8073", and puts that in front of a later remark.
     void Begin(const std::string& hostPort);
-    void Say(std::string words);                           // an event's own words, "Connected"
+    void Say(std::string words);                           // an event, "Connected"
     void SayStatistics(double samples, std::size_t bytes); // of the last second
     void SetRemark(Remark what) { remark = std::move(what); }
-    void SetSecondsToReconnect(int seconds) { secondsToReconnect = seconds; } // 0: none is due
+    void SetSecondsToReconnect(int seconds) { secondsToReconnect = seconds; } // 0: none is planned
 
     std::string Text() const;
 
-    // What is new in words since the last call, for the log; empty if only numbers have changed.
+    // The text, for the log, if its words have changed since the last call; empty if only numbers
+    // have changed.
     std::string TakeNews();
 
   private:

@@ -23,8 +23,8 @@ constexpr std::size_t LongestReply = std::size_t{16} * 1024;
 
 } // namespace
 
-WebsocketsClass::WebsocketsClass(Desktop& host, Random& keySource)
-    : desktop(host), random(keySource) {}
+WebsocketsClass::WebsocketsClass(Desktop& theDesktop, Random& keySource)
+    : desktop(theDesktop), random(keySource) {}
 
 void WebsocketsClass::Init(TCPSocket& socket) {
     inputDataFifoMB = std::make_unique_for_overwrite<std::uint8_t[]>(FifoSize);
@@ -54,7 +54,7 @@ std::size_t WebsocketsClass::BytesInInputBuffer() const {
 
 std::size_t WebsocketsClass::ReadNewData() {
     if (inputDataFifoMBInput == inputDataFifoMBOutput) {
-        // An empty ring starts over at its front, which is still in the processor's cache.
+        // An empty ring starts again at its front, which is still in the processor's cache.
         inputDataFifoMBInput = 0;
         inputDataFifoMBOutput = 0;
     }
@@ -139,8 +139,8 @@ bool WebsocketsClass::WebsocketRead(std::string& tag, std::string& body) {
     }
     const std::size_t overhead = header.size + (header.masked ? KeySize : 0);
     if (header.length > FifoSize - 1 - overhead) {
-        // No ring could ever hold this: these bytes aren't a frame's. Nothing behind them is
-        // either.
+        // The ring could never hold this frame: these bytes are no frame, nor is anything after
+        // them.
         inputDataFifoMBOutput = inputDataFifoMBInput;
         theSocket->Disconnect();
         return false;
@@ -149,7 +149,7 @@ bool WebsocketsClass::WebsocketRead(std::string& tag, std::string& body) {
     if (BytesInInputBuffer() < overhead + length) {
         return false;
     }
-    Skip(overhead); // a receiver doesn't mask; the key of one that does is dropped
+    Skip(overhead); // a receiver should not mask its frames; a masking key is ignored
     if (header.opcode == OpcodePing) {
         std::string payload;
         GetBytesFromInputBuffer(length, payload);

@@ -13,42 +13,43 @@
 namespace larkspool {
 
 // One WebSocket link to a receiver: a ring of received bytes, the reader that cuts them into
-// frames, the writer of commands and the keep-alive. Owned by the console, made anew for each
-// connection; the socket belongs to the console and outlives it.
+// frames, the writer of commands and the keep-alive. Owned by the console, which creates a new one
+// for each connection. The socket belongs to the console and exists longer.
 class WebsocketsClass {
   public:
-    // Bytes in the ring; one of them stays free, so that full and empty can be told apart.
+    // Bytes in the ring. One byte stays free, so that a full ring differs from an empty one.
     static constexpr std::size_t FifoSize = 0x100000;
 
-    WebsocketsClass(Desktop& host, Random& keySource);
+    WebsocketsClass(Desktop& theDesktop, Random& keySource);
 
-    // Binds the link to its socket and starts the keep-alive, once a second.
+    // Connects the link to its socket and starts the keep-alive, once per second.
     void Init(TCPSocket& socket);
 
-    // Adds what the socket holds to the reply to the upgrade request. True: the reply is there, up
-    // to its blank line and with what came behind it in the same read, or it is longer than a
-    // receiver's ever is.
+    // Appends what the socket holds to the reply to the upgrade request. True: the reply is
+    // complete up to its blank line (bytes after it in the same read are kept), or it is longer
+    // than any receiver's reply.
     bool ReadReply();
 
-    // Moves what the socket holds into the ring, as far as there is room. How many bytes it moved.
+    // Moves what the socket holds into the ring, as far as there is room. Returns how many bytes.
     std::size_t ReadNewData();
 
-    // Takes one frame off the ring, if one is there whole: its first three bytes as the tag, the
-    // rest as the body. Pings are answered here and give an empty tag. False: no whole frame left.
-    // A stream that has lost its framing ends the link, which the socket reports as lost.
+    // Takes one whole frame from the ring: its first three bytes are the tag, the rest is the body.
+    // A ping is answered here and gives an empty tag. False: the ring holds no whole frame. Bytes
+    // that cannot be a frame end the link; the socket then reports it as lost.
     bool WebsocketRead(std::string& tag, std::string& body);
 
-    // Sends a command as one frame. Only its first 125 bytes go out, never half a letter.
+    // Sends a command as one frame. Sends at most its first 125 bytes and never part of a
+    // character.
     void WebsocketWrite(std::string_view text);
 
-    // Stops the keep-alive and closes the socket. The object is of no use afterwards.
+    // Stops the keep-alive and closes the socket. The object cannot be used afterwards.
     void Closing();
 
     std::size_t BytesInInputBuffer() const;
 
     std::size_t numRxBytes = 0;          // since the statistics timer last zeroed it
     bool waitingForConnectReply = false; // the next data belongs to the reply
-    std::string connectReply;            // as far as it has come
+    std::string connectReply;            // as much as has arrived
 
   private:
     struct FrameHeader {
@@ -72,7 +73,7 @@ class WebsocketsClass {
     std::unique_ptr<std::uint8_t[]> inputDataFifoMB;
     std::size_t inputDataFifoMBInput = 0;  // next byte to write
     std::size_t inputDataFifoMBOutput = 0; // next byte to read
-    std::size_t tempIndex = 0;             // how far a header has been looked at
+    std::size_t tempIndex = 0;             // read position while a header is examined
 };
 
 } // namespace larkspool

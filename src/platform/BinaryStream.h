@@ -14,7 +14,7 @@
 
 namespace larkspool {
 
-// Numbers and strings in a file or in memory, big-endian unless told otherwise.
+// Numbers and strings in a file or in memory, big-endian by default.
 // A field that the end cuts short reads as 0, false or "" and moves to the end.
 // Nothing is buffered: each write call reaches the file as one write.
 class BinaryStream {
@@ -33,7 +33,7 @@ class BinaryStream {
     std::uint16_t ReadUInt16() { return ReadNumber<std::uint16_t>(); }
     std::uint32_t ReadUInt32() { return ReadNumber<std::uint32_t>(); }
     std::int32_t ReadInt32() { return static_cast<std::int32_t>(ReadUInt32()); }
-    // Whatever the eight bytes say, infinities and NaN included.
+    // Any eight bytes, infinities and NaN included.
     double ReadDouble();
     std::string ReadString(std::size_t count);
     // One byte of length, then the text.
@@ -51,15 +51,15 @@ class BinaryStream {
     // Text over 255 bytes is cut at a character's boundary.
     bool WritePascalString(std::string_view text);
 
-    // In bytes from the start; a position behind the end becomes the end.
+    // In bytes from the start; a position beyond the end becomes the end.
     void SetPosition(std::uint64_t value);
     std::uint64_t Length() const { return length; }
     bool EndOfFile() const { return position >= length; }
 
     // True if this and every transfer before it succeeded.
     bool Close();
-    // True for good after one failed read or write; later ones are still tried. That the end cuts
-    // a field short is no failure.
+    // Stays true after one failed read or write; later ones are still tried. A field that the end
+    // cuts short is not a failure.
     bool Failed() const { return failed; }
     // The bytes of a stream in memory; leaves it empty.
     std::string TakeBytes();
@@ -92,7 +92,7 @@ class BinaryStream {
     ByteOrder order = ByteOrder::BigEndian;
     std::uint64_t position = 0;
     std::uint64_t length = 0;
-    // What the file's own position was last used for; None after a jump.
+    // The last use of the file's own position; None after a seek.
     Transfer lastTransfer = Transfer::None;
     bool failed = false;
 };

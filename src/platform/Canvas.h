@@ -14,8 +14,8 @@ class Canvas : public Control {
     // Asks for a paint event, soon; several requests may end in one.
     void Invalidate() const { Notify(Aspect::Picture); }
 
-    // The same where nothing has changed but this: the picture that is painted has moved down by
-    // one row and has a new one at its top. Costs less where the screen shows it scaled.
+    // The same when the only change is that the painted picture has moved down by one row and has
+    // a new row at its top. Costs less if the screen shows it scaled.
     void InvalidateRow() const { Notify(Aspect::PictureRow); }
 
     bool coversItself = false; // paints or clears all of itself, so that nothing is painted beneath

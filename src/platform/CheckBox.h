@@ -6,11 +6,11 @@
 
 namespace larkspool {
 
-// A box to tick, with its caption.
+// A box with a tick and a caption.
 class CheckBox : public Control {
   public:
     bool Value() const { return value; }
-    // A different value raises action before the setter returns, whoever sets it.
+    // A different value raises action before the setter returns, for every caller.
     void SetValue(bool ticked);
 
     std::string caption;

@@ -14,10 +14,6 @@ struct Color {
         return 0xff000000U | std::uint32_t{red} << 16 | std::uint32_t{green} << 8 |
                std::uint32_t{blue};
     }
-    static constexpr Color FromPacked(std::uint32_t pixel) {
-        return {static_cast<std::uint8_t>(pixel >> 16), static_cast<std::uint8_t>(pixel >> 8),
-                static_cast<std::uint8_t>(pixel)};
-    }
 
     friend constexpr bool operator==(const Color&, const Color&) = default;
 };

@@ -9,7 +9,7 @@ namespace {
 constexpr int UnitsPerStep = 120;
 
 int TakeSteps(int& rest, int angle) {
-    // A turn in the other direction starts anew; no one expects to work off a rest first.
+    // A turn in the other direction starts from 0; the user doesn't expect a rest to count.
     if ((rest > 0 && angle < 0) || (rest < 0 && angle > 0)) {
         rest = 0;
     }
@@ -78,6 +78,12 @@ void Control::Wheel(int angleX, int angleY) {
     const int stepsY = TakeSteps(wheelRestY, angleY);
     if (stepsX != 0 || stepsY != 0) {
         mouseWheel(stepsX, stepsY);
+    }
+}
+
+void Control::CommitEdit() const {
+    if (view != nullptr) {
+        view->CommitEdit();
     }
 }
 

@@ -23,22 +23,13 @@ struct Locks {
     bool bottom = false;
 };
 
-// What of a control has changed, so that its view redraws no more than that.
-enum class Aspect {
-    Value,
-    Rows,
-    Enabled,
-    Visible,
-    Colour,
-    Bounds,
-    Picture,
-    PictureRow,
-    CommitEdit
-};
+// The part of a control that has changed, so that its view redraws only that.
+enum class Aspect { Value, Rows, Enabled, Visible, Colour, Bounds, Picture, PictureRow };
 
 class Control;
 
-// Draws one control. Made and owned by the desktop's window view; either side may go first.
+// Draws one control. Made and owned by the desktop's window view; either side may be destroyed
+// first.
 class ControlView {
   public:
     explicit ControlView(Control& shown);
@@ -47,16 +38,17 @@ class ControlView {
     ControlView& operator=(const ControlView&) = delete;
 
     virtual void Changed(Aspect aspect) = 0;
+    virtual void CommitEdit() {} // ends an edit that is open and passes its text to the control
 
   protected:
-    Control* Model() const { return model; } // null once the control is gone
+    Control* Model() const { return model; } // null after the control is destroyed
 
   private:
     friend class Control;
     Control* model;
 };
 
-// What every control has in common: a name, a place, whether it is enabled and visible. Owned by
+// The base of every control: a name, a place, whether it is enabled and visible. Owned by
 // its window. A disabled or hidden control still takes values from code and raises its events.
 class Control {
   public:
@@ -75,16 +67,16 @@ class Control {
     void SetEnabled(bool value);
     void SetVisible(bool value);
 
-    // Moves the control to where its locks put it in a window that has grown by so much.
+    // Moves the control to where its locks put it in a window that has grown by these sizes.
     void Follow(int grownWidth, int grownHeight);
 
-    // Turns of the wheel in 120ths of a step, positive away from the user. They are collected
-    // until whole steps are there, which then go to mouseWheel at once.
+    // Turns of the wheel in 120ths of a step, positive away from the user. They are summed
+    // up; whole steps go to mouseWheel at once.
     void Wheel(int angleX, int angleY);
     bool TakesWheel() const { return static_cast<bool>(mouseWheel); }
 
     // Ends an edit that is open in the control and keeps its text.
-    virtual void CommitEdit() const {}
+    void CommitEdit() const;
 
     std::string spokenName; // what a screen reader says; empty for controls that speak their text
 
@@ -104,7 +96,7 @@ class Control {
     Locks locks;
     bool enabled = true;
     bool visible = true;
-    int wheelRestX = 0; // 120ths of a step not yet handed on
+    int wheelRestX = 0; // 120ths of a step not yet passed on
     int wheelRestY = 0;
     ControlView* view = nullptr;
 };

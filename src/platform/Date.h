@@ -1,14 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 namespace larkspool {
 
 constexpr double SecondsFrom1904To1970 = 2082844800;
 
 // A moment in UTC with the fields of the Gregorian calendar, years 1 to 9999.
-// Setting a field beyond its range rolls over into the others; what would leave
-// the years 1 to 9999 stops at their ends.
+// A field set beyond its range rolls over into the others; a result outside the
+// years 1 to 9999 becomes the nearest end.
 class Date {
   public:
     // 1970-01-01 00:00:00.
@@ -51,5 +52,11 @@ class Date {
     std::int64_t seconds = 0; // whole, since 1970
     double fraction = 0;      // 0 to below 1
 };
+
+// Reads text by a pattern of %Y, %m, %d, %H, %M, %S and plain characters. The whole text must match
+// and be a real date and time; otherwise result does not change. Leading zeros may be missing, and
+// blanks around the text are allowed. A field that the pattern leaves out is that of 1970-01-01
+// 00:00:00.
+bool ParseDateMBS(std::string_view format, std::string_view text, Date& result);
 
 } // namespace larkspool

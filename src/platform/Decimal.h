@@ -8,12 +8,12 @@ namespace larkspool {
 // digits. Zero has no digits and no sign.
 struct Decimal {
     // Significant digits without leading zeros. The first integerDigits of them
-    // stand before the point; below 0, that many zeros follow the point first.
+    // are before the point; if it is below 0, that many zeros follow the point.
     std::string digits;
     int integerDigits = 0;
     bool negative = false;
 
-    // What is no finite number is zero. significantDigits is 2 to 17.
+    // Infinities and NaN are zero. significantDigits is 2 to 17.
     static Decimal From(double value, int significantDigits);
 
     // Half away from zero.

@@ -20,7 +20,7 @@ FolderItem Desktop::BesideProgramOrIn(SpecialFolder folder, const std::string& n
     return beside && beside->Exists() ? *beside : *Folder(folder).Child(name);
 }
 
-// Not by reference, as clang-tidy would have it: the copy is the point.
+// By value, unlike clang-tidy's advice: the handler needs a copy, see the header.
 void Desktop::Raise(std::function<void()> handler) { // NOLINT(performance-unnecessary-value-param)
     if (handler) {
         Raise([&handler] { handler(); });

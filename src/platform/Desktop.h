@@ -41,19 +41,19 @@ struct OperatingSystemVersion {
 };
 
 enum class SpecialFolder {
-    Program,         // where the executable stands
+    Program,         // the folder of the executable
     Preferences,     // the program's own folder in the user's settings
-    ApplicationData, // the program's own folder among the user's data
-    State,           // the program's own folder for what it notes while it runs
+    ApplicationData, // the program's own folder in the user's data
+    State,           // the program's own folder for its log
     Documents
 };
 
 enum class QuitCause { User, Signal, Logout };
 
-// Everything that the program asks of the computer it runs on. One object, made before the program
-// and alive after it; all of it belongs to the event loop's thread. Boxes and dialogs never nest an
+// Everything that the program needs from its computer. One object, made before the program and
+// destroyed after it; used on the event loop's thread only. Boxes and dialogs never nest an
 // event loop: they are shown, the call returns, and an answer comes by callback if there is one,
-// perhaps after the window that asked is gone (see Window::LifeToken).
+// perhaps after the window that asked is destroyed (see Window::LifeToken).
 class Desktop {
   public:
     virtual ~Desktop() = default;
@@ -68,11 +68,11 @@ class Desktop {
 
     // Time.
     virtual double UtcNow() const = 0; // seconds since 1970-01-01 UTC, with a fraction
-    // Can't be withdrawn: what the call needs must outlive it, or be asked by a life token.
+    // Can't be canceled: what the call uses must outlive it, or be checked by a life token.
     virtual void CallLater(int milliseconds, std::function<void()> call) = 0;
 
     // Talking to the user.
-    virtual void MsgBox(const std::string& text) = 0; // not while one with this text is open
+    virtual void MsgBox(const std::string& text) = 0; // ignored while one with this text is open
     virtual void ShowDialog(const MessageDialog& dialog,
                             std::function<void(MessageDialog::Answer)> answered) = 0;
     virtual void ShowOpenFileDialog(const std::string& filter,
@@ -82,24 +82,24 @@ class Desktop {
     virtual void ShowToolTip(const std::string& text) = 0; // 20 points below the pointer
     virtual void HideToolTip() = 0;
     virtual void OpenInBrowser(const std::string& url) = 0;
-    virtual std::optional<std::string> ClipboardText() const = 0; // nothing: it holds no text
+    virtual std::optional<std::string> ClipboardText() const = 0; // empty: it holds no text
     virtual bool ShiftKeyDown() const = 0;
     virtual bool ControlKeyDown() const = 0;
 
     // The computer.
-    virtual FolderItem Folder(SpecialFolder kind) = 0; // made if missing
-    // Null if somebody else holds the file. Where the file system knows no locks, or there is no
-    // such file, the lock keeps nobody out.
+    virtual FolderItem Folder(SpecialFolder kind) = 0; // created if missing
+    // Null if another holder has the file. If the file system has no locks, or the file does not
+    // exist, the lock has no effect.
     virtual std::unique_ptr<FileLock> Lock(const FolderItem& file) = 0;
-    // Waits until what was written to the file, or the names in the folder, would survive a power
-    // cut. False: the disk has refused it.
+    // Waits until the data of the file, or the names in the folder, would survive a power cut.
+    // False: the disk has failed.
     virtual bool Settle(const FolderItem& item) = 0;
-    // Lines that the disk takes too slowly are dropped. Lines written when the object goes are
-    // given a fraction of a second.
+    // If the disk is too slow, lines are dropped. The destructor waits a fraction of a second for
+    // the last lines.
     virtual std::unique_ptr<LogFile> MakeLogFile(RolledFile file) = 0;
-    // Asks the computer not to go to sleep by itself, for that reason. answered comes later, with
-    // the computer's own words if it refuses, with nothing if it agrees, and not at all where there
-    // is nobody to ask or the object has gone.
+    // Asks the computer not to go to sleep by itself, for that reason. answered is called later:
+    // with the computer's own words if it refuses, with an empty text if it agrees. It is not
+    // called if the computer has no such service, or after the object is destroyed.
     virtual std::unique_ptr<StayAwake>
     KeepAwake(const std::string& reason,
               std::function<void(const std::string& refusal)> answered) = 0;
@@ -113,13 +113,13 @@ class Desktop {
     // Ends the event loop once the event that runs now is over.
     virtual void EndEventLoop() = 0;
 
-    // Whether somebody answers the item while this window (or none) is in front.
+    // Whether the item has a handler while this window (or none) is in front.
     bool Answers(const MenuItem& item, const Window* front) const;
     void Perform(const MenuItem& item, const Window* front) const;
 
     // Runs an event's handler. Every event comes through here, so that a function missing in the
-    // sound library costs one box and not the program. Called in place, so that a block of sound
-    // costs no memory.
+    // sound library costs one box and not the program. Not stored, so that a block of
+    // sound allocates no memory.
     template <typename Handler>
     void Raise(const Handler& handler) {
         try {
@@ -128,13 +128,13 @@ class Desktop {
             ReportMissing(missing);
         }
     }
-    // The same for a handler that is kept somewhere, or is empty. Runs a copy, because a handler
-    // may replace itself or end what keeps it.
+    // The same for a stored handler, which may be empty. Runs a copy, because a handler may
+    // replace itself or destroy its owner.
     void Raise(std::function<void()> handler);
-    void ReportMissing(const FunctionNotFound& missing); // once a function
+    void ReportMissing(const FunctionNotFound& missing); // once per function
 
-    MenuBar menuBar;                  // the one of all windows
-    MenuHandlers applicationHandlers; // what the application answers, whatever is in front
+    MenuBar menuBar;                              // shared by all windows
+    MenuHandlers applicationHandlers;             // for the items that no window in front handles
     std::function<void(QuitCause)> quitRequested; // menu, signal or logout: end the program
 
   private:

@@ -16,8 +16,8 @@ using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
 enum class FileAccess { Read, Replace, Update, Append };
 
-// Null if the file can't be opened, or is of a kind that could block or never
-// end: only files are read, only files and devices written.
+// Null if the file can't be opened, or if reading or writing it could block or never
+// end: reads take regular files only, writes also devices.
 FileHandle OpenFile(const FolderItem& item, FileAccess access);
 
 } // namespace larkspool

@@ -2,8 +2,8 @@
 
 namespace larkspool {
 
-// Keeps other programs, and other parts of this one, from taking a file for nobody's. Advisory: it
-// binds those who ask. Held while the object lives, and given back by the system if the program
+// Tells other programs, and other parts of this one, that a file is in use. Advisory: it binds only
+// those who ask for the lock. Held while the object lives; the system releases it if the program
 // dies.
 class FileLock {
   public:

@@ -8,8 +8,8 @@
 
 namespace larkspool {
 
-// A place in the file system, whether something is there or not. Failures are
-// return values; nothing here throws.
+// A path in the file system, which may exist or not. Failures are return values; nothing here
+// throws.
 class FolderItem {
   public:
     explicit FolderItem(std::filesystem::path location);
@@ -18,18 +18,18 @@ class FolderItem {
     const std::filesystem::path& Path() const { return path; }
     bool Exists() const;
     bool IsFolder() const;
-    // Bytes in the file; 0 for folders and for what can't be looked at.
+    // Bytes in the file; 0 for folders and for what can't be read.
     std::uint64_t Length() const;
 
-    // True if something was there and is gone now. A folder must be empty.
+    // True if the item existed and is deleted. A folder must be empty.
     bool Delete();
     FolderItem Parent() const;
-    // Nothing for a name that isn't one plain name: empty, ".", "..", or with a
-    // path separator or NUL in it.
+    // Empty unless the name is one plain name, not empty, ".", "..", or one
+    // with a path separator or NUL.
     std::optional<FolderItem> Child(std::string_view name) const;
     // Makes missing parents too. True if the folder is there afterwards.
     bool CreateFolder();
-    // Renames over what is there, in one step; both must lie in one file system.
+    // Replaces the destination in one atomic step; both must lie in one file system.
     bool MoveTo(const FolderItem& destination);
 
   private:

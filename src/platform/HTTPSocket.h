@@ -10,12 +10,12 @@ class HTTPSocket {
   public:
     virtual ~HTTPSocket() = default;
 
-    virtual void Get(const std::string& url) = 0; // cancels the one before; reports later, always
+    virtual void Get(const std::string& url) = 0; // cancels the previous one; always reports later
 
-    // The body whole, whatever the status: a 404 page is a page.
+    // The whole body, for any status: a 404 page is a page.
     std::function<void(const std::string& url, int httpStatus, const std::string& content)>
         pageReceived;
-    std::function<void(int code)> error; // no answer came
+    std::function<void(int code)> error; // there was no answer
 };
 
 } // namespace larkspool

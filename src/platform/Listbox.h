@@ -16,7 +16,7 @@ class Listbox : public Control {
     struct Column {
         std::string heading;
         int width = 0;  // points; 0 with weight 0 hides the column
-        int weight = 0; // share of what the fixed widths leave over
+        int weight = 0; // share of the width that the fixed columns leave
         bool editable = false;
     };
 
@@ -25,19 +25,17 @@ class Listbox : public Control {
     int ListIndex() const { return listIndex; }         // -1: none
     const std::string& Cell(int row, int column) const; // "" outside the table
 
-    void AddRow(std::string firstCell); // beyond maximumRows the oldest row goes
+    void AddRow(std::string firstCell); // beyond maximumRows the oldest row is deleted
     void SetCell(int row, int column, std::string text);
     void DeleteRow(int row);
     void DeleteAllRows();
-    void SetListIndex(int row); // an index outside the rows is ignored, but -1 chooses none
-
-    void CommitEdit() const override { Notify(Aspect::CommitEdit); }
+    void SetListIndex(int row); // -1: none; any other index outside the rows is ignored
 
     std::vector<Column> columns = std::vector<Column>(1);
     bool hasHeader = false;
     std::string placeholder;          // shown while there is no row
-    std::size_t maximumRows = 0;      // 0: no bound
-    std::size_t maximumRowLength = 0; // bytes a cell, cut on a character's boundary; 0: no bound
+    std::size_t maximumRows = 0;      // 0: no limit
+    std::size_t maximumRowLength = 0; // bytes per cell, cut between characters; 0: no limit
 
     // Fills the items of a context menu; false: no menu.
     std::function<bool(std::vector<MenuItem>& items)> constructContextualMenu;

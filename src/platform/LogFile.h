@@ -4,7 +4,7 @@
 
 namespace larkspool {
 
-// A text file that the program adds lines to and never waits for: a slow or full disk costs lines.
+// A text file to which the program adds lines without waiting: a slow or full disk loses lines.
 class LogFile {
   public:
     virtual ~LogFile() = default;

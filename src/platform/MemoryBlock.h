@@ -12,8 +12,8 @@
 
 namespace larkspool {
 
-// Owned bytes with typed access. A read that doesn't lie wholly inside the block
-// gives 0, a write that doesn't is dropped. Offsets are in bytes.
+// Owned bytes with typed access. A read that is not wholly inside the block gives
+// 0, such a write is ignored. Offsets are in bytes.
 class MemoryBlock {
   public:
     MemoryBlock() = default;

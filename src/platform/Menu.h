@@ -8,8 +8,8 @@
 
 namespace larkspool {
 
-// What the desktop itself has to know about an item. The editing roles act on the text control that
-// has the focus; About stands in the application's own menu where the system has one.
+// What the desktop itself must know about an item. The editing roles act on the text field that has
+// the focus; About is in the application's own menu on systems that have one.
 enum class MenuRole { Ordinary, Separator, Quit, About, Undo, Cut, Copy, Paste, Clear, SelectAll };
 
 // An item of a menu bar or of a context menu. "&" in a caption marks the mnemonic.
@@ -19,7 +19,7 @@ struct MenuItem {
     std::string shortcut; // "Cmd+W"; Cmd is the system's own command key
     MenuRole role = MenuRole::Ordinary;
     int index = 0;               // of a context menu's item, for its handler
-    std::optional<int> tag = {}; // likewise
+    std::optional<int> tag = {}; // also for its handler
 };
 
 struct Menu {
@@ -32,7 +32,7 @@ struct MenuBar {
     std::vector<Menu> menus;
 };
 
-// The items that somebody answers, by name. A handler returns true: the event is handled.
+// The handlers of menu items, by name. A handler returns true: the event is handled.
 class MenuHandlers {
   public:
     void Add(std::string itemName, std::function<bool()> handler) {

@@ -1,5 +1,7 @@
 #include "platform/Picture.h"
 
+#include "platform/Color.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
@@ -34,16 +36,6 @@ std::span<const std::uint32_t> Picture::Row(int y) const {
     return Pixels().subspan(Index(0, y), static_cast<std::size_t>(width));
 }
 
-void Picture::SetPixel(int x, int y, Color color) {
-    if (Holds(x, y)) {
-        Pixels()[Index(x, y)] = color.Packed();
-    }
-}
-
-Color Picture::Pixel(int x, int y) const {
-    return Holds(x, y) ? Color::FromPacked(Pixels()[Index(x, y)]) : Color{};
-}
-
 void Picture::ScrollDown(int rows) {
     if (rows <= 0 || rows >= height || width == 0) {
         return;
@@ -53,7 +45,7 @@ void Picture::ScrollDown(int rows) {
         MakeRoom(shift);
     }
     start -= shift;
-    // The old top is still there, below the new one.
+    // The old top rows are below the new ones.
     std::copy_n(store.begin() + static_cast<std::ptrdiff_t>(start + shift), shift,
                 store.begin() + static_cast<std::ptrdiff_t>(start));
 }

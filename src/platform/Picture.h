@@ -1,15 +1,13 @@
 #pragma once
 
-#include "platform/Color.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
 
 namespace larkspool {
 
-// An owned image, black at first. Pixels are 0xffRRGGBB, row after row from the
-// top without gaps.
+// An owned image, initially black. Pixels are 0xffRRGGBB, row after row from the top, without gaps.
 class Picture {
   public:
     // A size below 0 counts as 0.
@@ -25,11 +23,7 @@ class Picture {
     std::span<std::uint32_t> Row(int y);
     std::span<const std::uint32_t> Row(int y) const;
 
-    // Writes outside are dropped; outside reads as black.
-    void SetPixel(int x, int y, Color color);
-    Color Pixel(int x, int y) const;
-
-    // Moves all rows to higher y. The freed rows at the top keep what they held.
+    // Moves all rows to higher y. The rows at the top keep their pixels.
     void ScrollDown(int rows);
 
   private:
@@ -40,8 +34,8 @@ class Picture {
 
     int width = 0;
     int height = 0;
-    // The picture begins somewhere in here: scrolling moves its beginning up, and its pixels only
-    // when there is no room left above them.
+    // The picture is a part of the store: scrolling moves its start, and moves its pixels only
+    // when no room is left above them.
     std::vector<std::uint32_t> store;
     std::size_t start = 0;
 };

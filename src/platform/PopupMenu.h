@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-// A row of many, one of which shows.
+// A list of rows, one of which is chosen and shown.
 class PopupMenu : public Control {
   public:
     int ListCount() const { return static_cast<int>(rows.size()); }
@@ -22,8 +22,8 @@ class PopupMenu : public Control {
     // ignored.
     void SetListIndex(int row);
 
-    // The user's hand: Press opens the popup, Pick chooses a row. Picking counts as a press first,
-    // and raises change even if the row is the one that shows.
+    // The user's actions: Press opens the popup, Pick chooses a row. Pick includes a press, and
+    // raises change even for the row that is shown.
     void Press() const;
     void Pick(int row);
 

@@ -6,13 +6,13 @@
 
 namespace larkspool {
 
-// A button that does something at once.
+// A button with an immediate action.
 class PushButton : public Control {
   public:
     const std::string& Caption() const { return caption; }
     void SetCaption(std::string value);
 
-    // Does what a click would: on a disabled button nothing.
+    // The same as a click: a disabled button does nothing.
     void Push() const;
 
     std::function<void()> action;

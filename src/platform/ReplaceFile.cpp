@@ -11,7 +11,7 @@ namespace larkspool {
 
 namespace {
 
-// Two programs that save at once must not write into one file.
+// Two programs that save at the same time must not write to one file.
 std::string NameOfOurOwn(Desktop& desktop, const std::string& name) {
     static constexpr std::string_view Digits = "0123456789abcdef";
     std::string own = name + ".";
@@ -26,7 +26,7 @@ std::string NameOfOurOwn(Desktop& desktop, const std::string& name) {
 } // namespace
 
 bool ReplaceFile(Desktop& desktop, const FolderItem& file, std::string_view bytes) {
-    // Where the name is a link, the file that it leads to is replaced, not the link.
+    // If the name is a link, its target is replaced, not the link.
     std::error_code failure;
     const auto real = std::filesystem::weakly_canonical(file.Path(), failure);
     const FolderItem target = failure ? file : FolderItem(real);
@@ -36,12 +36,13 @@ bool ReplaceFile(Desktop& desktop, const FolderItem& file, std::string_view byte
         return false;
     }
     if (const auto old = std::filesystem::status(target.Path(), failure); !failure) {
-        // What its user has hidden from others stays hidden.
+        // A file that others may not read stays private.
         std::filesystem::permissions(fresh->Path(), old.permissions(), failure);
     }
     stream->WriteString(bytes);
     if (stream->Close() && desktop.Settle(*fresh) && fresh->MoveTo(target)) {
-        desktop.Settle(target.Parent()); // the new name; the old file would be whole too
+        desktop.Settle(
+            target.Parent()); // the new name; without it the old file would still be whole
         return true;
     }
     fresh->Delete();

@@ -8,10 +8,10 @@ namespace larkspool {
 
 class Desktop;
 
-// Puts these bytes in place of the file's, or makes the file. They are written beside it and moved
-// over it once they are safely on the disk, so that no crash, power cut or full disk loses what was
-// there, nor does another program that saves at the same moment. Who may read the file stays as it
-// was. False: nothing has changed.
+// Replaces the file's bytes, or creates the file. They are written to a file beside it and moved
+// over it when they are safely on the disk, so that no crash, power cut, full disk or other program
+// that saves at the same moment loses the old content. The file's permissions do not change.
+// False: the file has not changed.
 bool ReplaceFile(Desktop& desktop, const FolderItem& file, std::string_view bytes);
 
 } // namespace larkspool

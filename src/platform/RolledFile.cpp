@@ -16,7 +16,7 @@ bool RolledFile::Append(std::string_view lines) {
     std::uint64_t before = file.Length();
     if (before > 0 && before + lines.size() > largest) {
         if (!file.MoveTo(older)) {
-            return false; // else it would grow beyond its bound
+            return false; // otherwise it would exceed its limit
         }
         before = 0;
     }
@@ -29,7 +29,7 @@ bool RolledFile::Append(std::string_view lines) {
     if (std::fclose(opened.release()) == 0 && taken) {
         return true;
     }
-    std::error_code failure; // what was taken of a line would spoil the next
+    std::error_code failure; // a part of a line would spoil the next one
     std::filesystem::resize_file(file.Path(), before, failure);
     return false;
 }

@@ -7,15 +7,15 @@
 
 namespace larkspool {
 
-// A text file that grows up to a bound. Then it takes the place of the older one and a new one
-// begins, so that both together never take more than twice the bound. Held open for no longer than
-// an addition lasts: two programs may share it.
+// A text file that grows up to a limit. Then it replaces the older file and a new one begins, so
+// that both together never exceed twice the limit. It is open only during an addition: two programs
+// may share it.
 class RolledFile {
   public:
     RolledFile(FolderItem location, FolderItem olderOne, std::uint64_t mostBytes);
 
-    // Adds whole lines, and makes the folder if it is missing. False: the disk has refused them,
-    // and the file is as before.
+    // Adds whole lines, and creates the folder if it is missing. False: the write has failed, and
+    // the file has not changed.
     bool Append(std::string_view lines);
 
   private:

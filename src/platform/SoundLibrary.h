@@ -6,7 +6,7 @@
 
 namespace larkspool {
 
-// A function that the native sound library should have and hasn't.
+// A function that is missing in the native sound library.
 class FunctionNotFound : public std::runtime_error {
   public:
     FunctionNotFound(const std::string& name, const std::string& library)
@@ -17,13 +17,13 @@ class FunctionNotFound : public std::runtime_error {
 };
 
 // The native sound library. Each function is looked up by name at the call, and throws
-// FunctionNotFound where it is missing. Every call returns at once. Pointers point into the
+// FunctionNotFound if it is missing. Every call returns at once. Pointers point into the
 // caller's memory and are used only until the call returns.
 class SoundLibrary {
   public:
     virtual ~SoundLibrary() = default;
 
-    virtual std::int64_t BuildSoundDeviceList() = 0; // scans; the number of devices
+    virtual std::int64_t BuildSoundDeviceList() = 0; // scans; returns the number of devices
     // info and name point to 1024 bytes each; info receives six 32-bit integers in native order,
     // name a zero-terminated text.
     virtual void GetSoundDeviceInfo(std::int64_t index, void* info, char* name) = 0;

@@ -2,7 +2,7 @@
 
 namespace larkspool {
 
-// While it lives, the computer does not go to sleep by itself. Its display may go dark.
+// While this object exists, the computer does not go to sleep by itself. Its display may go dark.
 class StayAwake {
   public:
     virtual ~StayAwake() = default;

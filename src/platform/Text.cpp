@@ -11,8 +11,8 @@ namespace larkspool {
 namespace {
 
 constexpr int StrDigits = 12;
-// As many as a Double keeps of any decimal: rounding these rounds what was
-// typed, 2.345 and not the 2.34499999 that stands for it.
+// As many as a Double keeps of any decimal: this rounds the number that was typed, 2.345, and not
+// the 2.34499999 that represents it.
 constexpr int FormatDigits = 15;
 
 template <std::integral T>
@@ -108,11 +108,18 @@ std::string CutUtf8(std::string_view text, std::size_t maxBytes) {
     for (int back = 0; back < 3 && end > 0 && continues(end); ++back) {
         --end;
     }
-    // No character is longer than four bytes: this isn't UTF-8, any cut will do.
+    // No character is longer than four bytes: this isn't UTF-8, so any cut is right.
     if (end > 0 && continues(end)) {
         end = maxBytes;
     }
     return std::string(text.substr(0, end));
+}
+
+std::string OnOneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char letter) { return letter == '\n' || letter == '\r'; },
+        ' ');
+    return text;
 }
 
 std::string EncodeBase64(std::string_view bytes) {

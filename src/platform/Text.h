@@ -12,13 +12,11 @@
 
 namespace larkspool {
 
-// The number at the start of a text, behind blanks and tabs; 0 if there is none.
-// Never infinite: what is too large becomes the largest Double. Takes a point,
-// whatever the locale.
+// The number at the start of a text, after blanks and tabs; 0 if there is none. Never infinite: a
+// larger number becomes the largest Double. The decimal separator is a point in every locale.
 double Val(std::string_view text);
 
-// Plain decimal without exponent, of at most 12 significant digits; "0" for
-// what is no number.
+// Plain decimal without exponent, of at most 12 significant digits; "0" for NaN and infinities.
 std::string Str(double value);
 std::string StrSigned(std::int64_t value);
 std::string StrUnsigned(std::uint64_t value);
@@ -32,12 +30,12 @@ requires(!std::same_as<T, bool>) std::string Str(T value) {
     }
 }
 
-// By a mask such as "00" or "##.00": "0" stands for a digit always shown, "#"
-// for one shown if there. Rounds half away from zero; what is no number is 0.
+// By a mask such as "00" or "##.00": "0" is a digit that is always shown, "#" one that is shown if
+// needed. Rounds half away from zero; NaN and infinities are 0.
 std::string Format(double value, std::string_view mask);
 
-// The pieces between the separators, one more than there are separators. They
-// look into the text, so the text must outlive them.
+// The parts between the separators, one more than there are separators. They are views of the text,
+// so the text must outlive them.
 std::vector<std::string_view> SplitB(std::string_view text, std::string_view separator);
 template <std::same_as<std::string> T>
 std::vector<std::string_view> SplitB(T&& temporary, std::string_view separator) = delete;
@@ -46,17 +44,21 @@ inline bool Contains(std::string_view text, std::string_view key) {
     return text.find(key) != std::string_view::npos;
 }
 
-// Both look into the text.
+// Both return views of the text.
 std::string_view WithoutBlanksAround(std::string_view text);
 std::string_view FirstCharacters(std::string_view text, std::size_t count); // of UTF-8, not bytes
 
-// At most maxBytes from the start of a UTF-8 text, never half a character.
+// At most maxBytes from the start of a UTF-8 text, never a part of a character.
 std::string CutUtf8(std::string_view text, std::size_t maxBytes);
+
+// The text with blanks in place of its line ends: a cell with a pasted line end would make two
+// lines of one in a file.
+std::string OnOneLine(std::string text);
 
 // Base64 with padding.
 std::string EncodeBase64(std::string_view bytes);
 
-// Cuts the fraction off; stops at the ends of T's range; 0 for what is no number.
+// Without the fraction, clamped to T's range; 0 for NaN.
 template <std::signed_integral T = std::int64_t>
 T WholePart(double value) {
     if (std::isnan(value)) {

@@ -8,7 +8,7 @@
 
 namespace larkspool {
 
-// Many lines of text to read. Keeps the newest maximumLength bytes of what is appended.
+// Lines of text to read. Keeps the newest maximumLength bytes.
 class TextArea : public Control {
   public:
     const std::string& Text() const { return text; }

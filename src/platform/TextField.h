@@ -10,7 +10,7 @@ namespace larkspool {
 class TextField : public Control {
   public:
     const std::string& Text() const { return text; }
-    // A different text raises textChange before the setter returns, whoever sets it.
+    // A different text raises textChange before the setter returns, for every caller.
     void SetText(std::string value);
 
     // The user's keys. Step: Up is 1, Down -1; with Shift a tenth of that, by Page Up and Page Down
@@ -19,7 +19,7 @@ class TextField : public Control {
     void Step(double steps) const;
     bool TakesSteps() const { return static_cast<bool>(keySteps); }
 
-    std::string placeholder; // shown greyed while the field is empty
+    std::string placeholder; // shown in gray while the field is empty
     std::function<void()> textChange;
     std::function<void()> returnPressed;
     std::function<void(double steps)> keySteps;

@@ -9,7 +9,7 @@
 
 namespace larkspool {
 
-// Lines of a text file, read as they are asked for. LF, CRLF and CR end a line.
+// Lines of a text file, read on demand. LF, CRLF and CR end a line.
 // A UTF-8 byte order mark at the start is skipped.
 class TextInputStream {
   public:
@@ -24,7 +24,7 @@ class TextInputStream {
     bool EndOfFile() { return next == buffer.size() && !Refill(); }
     // True after a failed read, which also ends the text.
     bool Failed() const { return failed; }
-    // True once a line has been longer than the longest.
+    // True after a line longer than LongestLine.
     bool HasCutLines() const { return hasCutLines; }
 
   private:

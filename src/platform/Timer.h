@@ -4,7 +4,7 @@
 
 namespace larkspool {
 
-// Raises its action on the event loop every period. Stops for good when it is destroyed.
+// Raises its action on the event loop every period. Stops when it is destroyed.
 class Timer {
   public:
     enum class Mode { Off = 0, Single = 1, Multiple = 2 };
@@ -12,7 +12,7 @@ class Timer {
     virtual ~Timer() = default;
 
     virtual void SetPeriod(int milliseconds) = 0;
-    virtual void SetMode(Mode mode) = 0; // anything but Off starts a whole period anew
+    virtual void SetMode(Mode mode) = 0; // any mode but Off starts a whole new period
     virtual Mode RunMode() const = 0;
 
     std::function<void()> action;

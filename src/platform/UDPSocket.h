@@ -6,7 +6,7 @@
 namespace larkspool {
 
 struct Datagram {
-    std::string address; // dotted, of the peer
+    std::string address; // of the peer, dotted
     int port = 0;
     std::string data;
 };
@@ -16,13 +16,13 @@ class UDPSocket {
   public:
     virtual ~UDPSocket() = default;
 
-    virtual void Connect() = 0;  // binds the port; LastErrorCode tells at once, 0 if all is well
-    virtual Datagram Read() = 0; // the oldest that waits; empty if none does
+    virtual void Connect() = 0;  // binds the port; LastErrorCode is valid at once, 0: success
+    virtual Datagram Read() = 0; // the oldest unread one; empty if there is none
     virtual std::string BroadcastAddress() const = 0; // where SendUdpCommand delivers
     virtual int LastErrorCode() const = 0;
 
     int port = 0;
-    std::function<void()> dataAvailable; // once a datagram, again while more wait
+    std::function<void()> dataAvailable; // once per datagram
 };
 
 } // namespace larkspool

@@ -53,7 +53,7 @@ Number Measure(std::string_view text) {
     return number;
 }
 
-// The exponent's digits, cut where more make no difference to any text that fits in memory.
+// The exponent's value; digits are ignored when they can't make a difference any more.
 double ExponentOf(std::string_view text) {
     double exponent = 0;
     for (const char character : text) {
@@ -84,7 +84,7 @@ double ValueOf(std::string_view text, const Number& number) {
     return fits ? value : IsAboveOne(text, number) ? std::numeric_limits<double>::max() : 0;
 }
 #else
-// For standard libraries that read only integers that way.
+// For standard libraries whose from_chars reads integers only.
 double ValueOf(std::string_view text, const Number& number) {
     std::istringstream stream{std::string(text.substr(0, number.length))};
     stream.imbue(std::locale::classic());

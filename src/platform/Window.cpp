@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-Window::Window(Desktop& host) : desktop(host) {}
+Window::Window(Desktop& theDesktop) : desktop(theDesktop) {}
 
 Window::~Window() = default;
 
@@ -45,7 +45,7 @@ void Window::Show() {
         visible = true;
         Notify(WindowAspect::Visible);
     }
-    Notify(WindowAspect::ToFront);
+    view->ComeToFront();
 }
 
 void Window::Hide() {
@@ -60,7 +60,7 @@ void Window::Close() {
         return;
     }
     Hide();
-    // The handler may destroy this window, and with it the handler itself.
+    // The handler may destroy this window, and itself with it.
     if (const auto handler = closed; handler) {
         handler();
     }

@@ -13,20 +13,21 @@ namespace larkspool {
 class Desktop;
 class Window;
 
-enum class WindowAspect { Title, Size, Visible, ToFront };
+enum class WindowAspect { Title, Size, Visible };
 
 // Draws one window with its controls and the menu bar. Made by the desktop, owned by the window.
 class WindowView {
   public:
     virtual ~WindowView() = default;
     virtual void Changed(WindowAspect aspect) = 0;
+    virtual void ComeToFront() = 0;
 };
 
-// A window: a size, a title and the controls in it. Sizes are of the content, in points; the menu
-// bar never counts. Owned by the program; its controls are members of the derived class.
+// A window: a size, a title and the controls in it. Sizes are of the content, in points; without
+// the menu bar. Owned by the program; its controls are members of the derived class.
 class Window {
   public:
-    explicit Window(Desktop& host);
+    explicit Window(Desktop& theDesktop);
     virtual ~Window();
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
@@ -40,16 +41,16 @@ class Window {
     void SetHeight(int newHeight) { Resize(width, newHeight); }
 
     bool Visible() const { return visible; }
-    void Show(); // also brings a window that shows to the front
+    void Show(); // also brings the window to the front
     void Hide();
 
     // What the close button does: asks Event_CancelClose, hides the window, raises closed.
     void Close();
 
-    // Ends the edits that are open in its controls and keeps their texts.
+    // Ends the open edits in its controls and keeps their texts.
     void CommitEdits() const;
 
-    // Gone once this window is: for answers that may come later than its end.
+    // Expires with this window: for answers that may come after its end.
     std::weak_ptr<const void> LifeToken() const { return life; }
 
     // True keeps the window open.
@@ -58,14 +59,14 @@ class Window {
     // In the order in which they were made: stacking order and tab order.
     const std::vector<Control*>& Controls() const { return controls; }
 
-    // Has the keyboard when the window appears; null: any control.
+    // Has the keyboard focus when the window appears; null: any control.
     Control* firstFocus = nullptr;
     int minimumWidth = 64;
     int minimumHeight = 64;
     int maximumWidth = 32000;
     int maximumHeight = 32000;
-    std::vector<int> hairlines; // heights at which a fine line parts the rows of controls
-    MenuHandlers menuHandlers;  // the menu items that this window answers while it is in front
+    std::vector<int> hairlines; // y of the fine lines between the rows of controls
+    MenuHandlers menuHandlers;  // the menu items that this window handles while it is in front
     std::function<void()> closed;
 
   protected:

@@ -44,7 +44,7 @@ void AudioStream::FinishBlock() {
     auto& ready = streamingDataMBsReadyToSend;
     ready.splice(ready.end(), streamingDataMB);
     if (ready.size() > MostWaiting) {
-        FirstIsSent(); // nobody sends: the oldest makes room
+        FirstIsSent(); // blocks are not being sent: drop the oldest one
     }
     auto& used = streamingDataMBsUsed;
     if (used.empty()) {

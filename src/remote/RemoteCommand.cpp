@@ -12,8 +12,8 @@ namespace {
 using Read = std::optional<RemoteCommand> (*)(std::string_view argument);
 
 constexpr std::size_t PrefixLength = 2;
-constexpr std::size_t LongestPrefixed = 100; // bytes that count behind a prefix
-constexpr std::size_t LongestNumber = 100;   // bytes that are looked at for a number
+constexpr std::size_t LongestPrefixed = 100; // bytes that are used after a prefix
+constexpr std::size_t LongestNumber = 100;   // bytes that are examined for a number
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
@@ -45,7 +45,8 @@ std::optional<RemoteCommand> Frequency(std::string_view argument) {
     return RemoteCommand{RemoteVerb::SetFrequency, Str(Number(argument) / HertzPerKilohertz)};
 }
 
-// Peers number the modes in their own way: AM, SAM, FM, USB, LSB, CW, CW reversed, narrow FM.
+// Peers use their own numbers for the modes, from 0: AM, SAM, FM, USB, LSB, CW, CW reversed, narrow
+// FM.
 std::optional<RemoteCommand> Mode(std::string_view argument) {
     constexpr std::array Rows = {0, 9, 6, 3, 2, 4, 4, 6};
     const std::int64_t code = WholePart(Number(argument));
@@ -60,7 +61,7 @@ struct Word {
     Read read;
 };
 
-// No word is the beginning of another, so at most one matches.
+// No word begins with another one, so at most one matches.
 constexpr std::array Words = {
     Word{"vrxct:", Alone<RemoteVerb::TellReceivers>},
     Word{"staud:", Streaming},

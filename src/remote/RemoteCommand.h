@@ -6,7 +6,7 @@
 
 namespace larkspool {
 
-// What a program on the network can ask of the console.
+// The commands that a program on the network can send to the console.
 enum class RemoteVerb {
     TellReceivers,
     StartStreaming,
@@ -23,16 +23,16 @@ enum class RemoteVerb {
 
 struct RemoteCommand {
     RemoteVerb verb;
-    std::string text = {}; // for the field that is set; a frequency is in kHz
+    std::string text = {}; // for the field to set; a frequency is in kHz
     int row = 0;           // of the mode popup
 
     bool operator==(const RemoteCommand&) const = default;
 };
 
-// What a datagram says: without the two digits that may stand in front and without its line end.
+// The text of a datagram, without its line end and without the two digits that it may begin with.
 std::string RemoteLine(std::string_view datagram);
 
-// Nothing for a line that asks for nothing that is known. Words count in exact case.
+// Empty unless the line is a known command. Upper and lower case differ.
 std::optional<RemoteCommand> ParseRemoteCommand(std::string_view line);
 
 } // namespace larkspool

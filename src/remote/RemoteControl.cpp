@@ -1,6 +1,5 @@
 #include "console/Window1.h"
 #include "platform/Text.h"
-#include "remote/RemoteReply.h"
 #include "shell/App.h"
 
 #include <utility>
@@ -11,7 +10,14 @@ namespace {
 
 constexpr int CommandPort = 58284;     // where the console listens
 constexpr int ReplyPort = 58283;       // where a peer listens for texts
-constexpr double LikelyRate = 12001.0; // samples a second, told before a receiver has told its own
+constexpr double LikelyRate = 12001.0; // samples per second, until a receiver has sent its rate
+constexpr int Receivers = 1;           // a console is one receiver
+
+// The text that a peer gets as one datagram. The zero byte is part of it.
+std::string ZeroEnded(std::string text) {
+    text.push_back('\0');
+    return text;
+}
 
 } // namespace
 
@@ -22,8 +28,8 @@ void Window1::InitNetworking() {
     Log("last error " + Str(RxUDPSocket->LastErrorCode()));
 }
 
-// Unticking stops what goes out and ends rig control; the UDP socket stays bound and its commands
-// are still obeyed.
+// Without the tick nothing is sent and rig control ends. The UDP socket stays bound, and its
+// commands still work.
 void Window1::CheckBoxNetwork_Action(const CheckBox& checkBox) {
     app.prefs.prefsUseNetworking = checkBox.Value();
     Timer4->SetMode(checkBox.Value() ? Timer::Mode::Single : Timer::Mode::Off);
@@ -42,16 +48,16 @@ void Window1::RxUDPSocket_DataAvailable(UDPSocket& socket) {
     const std::string line = RemoteLine(socket.Read().data);
     Log(line);
     const auto command = ParseRemoteCommand(line);
-    if (command && !app.IsQuitting()) { // what began now would end without being closed
+    if (command && !app.IsQuitting()) { // nothing would close what starts now
         Obey(*command);
     }
 }
 
-// Does what the user's hand would do; the control's own event does the rest.
+// Changes a control as the user would; the control's event does the rest.
 void Window1::Obey(const RemoteCommand& command) {
     switch (command.verb) {
     case RemoteVerb::TellReceivers:
-        SendToPeer(reply::ReceiverCount());
+        SendToPeer(ZeroEnded("vrxcount:" + Str(Receivers)));
         ReplyStreamRate();
         break;
     case RemoteVerb::StartStreaming:
@@ -91,10 +97,12 @@ void Window1::ReplyStreamRate() {
     if (audioRate == 0) {
         audioRate = LikelyRate;
     }
-    SendToPeer(reply::StreamRate(audioRate));
+    SendToPeer(ZeroEnded("streamrate:" + Str(audioRate)));
 }
 
-void Window1::SendFrequency(double hertz) { SendToPeer(reply::Frequency(hertz)); }
+void Window1::SendFrequency(double hertz) {
+    SendToPeer(ZeroEnded("freq:" + Format(hertz, "000000000")));
+}
 
 void Window1::SendToPeer(std::string text) {
     WriteDatagram({RxUDPSocket->BroadcastAddress(), ReplyPort, std::move(text)});

@@ -12,10 +12,10 @@ namespace {
 constexpr std::string_view Blanks = " \t";
 constexpr std::size_t LongestNumber = 40; // characters
 
-// Arguments: "n" a number, "w" a word; capital letters for those that may be left out; "*" the rest
-// of the line, ">" a command of its own.
+// Arguments: "n" is a number, "w" a word, "N" and "W" the same but optional, "*" the rest of the
+// line, ">" another command.
 struct Word {
-    char letter; // the short form; 0: there is none
+    char letter; // the short form; 0: none
     std::string_view name;
     RigVerb verb;
     std::string_view arguments = {};
@@ -48,7 +48,7 @@ constexpr std::array Words = {
     Word{'\0', "get_rig_info", RigVerb::GetRigInfo},
 };
 
-// Satellite trackers say these when a satellite rises and sets; they have no other form.
+// Satellite trackers send these when a satellite rises and sets. They have no short form.
 constexpr Word Rises = {'\0', "AOS", RigVerb::StartRecording};
 constexpr Word Sets = {'\0', "LOS", RigVerb::StopRecording};
 
@@ -67,7 +67,7 @@ std::string_view TakeToken(std::string_view& line) {
     return token;
 }
 
-// The sign in front that asks for an extended answer.
+// The leading character that requests an extended answer.
 char TakeSeparator(std::string_view& line) {
     constexpr std::string_view Signs = "+;|,";
     if (line.empty() || Signs.find(line.front()) == std::string_view::npos) {
@@ -78,8 +78,8 @@ char TakeSeparator(std::string_view& line) {
     return sign == '+' ? '\n' : sign;
 }
 
-// Null, and nothing is taken, if there is no such word. Short forms need no blank behind them, as
-// in "F7055000".
+// Removes the command's word from the line; null, without removing anything, if the word is
+// unknown. A short form needs no blank after it, as in "F7055000".
 const Word* TakeWord(std::string_view& line) {
     std::string_view rest = line;
     const std::string_view token = TakeToken(rest);
@@ -103,7 +103,7 @@ const Word* TakeWord(std::string_view& line) {
     return nullptr;
 }
 
-// A sign, digits, perhaps a point and digits: what is merely begun by a number is none.
+// A sign, digits, optionally a point and digits. Text that only begins with a number is not one.
 std::optional<double> WholeNumber(std::string_view token) {
     const std::string_view digits = token.substr(token.starts_with('-') || token.starts_with('+'));
     const bool fits = token.size() <= LongestNumber && std::ranges::count(digits, '.') <= 1 &&
@@ -112,7 +112,7 @@ std::optional<double> WholeNumber(std::string_view token) {
     return fits ? std::optional(Val(token)) : std::nullopt;
 }
 
-// False: one is missing or can't be read.
+// False: an argument is missing or can't be read.
 bool TakeArguments(RigCommand& command, std::string_view wanted, std::string_view& line) {
     for (const char kind : wanted) {
         const std::string_view token = TakeToken(line);

@@ -1,4 +1,4 @@
-// What rig control asks is done as the user's hand would do it, and answered from what shows.
+// Rig control changes the controls as the user would, and answers with what they show.
 #include "console/Window1.h"
 #include "platform/Text.h"
 #include "shell/App.h"
@@ -35,7 +35,7 @@ void Window1::OpenRigControl() {
     }
 }
 
-// What began while the program quits would end without being closed.
+// While the program quits, nothing would close what a command starts.
 std::string Window1::AnswerRig(const RigCommand& command) {
     return app.IsQuitting() ? std::string() : RigReplyText(command, ObeyRig(command));
 }
@@ -89,8 +89,7 @@ RigReply Window1::TellRigMode() {
              {"Passband", RigWidthText(PassbandShown())}}};
 }
 
-// The mode brings its own passband along: that is what a width of 0 asks for, and one of -1 leaves
-// it at that.
+// The mode sets its own passband. The widths 0 (default) and -1 (no change) leave it so.
 RigReply Window1::SetRigMode(const RigCommand& command) {
     const auto row = RigModeRow(command.word);
     const double wanted = command.number.value_or(0);
@@ -127,7 +126,7 @@ RigReply Window1::SetRigLevel(const RigCommand& command) {
     return {};
 }
 
-// Without a session the button is disabled, and a disk may refuse the file.
+// Rejected without a session, when the button is disabled, or if the file can't be created.
 RigReply Window1::RecordByRig(bool wanted) {
     if (IsRecording() != wanted) {
         PushButtonRecord.Push();

@@ -7,8 +7,8 @@
 
 namespace larkspool {
 
-// Cuts the bytes of a rig control's peer into lines. A line ends at an LF or a CR; where there are
-// both, an empty line follows. Holds no more than the longest line, whatever comes in.
+// Cuts the bytes that a rig control peer sends into lines. A line ends at an LF or a CR; CR LF
+// gives an additional empty line. Never holds more than the longest line.
 class RigLines {
   public:
     static constexpr std::size_t Longest = 256; // bytes, without the line end
@@ -17,7 +17,7 @@ class RigLines {
     void Add(std::string_view bytes); // at most Room() bytes
     std::optional<std::string> Take();
 
-    // Without a whole line there is no room either: the line that has begun is too long.
+    // No room is left and no line has ended: the line is too long.
     bool IsTooLong() const {
         return Room() == 0 && held.find_first_of(LineEnds) == std::string::npos;
     }

@@ -39,8 +39,8 @@ struct Alias {
     int row;
 };
 
-// Other names that programs send. The data modes are what a transceiver calls a sideband that goes
-// to a computer.
+// Other names that programs send. A transceiver's data mode is a sideband whose sound goes to a
+// computer.
 constexpr std::array Aliases = {Alias{"CWR", 4}, Alias{"PKTLSB", 2}, Alias{"PKTUSB", 3},
                                 Alias{"SAM", 9}};
 
@@ -49,7 +49,7 @@ constexpr std::array Aliases = {Alias{"CWR", 4}, Alias{"PKTLSB", 2}, Alias{"PKTU
 std::optional<int> RigModeRow(std::string_view name) {
     for (std::size_t row = 0; row < Modes.size(); ++row) {
         if (Modes[row].name == name) {
-            return static_cast<int>(row); // the wide one comes first
+            return static_cast<int>(row); // the wide mode comes first
         }
     }
     for (const Alias& alias : Aliases) {

@@ -6,12 +6,12 @@
 
 namespace larkspool {
 
-// Rig control has names of its own for the modes, and gives a passband by its width. Rows are those
-// of ModeSettingsClass::Captions.
+// Rig control has its own names for the modes, and describes a passband by its width. Rows are
+// those of ModeSettingsClass::Captions.
 
-// Empty for a mode that no receiver has.
+// Empty if no receiver has the mode.
 std::optional<int> RigModeRow(std::string_view name);
-// Narrow modes have the name of the wide one, one sideband of a synchronous one that of both.
+// A narrow mode has the name of the wide one; one sideband of synchronous AM has the name of both.
 std::string_view RigModeName(int row);
 
 struct RigPassband {
@@ -21,9 +21,9 @@ struct RigPassband {
 
 constexpr double WidestPassband = 1e6; // Hz
 
-// A passband of that width in Hz where the mode needs it: at the same distance from the carrier in
-// the sideband modes, around the same tone in the CW modes, around the carrier in the others.
-// Its edges are whole.
+// A passband of the given width in Hz: at the same distance from the carrier in the sideband modes,
+// around the same tone in the CW modes, around the carrier in the others. Its edges are whole
+// numbers.
 RigPassband RigEdges(int row, const RigPassband& now, double width);
 
 // In whole Hz.

@@ -56,7 +56,7 @@ RigReply ReplyWithoutConsole(const RigCommand& command) {
         return {command.number == 0 ? Code::Done : Code::NotAvailable};
     case RigVerb::GetPowerState:
         return {Code::Done, {{"Power Status", "1"}}};
-    case RigVerb::GetLockMode: // a mode is never locked; rigctl sets none unless it hears so
+    case RigVerb::GetLockMode: // rigctl sets a mode only if it is not locked
         return {Code::Done, {{"Locked", "0"}}};
     case RigVerb::CheckVfo: // whether commands name a VFO
         return {Code::Done, {{"ChkVFO", "0"}}};

@@ -19,7 +19,7 @@ int Cost(RigVerb verb) {
     case RigVerb::SetFunction:
     case RigVerb::StartRecording:
     case RigVerb::StopRecording:
-    case RigVerb::DumpState: // for the length of its answer
+    case RigVerb::DumpState: // its answer is long
     case RigVerb::GetRigInfo:
         return 10;
     default:
@@ -27,8 +27,8 @@ int Cost(RigVerb verb) {
     }
 }
 
-// A web page can make the user's browser send any bytes to this computer, but only behind a request
-// of its own.
+// A web page can make the user's browser send any bytes to this computer, but the browser always
+// sends its own request first.
 bool IsFromBrowser(std::string_view line) { return line.find(" HTTP/") != std::string_view::npos; }
 
 } // namespace
@@ -110,7 +110,8 @@ std::string RigServer::Obey(Peer& peer, std::string_view line) {
     return answers;
 }
 
-// What a peer has sent before it hung up is obeyed. A share that is left shows that nothing waits.
+// Removes closed peers, but only after all their commands: a peer with some share left has no
+// command that waits.
 void RigServer::Sweep() {
     std::erase_if(peers, [](const Peer& peer) {
         return !peer.link->IsOpen() && (peer.hasQuit || peer.share > 0);

@@ -12,24 +12,24 @@
 
 namespace larkspool {
 
-// Listens for programs that speak rig control, and passes on what they ask. Owned by the console.
-// A peer has a share of the program's time: what it sends beyond that waits on its side until the
-// next tick, so that no flood of commands keeps the sound from the user or fills the link to the
-// receiver. A peer that sends a line that is too long, or a browser's request, is hung up on.
+// Listens for programs that use rig control, and passes on their commands. Owned by the console.
+// Each peer has a share of the program's time: what it sends beyond its share waits on its side
+// until the next tick, so that no flood of commands interrupts the sound or fills the link to the
+// receiver. The connection to a peer that sends too long a line, or a browser's request, is closed.
 class RigServer {
   public:
     static constexpr int Port = 4532;
-    static constexpr std::size_t MostPeers = 8; // one more is hung up on
-    // Of a peer, a tick: a line and a question cost 1 each, a change 10.
+    static constexpr std::size_t MostPeers = 8; // a further one is disconnected
+    // Per peer and tick: a line and a query cost 1 each, a change costs 10.
     static constexpr int Share = 200;
 
-    // obey does what is asked; its result goes back as it is.
+    // obey carries out a command; its result is sent back unchanged.
     RigServer(std::unique_ptr<TCPServer> listener,
               std::function<std::string(const RigCommand&)> obey);
 
-    int Open();   // the system's error code, 0 if all is well
-    void Close(); // cuts the peers
-    void Tick();  // to be called some ten times a second
+    int Open();   // the system's error code; 0: success
+    void Close(); // disconnects all peers
+    void Tick();  // call about ten times per second
 
   private:
     struct Peer {
@@ -47,7 +47,7 @@ class RigServer {
 
     std::unique_ptr<TCPServer> server;
     std::function<std::string(const RigCommand&)> obeyed;
-    std::list<Peer> peers; // their handlers know their places
+    std::list<Peer> peers; // a list, because their handlers hold references to them
 };
 
 } // namespace larkspool

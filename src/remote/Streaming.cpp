@@ -5,7 +5,7 @@ namespace larkspool {
 namespace {
 
 constexpr int StreamPort = 58286; // where a peer listens for sound
-constexpr Color Grey = {150, 150, 150};
+constexpr Color Gray = {150, 150, 150};
 constexpr Color Red = {255, 0, 0};
 
 } // namespace
@@ -19,7 +19,7 @@ void Window1::StartStreaming() {
     WakeTimer4();
 }
 
-// What is in the block being filled stays there and goes out ahead of the next stream's sound.
+// The sound in a block that is not full yet is sent before the next stream's sound.
 void Window1::EndStreaming() {
     Log("end streaming");
     audioStream.isStreaming = false;
@@ -28,26 +28,27 @@ void Window1::EndStreaming() {
 
 void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
-    LabelStreaming.SetTextColor(sends ? Red : Grey);
+    LabelStreaming.SetTextColor(sends ? Red : Gray);
     LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
 }
 
+// Sent at once: waiting for the timer would wake the program once more for each frame.
 void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
     audioStream.StreamSoundBlock(sampleCount, samples);
-    if (audioStream.FirstReadyToSend() != nullptr) {
-        WakeTimer4();
+    if (audioStream.FirstReadyToSend() != nullptr && CheckBoxNetwork.Value()) {
+        Timer4_Action();
     }
 }
 
-// The timer ticks only when there is something to send or to show. While the box is unticked it
-// rests, and what waits goes out once the box is ticked.
+// The timer ticks once where the stream or the box has changed. While the box is unticked it rests,
+// and what waits goes out once the box is ticked.
 void Window1::WakeTimer4() {
     if (CheckBoxNetwork.Value() && Timer4->RunMode() == Timer::Mode::Off) {
         Timer4->SetMode(Timer::Mode::Single);
     }
 }
 
-// Sends all that has come in since it was woken, in order.
+// Sends all that waits, in order.
 void Window1::Timer4_Action() {
     ShowStreaming();
     while (const MemoryBlock* block = audioStream.FirstReadyToSend()) {
@@ -57,8 +58,8 @@ void Window1::Timer4_Action() {
     }
 }
 
-// The library finds the way to the broadcast address by itself. A datagram that it can't send is
-// lost; the peer sees the gap.
+// The library uses the broadcast address itself. A datagram that it can't send is lost; the peer
+// sees the gap in the block numbers.
 void Window1::WriteDatagram(const Datagram& d) {
     desktop.Raise([&] {
         desktop.Sound().SendUdpCommand(d.data.data(), static_cast<std::int64_t>(d.data.size()),

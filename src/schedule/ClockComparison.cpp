@@ -1,6 +1,6 @@
 #include "schedule/ClockComparison.h"
 
-#include "platform/ParseDate.h"
+#include "platform/Date.h"
 #include "platform/Text.h"
 
 #include <array>
@@ -12,7 +12,7 @@ namespace larkspool {
 namespace {
 
 constexpr double HourLength = 3600; // seconds
-// How late the end of a window over midnight may be noticed and still be taken for this night's.
+// How late the end of a window over midnight may be noticed and still belong to this night.
 constexpr double EndSlack = 10; // seconds
 
 std::optional<double> BeginOfRowsDay(double currentSeconds, std::string_view dateText,

@@ -1,14 +1,14 @@
 #include "console/Window1.h"
-#include "directory/ReceiverList.h"
+#include "directory/PastedUrl.h"
 #include "platform/Text.h"
 
 namespace larkspool {
 
-// The scheduler's way into the console, which it uses as a user would: it fills in the fields and
-// presses Disconnect. The recording starts once the receiver has told its audio rate.
+// The scheduler uses the console as a user would: it fills in the fields and presses Disconnect.
+// The recording starts when the receiver has sent its audio rate.
 void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
                                const std::string& mode, const std::string& filter) {
-    const auto receiver = SplitHostAndPort(url);
+    const auto receiver = ParseReceiverCell(url);
     if (!receiver) {
         Log("Entry can't be carried out: no address and port in \"" + url + "\"");
         return;
@@ -16,11 +16,11 @@ void Window1::ConnectAndRecord(const std::string& url, const std::string& freq,
     if (!Visible()) {
         Show();
     }
-    TextFieldAddress.SetText(std::string(receiver->host));
-    TextFieldPort.SetText(std::string(receiver->port));
+    TextFieldAddress.SetText(receiver->host);
+    TextFieldPort.SetText(receiver->port);
     TextFieldFreq.SetText(freq);
     SetMode(mode);
-    SetPassbandTexts(filter); // behind the mode, which brings its own passband
+    SetPassbandTexts(filter); // after the mode, which sets its own passband
     PushDisconnectButton();
     ArmRecording(RecordingWish::OfEntry);
     whyNotRecorded = "no sound came before its end";

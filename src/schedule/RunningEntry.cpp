@@ -9,7 +9,7 @@ namespace larkspool {
 
 namespace {
 
-// Whether a daily end lies between two moments: at or behind the earlier one, before the later one.
+// Whether a daily end is between two moments: at or after the earlier one, before the later one.
 bool EndIsBetween(double endOfDay, double earlier, double later) {
     double end = DayBegin(later) + endOfDay;
     if (end >= later) {
@@ -25,7 +25,7 @@ double ClockFor(const TimeSpan& span, double currentSeconds) {
     return start && start == SecondOfDay(span.end) ? std::floor(currentSeconds) : currentSeconds;
 }
 
-// From the whole second on, for a window of a single instant has its end in it.
+// The end of a window of a single instant is at the beginning of this second: hence floor.
 void RunningEntry::Begin(double currentSeconds, std::string_view timeCell) {
     time = timeCell;
     lastTick = std::floor(currentSeconds);
@@ -43,7 +43,7 @@ int RunningEntry::Compare(double currentSeconds, std::string_view timeCell, int 
     if (EndIsBetween(*endOfDay, ClockFor(*span, before), now)) {
         return 1;
     }
-    // Without the date: an entry that began last night on its own day ends today.
+    // Without the date: an entry that began on its day last night ends today.
     const int result = DateTimeCompare(now, "", span->start, span->end, true, gmOffset);
     const bool mayHaveEndedBefore = isEdited || currentSeconds < before;
     return result == 1 && !mayHaveEndedBefore ? 0 : result;

@@ -7,26 +7,26 @@ namespace larkspool {
 
 struct TimeSpan;
 
-// The clock by which a row's window is judged: the exact one, but whole seconds for a window of a
-// single instant, which is a second wide. Seconds since 1904-01-01 UTC.
+// The time to compare with a row's window: exact, but in whole seconds if the window is a single
+// instant, so that this window lasts one second. Seconds since 1904-01-01 UTC.
 double ClockFor(const TimeSpan& span, double currentSeconds);
 
-// What a schedule window remembers of the entry that runs, so that its end is seen once and at the
-// first tick behind it, however far apart two ticks are: a stalled program, a night of sleep and a
-// clock put forward cost the seconds that they take, and no more.
+// What a schedule window remembers of the running entry, so that it sees the entry's end once, at
+// the first tick after it. Two ticks may be far apart: the program may stall, the computer may
+// sleep, the clock may be set forward.
 class RunningEntry {
   public:
     // The row with this Time cell has started.
     void Begin(double currentSeconds, std::string_view timeCell);
 
-    // What the comparison with the clock gives for the end of this row, 1 exactly once its end has
-    // come. Nothing that the clock passed before the entry's own start counts, except in a cell
-    // that was edited meanwhile, and after the clock was put back.
+    // The result of the comparison with the clock for the running row: 1 exactly when its end has
+    // passed. An end before the entry's own start does not count, unless the cell was edited since
+    // or the clock was set back.
     int Compare(double currentSeconds, std::string_view timeCell, int gmOffset);
 
   private:
     std::string time;    // the Time cell at the last tick
-    double lastTick = 0; // when the row was last seen to run
+    double lastTick = 0; // seconds since 1904-01-01 UTC
 };
 
 } // namespace larkspool

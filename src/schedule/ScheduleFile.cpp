@@ -1,6 +1,5 @@
 #include "schedule/ScheduleFile.h"
 
-#include "platform/OnOneLine.h"
 #include "platform/Text.h"
 
 #include <algorithm>

@@ -7,7 +7,7 @@ namespace larkspool {
 namespace {
 
 constexpr int NewEntryDelay = 5;   // seconds
-constexpr int NewEntryLength = 15; // likewise
+constexpr int NewEntryLength = 15; // seconds
 
 // Four digits of hours and minutes; "630" is "0630".
 void SetHourAndMinute(Date& time, std::string_view fourDigits) {

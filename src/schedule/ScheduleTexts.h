@@ -9,7 +9,7 @@
 
 namespace larkspool {
 
-// The title of a schedule window: the clock, and what the window is about.
+// The title of a schedule window: whether it is enabled, the clock, and its state.
 std::string SkedTitle(const Date& now, bool schedulesEnabled, int state);
 
 // "2027-03-01 06:29:58 UTC"
@@ -21,18 +21,18 @@ std::string TimeOfDayText(const Date& time);
 // The Time cell of a new entry: from 5 to 20 seconds from now.
 std::string NewEntryTimeText(const Date& now);
 
-// The cells of an entry that aren't empty, on one line.
+// The non-empty cells of an entry, on one line.
 std::string EntryText(const ScheduleRow& cells);
 
-// What a line of a frequency list gives for a schedule row.
+// The parts of a frequency list's line that a schedule row uses.
 struct StationLine {
-    std::string freq; // kHz, as it stands in the list
+    std::string freq; // kHz, as the list writes it
     std::string time; // "06:00:00-07:00:00"
 };
 
-// Reads a line of tab-separated fields: the second is the frequency, the third the span of time as
-// "0600-0700". What can't be used gives the message that says why. The calendar day of now only
-// lends itself for hours and minutes beyond their range to roll over on.
+// Reads a line of tab-separated fields: the second is the frequency, the third the time as
+// "0600-0700". Gives a message for the user if the line can't be used. Only the time of day matters
+// in the result; hours and minutes beyond their range continue from the day of now.
 std::variant<StationLine, std::string> ParseStationLine(std::string_view line, const Date& now);
 
 } // namespace larkspool

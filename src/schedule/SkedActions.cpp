@@ -1,4 +1,5 @@
 // What the user does in a schedule window.
+#include "directory/PastedUrl.h"
 #include "platform/ReplaceFile.h"
 #include "schedule/ScheduleFile.h"
 #include "schedule/ScheduleTexts.h"
@@ -29,7 +30,7 @@ void SkedWindow::OpenFile(const FolderItem& f) {
     }
     auto lines = TextInputStream::Open(f);
     if (!lines) {
-        if (f.Exists()) { // else it has gone at this very moment
+        if (f.Exists()) { // otherwise it was deleted just now
             TellUnreadable(f);
         }
         return;
@@ -86,7 +87,7 @@ bool SkedWindow::ListboxSkeds_ConstructContextualMenu(std::vector<MenuItem>& ite
 }
 
 bool SkedWindow::ListboxSkeds_ContextualMenuAction(const MenuItem& item) {
-    CommitEdits(); // an edit that is open would be lost with its row
+    CommitEdits(); // an open edit would be lost with its row
     switch (item.index) {
     case Enable:
         SetEnabled(true);
@@ -127,16 +128,19 @@ void SkedWindow::AddEntryFromClipboard() {
         return;
     }
     const auto& station = std::get<StationLine>(read);
-    // Broadcasts are heard narrow, unless the console has been set to the full width.
+    // A broadcast is received in the narrow mode, unless the console uses the wide one.
     AddRowForConsole(station.time, station.freq,
                      app.Console().PopupMenuMode.Text() == "am" ? "am" : "amn");
 }
 
-// A row for every day, with the receiver and the passband that the console is set to.
+static_assert(SavedColumns == 6, "AddRowForConsole gives a new row one cell for each of these");
+
+// The row has no date, and the console's receiver and passband.
 void SkedWindow::AddRowForConsole(std::string time, std::string freq, std::string mode) {
     const Window1& console = app.Console();
-    AddRow({console.TextFieldAddress.Text() + ":" + console.TextFieldPort.Text(), "",
-            std::move(time), std::move(freq), std::move(mode),
+    const PastedUrl receiver =
+        TidyReceiver(console.TextFieldAddress.Text(), console.TextFieldPort.Text());
+    AddRow({ReceiverCell(receiver), "", std::move(time), std::move(freq), std::move(mode),
             console.TextFieldLowCut.Text() + "," + console.TextFieldHighCut.Text()});
 }
 

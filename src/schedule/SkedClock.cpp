@@ -8,8 +8,8 @@
 
 namespace larkspool {
 
-// Four times a second. Nothing is planned ahead, so whatever the user changes in the cells holds
-// from the next tick on.
+// Four times per second. Nothing is planned ahead, so that a change in the cells takes effect at
+// the next tick.
 void SkedWindow::Timer1_Action() {
     if (schedulesEnabled) {
         if (state == 0) {
@@ -35,7 +35,7 @@ void SkedWindow::SetEnabled(bool wanted) {
     }
 }
 
-// A time like 24:00:00 would cost the recording without a word.
+// Without this row a wrong time such as 24:00:00 would lose the recording silently.
 void SkedWindow::TellOfBadRows() {
     constexpr int MostRows = 50;
     for (int row = 0; row < std::min(ListboxSkeds.ListCount(), MostRows); ++row) {
@@ -47,7 +47,7 @@ void SkedWindow::TellOfBadRows() {
     }
 }
 
-// Starts the topmost row whose window is open.
+// Starts the topmost row whose window contains this moment.
 void SkedWindow::CheckForNewSked() {
     for (int row = 0; row < ListboxSkeds.ListCount(); ++row) {
         if (!SplitTimeCell(ListboxSkeds.Cell(row, TimeColumn))) {
@@ -80,10 +80,10 @@ void SkedWindow::StartEntry(int row) {
                                    cells[FilterColumn]);
 }
 
-// Hangs up when the running row's end has come, or the row is gone.
+// Ends the running entry when its end has passed or its row was deleted.
 void SkedWindow::CheckForSkedEnding() {
     if (recordingIndex >= ListboxSkeds.ListCount()) {
-        EndEntry("its row is gone");
+        EndEntry("its row was deleted");
         return;
     }
     const std::string time = ListboxSkeds.Cell(recordingIndex, TimeColumn);
@@ -111,17 +111,16 @@ void SkedWindow::SetTestCell(int row, int result) {
 
 ScheduleRow SkedWindow::CellsOf(int row) const {
     ScheduleRow cells;
-    for (int column = UrlColumn; column <= FilterColumn; ++column) {
-        cells[static_cast<std::size_t>(column)] = ListboxSkeds.Cell(row, column);
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        cells[column] = ListboxSkeds.Cell(row, static_cast<int>(column));
     }
     return cells;
 }
 
 void SkedWindow::AddRow(const ScheduleRow& cells) {
-    ListboxSkeds.AddRow(cells[UrlColumn]);
-    for (int column = DateColumn; column <= FilterColumn; ++column) {
-        ListboxSkeds.SetCell(ListboxSkeds.LastIndex(), column,
-                             cells[static_cast<std::size_t>(column)]);
+    ListboxSkeds.AddRow("");
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        ListboxSkeds.SetCell(ListboxSkeds.LastIndex(), static_cast<int>(column), cells[column]);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/Desktop.h"
 
+#include <array>
+
 namespace larkspool {
 
 namespace {
@@ -12,8 +14,8 @@ constexpr int TickPeriod = 250; // ms
 
 } // namespace
 
-SkedWindow::SkedWindow(Desktop& host, App& application)
-    : Window(host), app(application), Timer1(host.MakeTimer()) {
+SkedWindow::SkedWindow(Desktop& theDesktop, App& application)
+    : Window(theDesktop), app(application), Timer1(theDesktop.MakeTimer()) {
     SetTitle("Schedules");
     SetDesignSize(DesignWidth, DesignHeight);
     ListboxSkeds_Open();
@@ -31,7 +33,7 @@ void SkedWindow::ListboxSkeds_Open() {
     ListboxSkeds.hasHeader = true;
     ListboxSkeds.placeholder = "The right mouse button adds an entry, from the console or from a "
                                "clipboard's line, and enables the schedules.";
-    ListboxSkeds.columns = {
+    const auto columns = std::to_array<Listbox::Column>({
         {.heading = "URL", .width = 0, .weight = 1, .editable = true},
         {.heading = "Date", .width = 80, .weight = 0, .editable = true},
         {.heading = "Time", .width = 140, .weight = 0, .editable = true},
@@ -39,7 +41,9 @@ void SkedWindow::ListboxSkeds_Open() {
         {.heading = "Mode", .width = 60, .weight = 0, .editable = true},
         {.heading = "IF Filter", .width = 120, .weight = 0, .editable = true},
         {.heading = "Test", .width = 0, .weight = 0, .editable = false},
-    };
+    });
+    static_assert(columns.size() == ScheduleColumns);
+    ListboxSkeds.columns.assign(columns.begin(), columns.end());
     ListboxSkeds.constructContextualMenu = [this](std::vector<MenuItem>& items) {
         return ListboxSkeds_ConstructContextualMenu(items);
     };
@@ -54,7 +58,7 @@ void SkedWindow::AddMenuHandlers() {
 }
 
 bool SkedWindow::Event_CancelClose([[maybe_unused]] bool appQuitting) {
-    // A program that is about to end may wait for an answer; nothing starts meanwhile.
+    // A program that quits may still wait for an answer: no entry may start in that time.
     Timer1->SetMode(Timer::Mode::Off);
     SetEnabled(false);
     return false;

@@ -17,29 +17,28 @@ namespace larkspool {
 
 class App;
 
-// A schedule: a list of timed receptions that the console makes while nobody is there. Any number
-// of these windows may be open, each with a list, a clock and a running entry of its own; they
-// don't know of each other, and whoever calls the console last has it. Owned by App until it is
-// closed.
+// A schedule: a list of timed receptions that the console carries out without the user. Any number
+// of these windows may be open, each with its own list, clock and running entry. They are
+// independent: the window that calls the console last controls it. Owned by App until it is closed.
 class SkedWindow : public Window {
   public:
-    SkedWindow(Desktop& host, App& application);
+    SkedWindow(Desktop& theDesktop, App& application);
 
     // Adds the rows of a schedule file to the list.
     void OpenFile(const FolderItem& f);
 
-    // From the next tick on its entries are started and ended, or no longer.
+    // true: entries start and end from the next tick on; false: they no longer do.
     void SetEnabled(bool wanted);
 
-    // Never refused and never asked about. An entry that runs goes on on the console.
+    // Always closes, without a question. A running entry continues on the console.
     bool Event_CancelClose(bool appQuitting) override;
 
-    // The list is all there is: whoever wants to know something of an entry reads its cells.
+    // The only copy of the entries: code that needs an entry reads its cells.
     using enum ScheduleColumn;
     Listbox ListboxSkeds;
 
     bool schedulesEnabled = false;
-    int state = 0;          // 0: nothing runs, 1: an entry runs
+    int state = 0;          // 0: no entry runs, 1: an entry runs
     int recordingIndex = 0; // the row that runs, in state 1
     int gmOffset = 0;       // hours east of UTC, for the day of the week
 
@@ -57,7 +56,7 @@ class SkedWindow : public Window {
     void EndEntry(const std::string& which);
     double CurrentSeconds() const;
     void SetTestCell(int row, int result);
-    ScheduleRow CellsOf(int row) const; // copies, because what a handler does may move the cells
+    ScheduleRow CellsOf(int row) const; // a copy, because a handler may change the list
     void AddRow(const ScheduleRow& cells);
 
     // What the user does

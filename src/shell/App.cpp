@@ -3,7 +3,6 @@
 #include "directory/KiwiListClass.h"
 #include "platform/Text.h"
 #include "schedule/SkedWindow.h"
-#include "shell/MainMenuBar.h"
 #include "shell/Version.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ namespace {
 std::string CauseText(QuitCause cause) {
     switch (cause) {
     case QuitCause::User:
-        return "as its user wishes";
+        return "because the user quits";
     case QuitCause::Signal:
         return "because of a signal";
     case QuitCause::Logout:
@@ -27,12 +26,12 @@ std::string CauseText(QuitCause cause) {
 
 } // namespace
 
-App::App(Desktop& host, Deployment values)
-    : deployment(std::move(values)), nightLog(host), desktop(host), recordingRepair(host),
-      nightWatch(host, [this](const std::string& row) { window1->Log(row); }) {
-    desktop.menuBar = MakeMainMenuBar();
+App::App(Desktop& theDesktop, Deployment values)
+    : deployment(std::move(values)), nightLog(theDesktop), desktop(theDesktop),
+      recordingRepair(theDesktop),
+      nightWatch(theDesktop, [this](const std::string& row) { window1->Log(row); }) {
     desktop.quitRequested = [this](QuitCause cause) { Quit(cause); };
-    AddMenuHandlers();
+    MakeMenu();
 }
 
 App::~App() {
@@ -43,7 +42,7 @@ App::~App() {
 void App::Event_Open() {
     nightLog.Add(std::string("Larkspool ") + version::Short + " has started");
     ReadPrefs();
-    // Taken before the console exists, because building it overwrites the mode.
+    // Read before the console exists, because creating it overwrites the mode.
     const int lastMode = WholePart<int>(static_cast<double>(prefs.prefsLastMode));
     window1 = std::make_unique<Window1>(desktop, *this);
     window1->closed = [this] { WindowClosed(); };
@@ -55,7 +54,7 @@ void App::Event_Open() {
     PlanUpdateCheck();
 }
 
-// Some seconds after the start, when the console has shown itself and found its sound.
+// Some seconds after the start, when the console is visible and the sound devices are open.
 void App::PlanUpdateCheck() {
     constexpr int Delay = 5000; // ms
     if (deployment.versionHost.empty() || prefs.noUpdateCheck) {
@@ -76,7 +75,7 @@ void App::OpenWindow(std::unique_ptr<Window> window) {
     Window& opened = *window;
     furtherWindows.push_back(std::move(window));
     opened.closed = [this, &opened] {
-        // Not at once: the window is still on its way out of its own close button.
+        // Not at once: this is called from inside the window's own close handling.
         desktop.CallLater(0, [this, &opened] {
             std::erase_if(furtherWindows, [&opened](const auto& w) { return w.get() == &opened; });
         });
@@ -99,7 +98,7 @@ void App::WatchTheNight() {
             const auto* schedule = dynamic_cast<const SkedWindow*>(window.get());
             return schedule != nullptr && schedule->schedulesEnabled;
         });
-    nightWatch.Look(scheduled, window1->IsRecording());
+    nightWatch.Look(scheduled || window1->IsRecording());
 }
 
 void App::MyShowToolTip(const std::string& text) {
@@ -128,7 +127,7 @@ bool App::EndsWith(const Window& closing) const {
 void App::Quit(QuitCause cause) {
     if (isQuitting) {
         if (cause != QuitCause::User) {
-            desktop.EndEventLoop(); // no waiting for an answer any more
+            desktop.EndEventLoop(); // without waiting for an answer
         }
         return;
     }
@@ -160,7 +159,7 @@ void App::CloseEverything() {
         window->Event_CancelClose(true);
         window->Hide();
     }
-    theKiwiList.reset(); // no page and no error any more
+    theKiwiList.reset(); // no page or error may arrive from now on
 }
 
 void App::TellLoss(const std::string& text) {

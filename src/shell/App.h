@@ -20,12 +20,13 @@
 namespace larkspool {
 
 class KiwiListClass;
+class SkedWindow;
 
-// The application: owns what is stored and the windows, answers the menu, ends the program. Made in
-// main, before the event loop runs; lives to the end of the process.
+// The application: owns the windows and everything that is stored, handles the menu, ends the
+// program. Created in main before the event loop runs; exists until the process ends.
 class App {
   public:
-    App(Desktop& host, Deployment values);
+    App(Desktop& theDesktop, Deployment values);
     ~App();
     App(const App&) = delete;
     App& operator=(const App&) = delete;
@@ -33,27 +34,27 @@ class App {
     // The event loop's first event: reads the preferences, then opens the console.
     void Event_Open();
 
-    // Opens the schedules that the program was started with.
+    // Opens the schedules that the command line names.
     void OpenSchedules(const CommandLine& commandLine);
 
     Window1& Console() { return *window1; }
 
-    // Takes a further window and shows it. It lives until it is closed.
+    // Takes ownership of another window and shows it. Destroys it when it is closed.
     void OpenWindow(std::unique_ptr<Window> window);
 
-    // Whether closing this window ends the program: no other one shows.
+    // Whether closing this window ends the program: no other window is visible.
     bool EndsWith(const Window& closing) const;
 
-    // To be called several times a second: keeps the computer awake as long as that is needed.
+    // Call several times per second: keeps the computer awake as long as that is needed.
     void WatchTheNight();
 
     // The program is about to end; it may still wait for an answer.
     bool IsQuitting() const { return isQuitting; }
 
-    // Something of the user's could not be kept. At quit it is told before the program ends.
+    // Shows that some data of the user could not be saved. During Quit: before the program ends.
     void TellLoss(const std::string& text);
 
-    // Shows a tooltip under the pointer, unless the user wants none.
+    // Shows a tooltip under the pointer, unless tooltips are switched off.
     void MyShowToolTip(const std::string& text);
     Date GetCurrentUtcDate() const;
 
@@ -69,13 +70,13 @@ class App {
     bool prefsInvertScrollWheelPolarity = false; // not stored
 
   private:
-    void AddMenuHandlers();
+    void MakeMenu();
     bool EditAboutLarkspool_Action();
     bool FileFavorites_Action();
     bool FileVisitWebsiteForInstructions_Action();
     bool FileNewScheduleWindow_Action();
     bool FileOpenSchedule_Action();
-    void OpenSchedule(const FolderItem& file, bool enable);
+    SkedWindow& OpenSchedule(const FolderItem& file);
     void VisitProductPage();
 
     FolderItem PreferencesFile() const;
@@ -98,10 +99,10 @@ class App {
     NightWatch nightWatch;
     std::unique_ptr<Timer> updateTimer;
     std::unique_ptr<VersionCheck> versionCheck;
-    bool isOpen = false;         // the console is filled: from here on there is something to store
-    bool prefsAreUnread = false; // nothing may replace their file
+    bool isOpen = false;         // the console is filled: from now on there is something to store
+    bool prefsAreUnread = false; // their file must not be replaced
     bool isQuitting = false;
-    std::string losses; // to be told before the program ends
+    std::string losses; // texts to show before the program ends
 };
 
 } // namespace larkspool

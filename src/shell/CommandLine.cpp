@@ -8,7 +8,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::string_view EndOfOptions = "--"; // everything behind it is a file
+constexpr std::string_view EndOfOptions = "--"; // everything after it is a file
 
 constexpr std::string_view Help =
     "Usage: larkspool [--enable] [FILE...]\n"

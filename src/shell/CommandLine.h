@@ -7,17 +7,17 @@
 
 namespace larkspool {
 
-// What the program is to do with the arguments it was started with, the program's own name and the
-// desktop's options left out.
+// What the arguments ask the program to do. They come without the program's own name and without
+// the desktop's options.
 struct CommandLine {
-    bool enable = false;            // the schedules that are opened
-    std::vector<std::string> files; // schedules, each for a window of its own
-    std::string complaint;          // empty unless something can't be understood
+    bool enable = false;            // enable the schedules that are opened
+    std::vector<std::string> files; // schedules, each for its own window
+    std::string complaint;          // empty unless an argument is unknown
 };
 CommandLine ReadCommandLine(std::span<const std::string> arguments);
 
-// What "--help" or "--version" prints. Nothing if neither is among the arguments; the desktop's
-// options may still be.
+// What "--help" or "--version" prints. Empty if neither is among the arguments, which may still
+// contain the desktop's options.
 std::optional<std::string> TextAskedFor(std::span<const std::string> arguments);
 
 } // namespace larkspool

@@ -14,7 +14,7 @@ namespace {
 constexpr std::uint64_t LargestFile = std::uint64_t{1024} * 1024;
 constexpr std::size_t LongestRow = 1000; // bytes
 
-// A receiver's words may hold anything; in a terminal the file must show as text.
+// A receiver's texts may contain any byte, but the file must be readable in a terminal.
 std::string WithoutControlCharacters(std::string text) {
     std::replace_if(
         text.begin(), text.end(),

@@ -9,21 +9,20 @@ namespace larkspool {
 
 namespace {
 
-constexpr double Standstill = 10; // seconds between two looks
+constexpr double Standstill = 10; // seconds between two calls of Look
 
 } // namespace
 
-NightWatch::NightWatch(Desktop& host, std::function<void(const std::string& row)> log)
-    : desktop(host), addRow(std::move(log)), lastLook(host.UtcNow()) {}
+NightWatch::NightWatch(Desktop& theDesktop, std::function<void(const std::string& row)> log)
+    : desktop(theDesktop), addRow(std::move(log)), lastLook(theDesktop.UtcNow()) {}
 
-void NightWatch::Look(bool schedulesEnabled, bool isRecording) {
-    const bool needed = schedulesEnabled || isRecording;
-    if (needed) {
+void NightWatch::Look(bool isNeeded) {
+    if (isNeeded) {
         NoteStandstill();
     }
     lastLook = desktop.UtcNow();
-    if (needed != (stayAwake != nullptr)) {
-        KeepAwake(needed);
+    if (isNeeded != (stayAwake != nullptr)) {
+        KeepAwake(isNeeded);
     }
 }
 
@@ -43,7 +42,7 @@ void NightWatch::KeepAwake(bool needed) {
         });
 }
 
-// Asleep, too busy, or another time was set: entries may have been missed meanwhile.
+// The computer slept, was too busy, or its clock was set: entries may have been missed.
 void NightWatch::NoteStandstill() {
     if (std::abs(desktop.UtcNow() - lastLook) > Standstill) {
         addRow("Nothing ran since " + DateAndTimeText(Date::FromUnixSeconds(lastLook)) +

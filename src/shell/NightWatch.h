@@ -8,14 +8,14 @@
 
 namespace larkspool {
 
-// Looks after a program that works while no user is there: keeps the computer awake, and notes in
+// Helps a program that works while no user is there: keeps the computer awake, and adds a row to
 // the log when the program could not run. Owned by the application.
 class NightWatch {
   public:
-    NightWatch(Desktop& host, std::function<void(const std::string& row)> log);
+    NightWatch(Desktop& theDesktop, std::function<void(const std::string& row)> log);
 
-    // To be called several times a second.
-    void Look(bool schedulesEnabled, bool isRecording);
+    // Call several times per second. isNeeded: a schedule is enabled or a recording runs.
+    void Look(bool isNeeded);
 
   private:
     void KeepAwake(bool needed);
@@ -23,7 +23,7 @@ class NightWatch {
 
     Desktop& desktop;
     std::function<void(const std::string&)> addRow;
-    std::unique_ptr<StayAwake> stayAwake; // while the computer is to stay awake
+    std::unique_ptr<StayAwake> stayAwake; // while the computer must stay awake
     bool isGranted = false;
     double lastLook = 0; // seconds since 1970
 };

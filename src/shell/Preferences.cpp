@@ -38,7 +38,7 @@ struct Reader {
     void Inverted(bool& value) const { value = !stream.ReadBoolean(); }
 };
 
-// Every stored field, in the order of the file. New ones go to the end.
+// Every stored field, in the order of the file. New fields go to the end.
 template <typename Field, typename Stored>
 void ForEachField(const Field& field, Stored& p) {
     auto& modes = p.prefsModeSettings;
@@ -66,7 +66,7 @@ void ForEachField(const Field& field, Stored& p) {
     field(p.prefsSquelchTime);
     field(p.prefsUseNetworking);
     field(p.prefsReconnect);
-    field.Inverted(p.prefsUpdateWaterfall); // the file says what is off
+    field.Inverted(p.prefsUpdateWaterfall); // the file stores whether it is off
     field(p.prefsSquelchedDeadSpace);
     field(p.noUpdateCheck);
     field(p.lastUpdateCheckVersion);

@@ -7,8 +7,8 @@
 
 namespace larkspool {
 
-// What the program remembers between runs, apart from favourites and schedules. Owned by App; the
-// controls' events write into it at once, the file is written when the program quits.
+// What the program remembers between runs, except favorites and schedules. Owned by App. The
+// controls' events change it at once; the file is written when the program quits.
 struct Preferences {
     std::string prefsLastURL;             // the receiver's address
     std::int32_t prefsLastPort = 0;       // and port
@@ -31,11 +31,11 @@ struct Preferences {
     ModeSettingsClass prefsModeSettings;
 };
 
-// What holds where there is no file.
+// The values without a file.
 Preferences DefaultPreferences();
 
-// The stored form. Decoding takes any bytes: what is missing reads as 0 or empty, and a port,
-// frequency or waterfall setting that could not work is replaced by its default.
+// The stored form. Decoding accepts any bytes: a missing field is 0 or empty, and a port, frequency
+// or waterfall setting that cannot work is replaced by its default.
 std::string EncodePreferences(const Preferences& preferences);
 Preferences DecodePreferences(std::string bytes);
 

@@ -11,10 +11,10 @@ namespace larkspool {
 namespace {
 
 constexpr char FileName[] = "Larkspool Prefs";
-// Far more than any settings take; a larger file isn't ours.
+// Far more than the settings need; a larger file is not a settings file.
 constexpr std::uint64_t LargestFile = std::uint64_t{64} * 1024;
 
-// Nothing if the file can't be read.
+// Empty if the file can't be read.
 std::optional<std::string> BytesOf(const FolderItem& file) {
     auto stream = BinaryStream::Open(file);
     if (!stream) {
@@ -27,7 +27,7 @@ std::optional<std::string> BytesOf(const FolderItem& file) {
 
 } // namespace
 
-// A file beside the program takes over, for reading and for writing.
+// A file beside the program is preferred, for reading and for writing.
 FolderItem App::PreferencesFile() const {
     return desktop.BesideProgramOrIn(SpecialFolder::Preferences, FileName);
 }
@@ -38,7 +38,7 @@ void App::ReadPrefs() {
     if (desktop.ShiftKeyDown() && desktop.ControlKeyDown()) {
         file.Delete();
         ShowAfterOpening("Settings cleared");
-        return; // also where the file could not be deleted
+        return; // even if the file could not be deleted
     }
     if (const auto bytes = BytesOf(file)) {
         prefs = DecodePreferences(*bytes);
@@ -50,9 +50,9 @@ void App::ReadPrefs() {
     }
 }
 
-// The console, which opens next, would cover a box that is shown at once.
+// The console opens next and would cover a box that is shown now.
 void App::ShowAfterOpening(const std::string& text) {
-    desktop.CallLater(0, [&host = desktop, text] { host.MsgBox(text); });
+    desktop.CallLater(0, [&theDesktop = desktop, text] { theDesktop.MsgBox(text); });
 }
 
 bool App::WritePrefs() const {

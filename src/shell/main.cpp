@@ -16,10 +16,11 @@ std::vector<std::string> Arguments(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     if (const auto text = larkspool::TextAskedFor(Arguments(argc, argv))) {
-        std::fputs(text->c_str(), stdout); // without a display too
+        std::fputs(text->c_str(), stdout); // works without a display
         return 0;
     }
-    const auto desktop = larkspool::MakeDesktop(argc, argv, "larkspool"); // takes its own options
+    const auto desktop =
+        larkspool::MakeDesktop(argc, argv, "larkspool"); // removes the desktop's options
     const auto commandLine = larkspool::ReadCommandLine(Arguments(argc, argv));
     if (!commandLine.complaint.empty()) {
         std::fputs(commandLine.complaint.c_str(), stderr);

@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-// The waterfall's scale: black, blue, cyan, green, yellow, red, towards purple.
+// The waterfall's scale: black, blue, cyan, green, yellow, red, toward purple.
 class ColorTable {
   public:
     static constexpr int Size = 1024;
@@ -18,16 +18,16 @@ class ColorTable {
 
   private:
     void MakeColorTable();
-    // Cuts the index to the table and each colour to 0 to 255.
+    // Limits the index to the table and each color to 0 to 255.
     void setRgb(int index, int red, int green, int blue);
 
     std::array<Color, Size> colors;
 };
 
-// The colour of every value that a converted bin can have, 0 to 255, at one gain and offset.
+// The color of each value that a converted bin can have, 0 to 255, for one gain and offset.
 class LevelColors {
   public:
-    // Level gain * (value - offset), cut to 0 to 255, is looked up at every fourth entry of the
+    // Looks up the level gain * (value - offset), limited to 0 to 255, at every fourth entry of the
     // scale. gain: 0.00 to 5.00; offset: 0 to 63.
     void Update(const ColorTable& scale, double gain, int offset);
 

@@ -7,11 +7,11 @@ namespace larkspool {
 namespace {
 
 constexpr std::size_t ShortestFrame = 1000;
-constexpr std::size_t FrameHeader = 13; // nothing in it is read
-constexpr int Bottom = 55;              // the byte that stands for the bottom of the range
+constexpr std::size_t FrameHeader = 13; // its content is not used
+constexpr int Bottom = 55;              // the byte for the bottom of the range
 constexpr int MarkStrip = 5;            // rows above the picture
 constexpr int MarkHeight = 4;
-constexpr double Centre = WaterfallClass::Bins / 2.0;
+constexpr double Center = WaterfallClass::Bins / 2.0;
 
 } // namespace
 
@@ -24,7 +24,7 @@ void WaterfallClass::NewData(std::string_view frame) {
     }
     const std::size_t bins = std::min(frame.size() - FrameHeader, newDataMB.size());
     for (std::size_t i = 0; i < bins; ++i) {
-        // Wraps: a byte below the bottom lands at the top of the scale.
+        // Wraps around: a byte below the bottom becomes the top of the scale.
         const int bin = static_cast<std::uint8_t>(frame[i + FrameHeader]);
         newDataMB[i] = static_cast<std::uint8_t>(bin - Bottom);
     }
@@ -72,7 +72,7 @@ void WaterfallClass::Event_Paint(Graphics& g) {
     g.Clear(0, 0, g.Width(), MarkStrip);
     if (g.Width() == Bins) {
         g.DrawPicture(*thePicture, 0, MarkStrip);
-        // A picture that was begun on a narrower canvas ends before this one does.
+        // A picture from a time when the canvas was narrower does not fill it now.
         if (const int width = thePicture->Width(); width < Bins) {
             g.Clear(width, MarkStrip, Bins - width, g.Height() - MarkStrip);
         }
@@ -86,12 +86,12 @@ void WaterfallClass::PaintMarks(Graphics& g) const {
     const double width = g.Width();
     const double scale = width / Bins;
     const auto x = [scale, width](double hertz) {
-        return std::clamp(scale * (Centre + hertz * Centre / (1000 * HalfSpan)), -width, 2 * width);
+        return std::clamp(scale * (Center + hertz * Center / (1000 * HalfSpan)), -width, 2 * width);
     };
     g.SetForeColor({255, 255, 0});
     g.FillRect(x(low), 0, x(high) - x(low), MarkHeight);
     g.SetForeColor({255, 0, 0});
-    g.FillRect((Centre - 2) * scale, 0, MarkHeight, MarkHeight);
+    g.FillRect((Center - 2) * scale, 0, MarkHeight, MarkHeight);
 }
 
 } // namespace larkspool

@@ -11,30 +11,30 @@
 
 namespace larkspool {
 
-// What the slider of the waterfall's minimum stands for: the black point in steps above the bottom
-// of the range, 0 to 63, and the same in dB.
+// The meaning of the slider for the waterfall's minimum: the black point in steps above the bottom
+// of the range, 0 to 63, and the same level in dB.
 constexpr int WaterfallOffset(int sliderValue) { return 200 - sliderValue; }
 constexpr int WaterfallMinimum(int offset) { return offset - 120; }
 
-// The canvas under the controls: the newest row at the top, older ones moving down, and above them
-// the marks of passband and carrier. A control of the console.
+// The canvas below the controls: the newest row is at the top, older rows move down, and above them
+// are the marks of passband and carrier. A control of the console.
 class WaterfallClass : public Canvas {
   public:
-    static constexpr int Bins = 1024;         // in a row; the canvas's full width
-    static constexpr double HalfSpan = 7.328; // kHz from the centre to an edge
+    static constexpr int Bins = 1024;         // per row; the canvas's full width
+    static constexpr double HalfSpan = 7.328; // kHz from the center to an edge
 
     WaterfallClass() { coversItself = true; }
 
-    // Adds one row. frame: the message behind its tag, header included; a short one adds nothing,
-    // and where bins are missing at the end the last row's stay.
+    // Adds one row. frame: the message after its tag, with its header. A frame below 1000 bytes
+    // adds nothing; bins that are missing at the end keep the values of the last row.
     void NewData(std::string_view frame);
 
-    // For rows to come; those already drawn keep their colours.
+    // Applies to new rows; rows that are already drawn keep their colors.
     void SetLevels(double gain, int offset);
     void SetPassband(double lowEdge, double highEdge); // Hz relative to the tuned frequency
-    void SetUpdating(bool value);                      // while it isn't, nothing is drawn
+    void SetUpdating(bool value);                      // false: nothing is drawn
 
-    // The next row starts a new picture, of the canvas's size then.
+    // The next row starts a new picture, which has the canvas's size at that time.
     void DropPicture();
 
     void Event_Paint(Graphics& g) override;

@@ -1,5 +1,5 @@
 #include "audio/RecordingTexts.h"
-#include "audio/WavHeader.h"
+#include "audio/WavFile.h"
 #include "support/Files.h"
 
 #include <gtest/gtest.h>

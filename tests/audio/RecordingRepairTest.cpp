@@ -1,5 +1,5 @@
 #include "audio/RecordingRepair.h"
-#include "audio/WavHeader.h"
+#include "audio/WavFile.h"
 #include "platform/Text.h"
 #include "support/Files.h"
 #include "support/VirtualDesktop.h"

@@ -20,7 +20,7 @@ cat "$log"
 set -- "$work"/home/Documents/*.WAV
 [ $# -eq 1 ] && [ -f "$1" ] || fail "not one recording: $*"
 for told in 'Schedules enabled, entries: 1' "no address and port in \"127.0.0.1\"" \
-    "Entry started: 127.0.0.1:$receiver_port" "Recording begun: $(basename "$1")" \
+    "Entry started: 127.0.0.1:$receiver_port" "Recording started: $(basename "$1")" \
     "Recording finished: $(basename "$1"), 00:00:" 'Larkspool ends, because of a signal'; do
     grep -qF "$told" "$log" || fail "the log doesn't tell: $told"
 done

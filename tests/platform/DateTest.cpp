@@ -1,5 +1,4 @@
 #include "platform/Date.h"
-#include "platform/ParseDate.h"
 
 #include <gtest/gtest.h>
 

@@ -51,8 +51,8 @@ class Scrolling : public Canvas {
         picture.ScrollDown(1);
         ++rows;
         for (int x = 0; x < picture.Width(); ++x) {
-            picture.SetPixel(x, 0,
-                             {0, static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(rows)});
+            const Color color = {0, static_cast<std::uint8_t>(x), static_cast<std::uint8_t>(rows)};
+            picture.Row(0)[static_cast<std::size_t>(x)] = color.Packed();
         }
     }
 };

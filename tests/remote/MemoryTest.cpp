@@ -51,16 +51,12 @@ class Memory : public ::testing::Test {
     VirtualReceiver Audio() { return VirtualReceiver(*desktop.tcpSockets.at(0)); }
     VirtualUDPSocket& Peer() { return *desktop.udpSockets.at(0); }
 
-    // What it takes to receive and play so many frames of 700 samples, at their pace, while a timer
-    // ticks once a frame.
-    std::int64_t AllocationsFor(int frames, Timer* timer = nullptr) {
+    // What it takes to receive and play so many frames of 700 samples, at their pace.
+    std::int64_t AllocationsFor(int frames) {
         const std::vector<std::int16_t> samples(700, 5);
         const std::int64_t before = counted.made;
         for (int i = 0; i < frames; ++i) {
             Audio().Sound(sequence++, samples);
-            if (timer != nullptr) {
-                timer->SetMode(Timer::Mode::Single);
-            }
             desktop.Advance(0.06); // whole ticks of every timer
         }
         return counted.made - before;
@@ -81,10 +77,7 @@ TEST_F(Memory, StreamingAllocatesNothingBeyondWhatHearingDoes) {
     EXPECT_EQ(desktop.library.blocks - before, 500 * 700 / 512);
     Peer().Deliver("staud:0");
     desktop.Advance(0);
-    // The stream's timer is the virtual desktop's, and so is what its ticks allocate.
-    const auto spare = desktop.MakeTimer();
-    spare->SetPeriod(20);
-    EXPECT_EQ(streaming, AllocationsFor(500, spare.get()));
+    EXPECT_EQ(streaming, AllocationsFor(500));
 }
 
 TEST_F(Memory, RaisingAnEventCostsNothing) {

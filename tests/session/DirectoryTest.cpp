@@ -10,7 +10,7 @@
 namespace larkspool {
 namespace {
 
-// A program with a public directory and a site of its own, and the user's favourites on disk.
+// A program with a public directory and a site of its own, and the user's favorites on disk.
 class Directory : public ConsoleFixture {
   protected:
     Directory() {
@@ -161,7 +161,7 @@ TEST_F(Directory, APastedAddressIsCleaned) {
     EXPECT_EQ(Target(), "192.0.2.10:8074");
 }
 
-// The window of favourites.
+// The window of favorites.
 class Favorites : public Directory {
   protected:
     // Picks the menu item; the window that is in front then.

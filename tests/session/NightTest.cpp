@@ -86,7 +86,7 @@ TEST_F(ANight, IsToldInTheMorning) {
                  "Entry ended: " + full, "Entry started: " + noFile, "Entry ended: " + noFile}));
     const std::string file =
         "KiwiRecording-2027-01-16T22_00_01Z9410.000am_first.example.net_8073.WAV";
-    EXPECT_EQ(Told("Recording ")[0], "Recording begun: " + file);
+    EXPECT_EQ(Told("Recording ")[0], "Recording started: " + file);
     EXPECT_EQ(Told("Recording ")[1], "Recording finished: " + file + ", 00:00:59");
     EXPECT_TRUE(Told("Recording ")
                     .back()

@@ -55,18 +55,18 @@ TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
 
 TEST_F(ScheduleWindow, AnEntryRepeatsTheConsoleAndStartsInFiveSeconds) {
     SkedWindow& window = NewWindow();
-    Console().TextFieldAddress.SetText("first.example.net");
-    Console().TextFieldPort.SetText("8073");
+    Console().TextFieldAddress.SetText("2001:db8::3");
+    Console().TextFieldPort.SetText("8074");
     Console().TextFieldFreq.SetText("9410.5");
     Console().PopupMenuMode.SetListIndex(3);
     Console().TextFieldLowCut.SetText("250");
     SetClock("2027-01-16T23:59:50");
     Choose(window, "Add entry");
     EXPECT_EQ(Row(window, 0),
-              (Strings{First, "", "23:59:55-00:00:10", "9410.5", "usb", "250,2700"}));
+              (Strings{Third, "", "23:59:55-00:00:10", "9410.5", "usb", "250,2700"}));
     Enable(window);
     Sleep(60);
-    EXPECT_EQ(Heard(), (Recordings{{"1 9410.5 usb 250 2700", 15}}));
+    EXPECT_EQ(Heard(), (Recordings{{"3 9410.5 usb 250 2700", 15}}));
 }
 
 TEST_F(ScheduleWindow, TheMenuOffersToDeleteTheChosenRow) {

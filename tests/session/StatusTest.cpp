@@ -148,6 +148,10 @@ TEST_F(Status, ASilentLinkIsLostAndTriedAgainWithReconnectTicked) {
 
 TEST_F(Status, ALostLinkSaysWhenItIsTriedAgainOnceASecond) {
     ConnectAndStream();
+    Audio().socket.Fail();
+    desktop.Advance(0);
+    EXPECT_TRUE(Text().ends_with(" bytes/sec    link lost")) << "it was connected: " << Text();
+    ConnectAndStream();
     Hear(3);
     Audio().socket.Fail();
     desktop.Advance(3);

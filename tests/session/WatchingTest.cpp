@@ -21,7 +21,7 @@ class Watching : public ConsoleFixture {
     Color Pixel(int x, int y) {
         PictureGraphics graphics(Console().WaterfallCanvas.Bounds().width, 105);
         Console().WaterfallCanvas.Event_Paint(graphics);
-        return graphics.paper.Pixel(x, y);
+        return PixelOf(graphics.paper, x, y);
     }
     Color TopRow() { return Pixel(100, 5); }
 

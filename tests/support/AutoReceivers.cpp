@@ -1,5 +1,6 @@
 #include "support/AutoReceivers.h"
 
+#include "link/Handshake.h"
 #include "platform/Text.h"
 #include "support/VirtualReceiver.h"
 
@@ -36,8 +37,8 @@ void AutoReceivers::Later(VirtualTCPSocket& socket, double seconds, std::functio
 }
 
 void AutoReceivers::AnswerConnect(VirtualTCPSocket& socket) {
-    const auto found =
-        std::find(receivers.begin(), receivers.end(), socket.address + ":" + Str(socket.port));
+    const auto found = std::find(receivers.begin(), receivers.end(),
+                                 HostPort(socket.address, std::int64_t{socket.port}));
     if (found == receivers.end() || !Answers(socket)) {
         socket.Fail();
         return;

@@ -13,11 +13,8 @@ class OpenEdit : public ControlView {
     OpenEdit(Listbox& edited, int editedColumn, std::string typed)
         : ControlView(edited), column(editedColumn), text(std::move(typed)) {}
 
-    void Changed(Aspect aspect) override {
-        if (aspect == Aspect::CommitEdit) {
-            static_cast<Listbox*>(Model())->SetCell(0, column, text);
-        }
-    }
+    void Changed(Aspect /*aspect*/) override {}
+    void CommitEdit() override { static_cast<Listbox*>(Model())->SetCell(0, column, text); }
 
   private:
     int column;

@@ -4,8 +4,17 @@
 #include "platform/Picture.h"
 
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 namespace larkspool {
+
+// Of a pixel inside the picture.
+inline Color PixelOf(const Picture& picture, int x, int y) {
+    const std::uint32_t pixel = picture.Row(y)[static_cast<std::size_t>(x)];
+    return {static_cast<std::uint8_t>(pixel >> 16), static_cast<std::uint8_t>(pixel >> 8),
+            static_cast<std::uint8_t>(pixel)};
+}
 
 // Paints into a picture, pixel by pixel. Starts out in a color that nobody paints with.
 class PictureGraphics final : public Graphics {
@@ -30,7 +39,7 @@ class PictureGraphics final : public Graphics {
     void FillRect(double x, double y, double width, double height) override {
         for (int row = Edge(y); row < Edge(y + height); ++row) {
             for (int column = Edge(x); column < Edge(x + width); ++column) {
-                paper.SetPixel(column, row, pen);
+                Put(column, row, pen);
             }
         }
     }
@@ -40,9 +49,9 @@ class PictureGraphics final : public Graphics {
     void DrawPicture(const Picture& picture, int x, int y, int width, int height) override {
         for (int row = 0; row < height; ++row) {
             for (int column = 0; column < width; ++column) {
-                paper.SetPixel(x + column, y + row,
-                               picture.Pixel(column * picture.Width() / width,
-                                             row * picture.Height() / height));
+                Put(x + column, y + row,
+                    PixelOf(picture, column * picture.Width() / width,
+                            row * picture.Height() / height));
             }
         }
     }
@@ -50,6 +59,11 @@ class PictureGraphics final : public Graphics {
     Picture paper;
 
   private:
+    void Put(int x, int y, Color color) {
+        if (x >= 0 && x < paper.Width() && y >= 0 && y < paper.Height()) {
+            paper.Row(y)[static_cast<std::size_t>(x)] = color.Packed();
+        }
+    }
     static int Edge(double position) { return static_cast<int>(std::lround(position)); }
 
     Color pen;

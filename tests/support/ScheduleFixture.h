@@ -46,7 +46,7 @@ class ScheduleFixture : public ConsoleFixture {
 
     const std::string First = "first.example.net:8073";
     const std::string Second = "second.example.net:8073";
-    const std::string Third = "third.example.net:8074";
+    const std::string Third = "[2001:db8::3]:8074";
     AutoReceivers receivers{desktop, {First, Second, Third}};
 };
 

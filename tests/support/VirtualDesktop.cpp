@@ -17,11 +17,10 @@ class VirtualWindowView : public WindowView {
     VirtualWindowView(const VirtualWindowView&) = delete;
     VirtualWindowView& operator=(const VirtualWindowView&) = delete;
 
-    void Changed(WindowAspect aspect) override {
-        if (aspect == WindowAspect::ToFront) {
-            std::erase(windows, &window);
-            windows.push_back(&window);
-        }
+    void Changed(WindowAspect /*aspect*/) override {}
+    void ComeToFront() override {
+        std::erase(windows, &window);
+        windows.push_back(&window);
     }
 
   private:

@@ -43,7 +43,7 @@ class WaterfallPicture : public ::testing::Test {
         const Picture picture = Paint(width);
         std::string marks;
         for (int x = 0; x < width; ++x) {
-            const Color color = picture.Pixel(x, y);
+            const Color color = PixelOf(picture, x, y);
             marks += color == Color{255, 255, 0} ? 'y'
                      : color == Color{255, 0, 0} ? 'r'
                      : color == Color{0, 0, 0}   ? 'b'
@@ -86,7 +86,7 @@ TEST_F(WaterfallPicture, GainStretchesAndOffsetMovesTheBlackPoint) {
     for (const auto& [gain, offset, bin, level] : cases) {
         canvas.SetLevels(gain, offset);
         FlatRow(bin);
-        EXPECT_EQ(Paint().Pixel(7, 5), table[level * 4]) << gain << ' ' << offset << ' ' << bin;
+        EXPECT_EQ(PixelOf(Paint(), 7, 5), table[level * 4]) << gain << ' ' << offset << ' ' << bin;
     }
 }
 
@@ -103,7 +103,7 @@ TEST_F(WaterfallPicture, EachRowIsDrawnAboveTheOneBefore) {
     const Picture picture = Paint();
     for (int y = 0; y < 100; ++y) {
         for (int x = 0; x < 1024; ++x) {
-            ASSERT_EQ(picture.Pixel(x, 5 + y), ColorOf(bin(Rows - 1 - y, x))) << x << ' ' << y;
+            ASSERT_EQ(PixelOf(picture, x, 5 + y), ColorOf(bin(Rows - 1 - y, x))) << x << ' ' << y;
         }
     }
 }
@@ -114,11 +114,11 @@ TEST_F(WaterfallPicture, ShortRowsKeepTheOldTailAndTooShortOnesAreNone) {
     FlatRow(250, 999 - Header);
     canvas.NewData("");
     const Picture picture = Paint();
-    EXPECT_EQ(picture.Pixel(986, 5), ColorOf(200));
-    EXPECT_EQ(picture.Pixel(987, 5), ColorOf(100));
-    EXPECT_EQ(picture.Pixel(0, 6), ColorOf(100));
+    EXPECT_EQ(PixelOf(picture, 986, 5), ColorOf(200));
+    EXPECT_EQ(PixelOf(picture, 987, 5), ColorOf(100));
+    EXPECT_EQ(PixelOf(picture, 0, 6), ColorOf(100));
     FlatRow(90, 100'000); // far more than a row holds
-    EXPECT_EQ(Paint().Pixel(1023, 5), ColorOf(90));
+    EXPECT_EQ(PixelOf(Paint(), 1023, 5), ColorOf(90));
 }
 
 TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrierAtAnyWidth) {
@@ -135,7 +135,7 @@ TEST_F(WaterfallPicture, MarksShowThePassbandAndTheCarrierAtAnyWidth) {
     EXPECT_EQ(Marks(4), Run(1024, '.')) << "one row stays free";
     canvas.SetPassband(0, 3664); // a quarter of the span
     EXPECT_EQ(Marks(0, 960), Run(478, '.') + Run(4, 'r') + Run(238, 'y') + Run(240, '.'));
-    EXPECT_EQ(Paint(960).Pixel(750, 5), ColorOf(155)) << "bin 800 at 960/1024";
+    EXPECT_EQ(PixelOf(Paint(960), 750, 5), ColorOf(155)) << "bin 800 at 960/1024";
 }
 
 TEST_F(WaterfallPicture, BesideAPictureBegunOnANarrowerCanvasTheGroundShows) {
@@ -146,9 +146,9 @@ TEST_F(WaterfallPicture, BesideAPictureBegunOnANarrowerCanvasTheGroundShows) {
     }
     canvas.Place("canvas", {0, 0, 1024, 105});
     const Picture picture = Paint();
-    EXPECT_EQ(picture.Pixel(959, 5), ColorOf(155)) << "unscaled, as the marks are";
-    EXPECT_EQ(picture.Pixel(960, 5), PictureGraphics::Ground);
-    EXPECT_EQ(picture.Pixel(1023, 104), PictureGraphics::Ground);
+    EXPECT_EQ(PixelOf(picture, 959, 5), ColorOf(155)) << "unscaled, as the marks are";
+    EXPECT_EQ(PixelOf(picture, 960, 5), PictureGraphics::Ground);
+    EXPECT_EQ(PixelOf(picture, 1023, 104), PictureGraphics::Ground);
 }
 
 TEST_F(WaterfallPicture, EveryChangeIsPaintedAtOnce) {

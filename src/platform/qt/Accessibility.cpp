@@ -7,8 +7,6 @@
 #include <QAccessible>
 #include <QAccessibleWidget>
 
-#include <memory>
-
 namespace larkspool {
 
 namespace {
@@ -23,7 +21,7 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
                                                    : QAccessibleWidget::interface_cast(type);
     }
 
-    // The description is what the Linux bridge passes on.
+    // The Linux bridge passes on the description.
     QString text(QAccessible::Text kind) const override {
         return kind == QAccessible::Value || kind == QAccessible::Description
                    ? slider.spoken()
@@ -40,7 +38,7 @@ class AccessibleSlider : public QAccessibleWidget, public QAccessibleValueInterf
     SpokenSlider& slider;
 };
 
-// Says its value in a unit of the program's choice, also as a number.
+// Gives its value in a unit of the program's choice, as text and as a number.
 class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterface {
   public:
     explicit AccessibleMeter(MeterBar& shown)
@@ -58,7 +56,7 @@ class AccessibleMeter : public QAccessibleWidget, public QAccessibleValueInterfa
     }
 
     QVariant currentValue() const override { return bar.quantity(bar.value()); }
-    void setCurrentValue(const QVariant& /*value*/) override {} // it only shows
+    void setCurrentValue(const QVariant& /*value*/) override {} // read-only
     QVariant maximumValue() const override { return bar.quantity(bar.maximum()); }
     QVariant minimumValue() const override { return bar.quantity(bar.minimum()); }
     QVariant minimumStepSize() const override { return {}; }
@@ -75,13 +73,13 @@ class AccessibleCanvas : public QAccessibleWidget {
 
 QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
     if (auto* slider = dynamic_cast<SpokenSlider*>(object)) {
-        return std::make_unique<AccessibleSlider>(*slider).release(); // Qt's cache owns it
+        return new AccessibleSlider(*slider); // Qt's cache owns it
     }
     if (auto* bar = dynamic_cast<MeterBar*>(object)) {
-        return std::make_unique<AccessibleMeter>(*bar).release();
+        return new AccessibleMeter(*bar);
     }
     if (auto* canvas = dynamic_cast<CanvasWidget*>(object)) {
-        return std::make_unique<AccessibleCanvas>(*canvas).release();
+        return new AccessibleCanvas(*canvas);
     }
     return nullptr;
 }

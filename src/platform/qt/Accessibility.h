@@ -2,8 +2,8 @@
 
 namespace larkspool {
 
-// Teaches Qt to tell assistive technology what it can't know by itself: the value of a slider
-// or a meter with its unit, and that a canvas is one.
+// Makes Qt give assistive technology what Qt doesn't know: the value of a slider or a meter with
+// its unit, and the role of a canvas.
 void InstallAccessibility();
 
 } // namespace larkspool

@@ -8,8 +8,6 @@
 #include <QIcon>
 #include <QSessionManager>
 
-#include <memory>
-
 namespace larkspool {
 
 Application::Application(int& argc, char** argv, const std::string& name)
@@ -23,8 +21,8 @@ Application::Application(int& argc, char** argv, const std::string& name)
     icon.addFile(QStringLiteral(":/larkspool-128.png"));
     setWindowIcon(icon);
 #endif
-    const bool dark = IsDark(palette());                // what Qt has chosen up to here
-    setStyle(std::make_unique<ProxyStyle>().release()); // the application owns it
+    const bool dark = IsDark(palette()); // what Qt has chosen
+    setStyle(new ProxyStyle);            // the application owns it
     desktopIsDark = IsDark(style()->standardPalette());
     setPalette(dark ? DarkPalette() : LightPalette());
     InstallAccessibility();
@@ -36,7 +34,7 @@ Application::Application(int& argc, char** argv, const std::string& name)
 }
 
 void Application::FollowScheme() {
-    // The desktop's palette may be kept from the start; the style makes its own anew.
+    // The application's palette may date from the start; the style makes a new one.
     const bool dark = IsDark(style()->standardPalette());
     if (dark != desktopIsDark) {
         desktopIsDark = dark;
@@ -45,7 +43,7 @@ void Application::FollowScheme() {
 }
 
 bool Application::event(QEvent* event) {
-    // Left to Qt, this would close every window and end the loop behind the program's back.
+    // By default Qt would close every window and end the loop without asking the program.
     if (event->type() == QEvent::Quit && quitAsked) {
         event->ignore();
         quitAsked();

@@ -7,12 +7,12 @@
 
 namespace larkspool {
 
-// Qt's application object, dressed in the program's style, colours and font. Owned by the desktop.
+// Qt's application object, with the program's style, colors and font. Owned by the desktop.
 class Application : public QApplication {
   public:
     Application(int& argc, char** argv, const std::string& name);
 
-    // Takes on the desktop's light or dark scheme where it has changed.
+    // Follows the desktop's light or dark scheme if it has changed.
     void FollowScheme();
 
     std::function<void()> quitAsked;    // the system's own quit command

@@ -24,7 +24,7 @@ struct BackgroundLog::Queue {
 
     std::mutex mutex;
     std::condition_variable changed;
-    std::string lines;         // that wait
+    std::string lines;         // not yet written
     std::size_t count = 0;     // of them
     std::uint64_t missing = 0; // lines that were dropped or refused
     bool isEnding = false;

@@ -8,12 +8,11 @@
 
 namespace larkspool {
 
-// What Desktop::MakeLogFile promises: a thread of its own writes, and touches nothing but the file
-// and a short queue of lines. Where lines had to be dropped, the file says how many. Knows nothing
-// of Qt.
+// Implements Desktop::MakeLogFile: a thread of its own writes, and uses only the file and a short
+// queue of lines. Where lines were dropped, the file says how many. Does not use Qt.
 class BackgroundLog : public LogFile {
   public:
-    // Adds whole lines to the file; false: the disk has refused them. Called by the thread.
+    // Adds whole lines to the file; false: the write has failed. Called by the thread.
     using Append = std::function<bool(const std::string& lines)>;
 
     explicit BackgroundLog(Append append);
@@ -26,7 +25,7 @@ class BackgroundLog : public LogFile {
   private:
     struct Queue;
 
-    std::shared_ptr<Queue> queue; // shared with the thread, which a dead disk may hold for ever
+    std::shared_ptr<Queue> queue; // shared with the thread, which a dead disk may block for ever
 };
 
 } // namespace larkspool

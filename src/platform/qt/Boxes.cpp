@@ -21,7 +21,7 @@ QString BoxTitle() {
     return title.isEmpty() ? title : title.left(1).toUpper() + title.mid(1);
 }
 
-// Over the window in front, which the box doesn't die with.
+// Over the window in front, without being its child: the box outlives it.
 void PlaceOverFront(QWidget& box) {
     const QWidget* front = QApplication::activeWindow();
     if (front == nullptr || front->windowHandle() == nullptr) {
@@ -79,7 +79,7 @@ void SetUp(QFileDialog& dialog, const std::string& filter,
 
 } // namespace
 
-Boxes::Boxes(Desktop& host) : desktop(host) {}
+Boxes::Boxes(Desktop& theDesktop) : desktop(theDesktop) {}
 
 Boxes::~Boxes() { CloseAll(); }
 
@@ -89,10 +89,10 @@ void Boxes::CloseAll() {
     }
 }
 
-// Where an answer is awaited, a box that gives none to anybody doesn't count.
+// If an answer is awaited, a box without a callback doesn't count.
 bool Boxes::IsOpen(const QString& text, Answer answer) const {
     return std::any_of(open.begin(), open.end(), [&text, answer](const OpenBox& candidate) {
-        const auto* box = dynamic_cast<const QMessageBox*>(candidate.widget.data());
+        const auto* box = qobject_cast<const QMessageBox*>(candidate.widget.data());
         return box != nullptr && box->isVisible() && box->text() == text &&
                (answer == Answer::Unwanted || candidate.answer == Answer::Awaited);
     });
@@ -100,7 +100,7 @@ bool Boxes::IsOpen(const QString& text, Answer answer) const {
 
 void Boxes::Show(std::unique_ptr<QWidget> box, Answer answer) {
     std::erase_if(open, [](const OpenBox& candidate) { return candidate.widget.isNull(); });
-    QWidget* shown = box.release(); // deletes itself once it is closed
+    QWidget* shown = box.release(); // deletes itself when it is closed
     shown->setAttribute(Qt::WA_DeleteOnClose);
     open.push_back({shown, answer});
     PlaceOverFront(*shown);
@@ -141,7 +141,7 @@ void Boxes::AskForFile(const std::string& filter, const std::optional<std::strin
     auto dialog = std::make_unique<QFileDialog>(
         nullptr, QString(), QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
     SetUp(*dialog, filter, nameToSave);
-    dialog->setModal(true); // as message boxes are: the window that asks must not go meanwhile
+    dialog->setModal(true); // as message boxes are: the window that asks must stay open meanwhile
     QObject::connect(dialog.get(), &QDialog::finished, dialog.get(),
                      [this, shown = dialog.get(), handler = std::move(chosen)](int result) {
                          std::optional<FolderItem> file;

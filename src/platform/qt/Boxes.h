@@ -15,25 +15,25 @@ class QMessageBox;
 
 namespace larkspool {
 
-// Message boxes and file dialogs. None holds up the event loop: each is shown, and answers by
-// callback when the user has closed it. Owned by the desktop.
+// Message boxes and file dialogs. None blocks the event loop: each is shown, and its callback is
+// called when the user has closed it. Owned by the desktop.
 class Boxes {
   public:
-    explicit Boxes(Desktop& host);
+    explicit Boxes(Desktop& theDesktop);
     ~Boxes();
 
     void ShowText(const std::string& text);
     void Ask(const MessageDialog& dialog, std::function<void(MessageDialog::Answer)> answered);
-    // Asks for a file to write if it is given a name, else for one to read.
+    // Asks for a file to write if it has a name to save as, otherwise for one to read.
     void AskForFile(const std::string& filter, const std::optional<std::string>& nameToSave,
                     std::function<void(std::optional<FolderItem>)> chosen);
-    void CloseAll(); // nobody is answered
+    void CloseAll(); // without any callback
 
   private:
     enum class Answer { Awaited, Unwanted };
 
     struct OpenBox {
-        QPointer<QWidget> widget; // null once it has been closed: it deletes itself
+        QPointer<QWidget> widget; // null after it is closed: it deletes itself
         Answer answer;
     };
 

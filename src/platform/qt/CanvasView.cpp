@@ -78,8 +78,8 @@ void CanvasWidget::mousePressEvent(QMouseEvent* event) {
     }
 }
 
-CanvasView::CanvasView(Canvas& canvas, Desktop& host, QWidget& content)
-    : ViewOf(canvas, host, MakeChild<CanvasWidget>(content)) {
+CanvasView::CanvasView(Canvas& canvas, Desktop& theDesktop, QWidget& content)
+    : ViewOf(canvas, theDesktop, MakeChild<CanvasWidget>(content)) {
     shape.setAttribute(Qt::WA_OpaquePaintEvent, canvas.coversItself);
     shape.paint = [this](QPainter& painter) { Paint(painter); };
     shape.pressed = [this](QPoint place) {

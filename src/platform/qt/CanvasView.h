@@ -26,7 +26,7 @@ class CanvasWidget : public QWidget {
 
 class CanvasView : public ViewOf<Canvas, CanvasWidget> {
   public:
-    CanvasView(Canvas& canvas, Desktop& host, QWidget& content);
+    CanvasView(Canvas& canvas, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

@@ -10,8 +10,8 @@
 
 namespace larkspool {
 
-CheckBoxView::CheckBoxView(CheckBox& box, Desktop& host, QWidget& content)
-    : ViewOf(box, host, MakeChild<QCheckBox>(content)) {
+CheckBoxView::CheckBoxView(CheckBox& box, Desktop& theDesktop, QWidget& content)
+    : ViewOf(box, theDesktop, MakeChild<QCheckBox>(content)) {
     shape.setText(QString::fromStdString(box.caption));
     CheckBoxView::Redraw(Aspect::Value);
     connect(&shape, &QCheckBox::toggled, this,
@@ -34,7 +34,7 @@ bool CheckBoxView::eventFilter(QObject* watched, QEvent* event) {
     return ViewOf::eventFilter(watched, event);
 }
 
-// A ticked box is filled with the color that marks the focus elsewhere.
+// A ticked box has the color that marks the focus elsewhere, so it needs a ring.
 void CheckBoxView::ShowFocus() const {
     ContentArea* const area = ContentAreaOf(shape);
     if (area == nullptr) {

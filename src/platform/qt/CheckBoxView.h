@@ -9,7 +9,7 @@ namespace larkspool {
 
 class CheckBoxView : public ViewOf<CheckBox, QCheckBox> {
   public:
-    CheckBoxView(CheckBox& box, Desktop& host, QWidget& content);
+    CheckBoxView(CheckBox& box, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

@@ -58,7 +58,7 @@ SocketAddress AddressOf(const QHostAddress& target, quint16 port) {
     return Stored(address);
 }
 
-// The families take turns, and the first address stays the first.
+// The families alternate, and the first address stays the first.
 QList<QHostAddress> InTurns(const QList<QHostAddress>& found) {
     std::array<QList<QHostAddress>, 2> families;
     for (const QHostAddress& address : found) {
@@ -94,7 +94,7 @@ SocketFailure FailureOf(int error) {
     }
 }
 
-// Where the addresses fail in different ways, the one that tells most is told.
+// If the addresses fail in different ways, the failure that says most is reported.
 int Weight(SocketFailure failure) {
     switch (failure) {
     case SocketFailure::Refused:
@@ -168,7 +168,7 @@ void ConnectionRace::TryNext() {
     }
 }
 
-// False: it has failed already.
+// False: it has already failed.
 bool ConnectionRace::Begin(const QHostAddress& target) {
     const SocketAddress address = AddressOf(target, port);
     auto attempt =

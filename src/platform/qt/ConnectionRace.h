@@ -12,9 +12,9 @@
 
 namespace larkspool {
 
-// Tries a name's addresses until one answers, in the way of RFC 8305: the next one starts when the
-// last has failed, or hasn't answered for 250 ms; the first that answers wins, and the others are
-// closed. IPv4 and IPv6 take turns. Has no time limit of its own. Owned by a socket.
+// Tries a name's addresses until one answers, as in RFC 8305: the next one starts when the last has
+// failed, or hasn't answered for 250 ms; the first that answers wins, and the others are closed.
+// IPv4 and IPv6 alternate. Has no time limit of its own. Owned by a socket.
 class ConnectionRace {
   public:
     ConnectionRace();
@@ -23,14 +23,14 @@ class ConnectionRace {
     ConnectionRace& operator=(const ConnectionRace&) = delete;
 
     void Start(const QList<QHostAddress>& found, quint16 targetPort);
-    void Stop(); // nothing is raised any more
-    // What can be said of the addresses tried so far; one that hasn't answered yet is NoAnswer.
+    void Stop(); // no event is raised afterwards
+    // The result of the addresses tried so far; one that hasn't answered yet is NoAnswer.
     SocketFailure Failure() const;
-    int ErrorCode() const { return errorCode; } // 102, or a number of the system's
+    int ErrorCode() const { return errorCode; } // 102, or the system's own number
 
-    // Raised by the event loop, never inside Start, and one of them once. Each may stop the race.
+    // Raised by the event loop, never inside Start; one of them, once. Each may stop the race.
     std::function<void(int descriptor)> won; // a connected socket, which the handler owns
-    std::function<void()> lost;              // no address is left
+    std::function<void()> lost;              // no address has answered
 
   private:
     struct Attempt;

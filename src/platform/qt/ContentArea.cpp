@@ -23,6 +23,11 @@ ContentArea::ContentArea(std::vector<int> lines, QWidget* parent)
     connect(&longest, &QTimer::timeout, this, [this] { ReleaseHeld(); });
 }
 
+void ContentArea::ChangeHeld(QWidget& control, const std::function<void()>& change) {
+    Hold(control);
+    change();
+}
+
 void ContentArea::Hold(QWidget& control) {
     if (!control.isVisible() || !control.updatesEnabled()) {
         return;
@@ -37,7 +42,7 @@ void ContentArea::Hold(QWidget& control) {
 void ContentArea::ReleaseHeld() {
     longest.stop();
     for (QWidget* control : std::exchange(held, {})) {
-        control->setUpdatesEnabled(true); // which asks for a paint
+        control->setUpdatesEnabled(true); // this requests a paint
     }
 }
 

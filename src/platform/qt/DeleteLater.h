@@ -7,7 +7,7 @@
 
 namespace larkspool {
 
-// Lets go of a Qt object that may be in the middle of an event: it dies at the loop's next turn.
+// Deletes a Qt object that may be in the middle of an event: at the loop's next turn.
 struct DeleteLater {
     void operator()(QObject* object) const {
         object->disconnect();
@@ -20,8 +20,7 @@ using OwnedByLoop = std::unique_ptr<Object, DeleteLater>;
 
 template <typename Object, typename... Arguments>
 OwnedByLoop<Object> MakeOwnedByLoop(Arguments&&... arguments) {
-    return OwnedByLoop<Object>(
-        std::make_unique<Object>(std::forward<Arguments>(arguments)...).release());
+    return OwnedByLoop<Object>(new Object(std::forward<Arguments>(arguments)...));
 }
 
 } // namespace larkspool

@@ -4,70 +4,14 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QPlainTextEdit>
-#include <QTextCursor>
-#include <QTextDocument>
 
 namespace larkspool {
 
 namespace {
 
-// What is asked of a text control before an editing item is offered.
-struct TextState {
-    bool isText = false;
-    bool isReadOnly = true;
-    bool hasSelection = false;
-    bool hasUndo = false;
-};
-
-TextState StateOf(const QWidget* widget) {
-    if (const auto* line = dynamic_cast<const QLineEdit*>(widget)) {
-        return {true, line->isReadOnly(), line->hasSelectedText(), line->isUndoAvailable()};
-    }
-    if (const auto* area = dynamic_cast<const QPlainTextEdit*>(widget)) {
-        return {true, area->isReadOnly(), area->textCursor().hasSelection(),
-                area->document()->isUndoAvailable()};
-    }
-    return {};
-}
-
 bool ClipboardHasText() {
     const QMimeData* content = QGuiApplication::clipboard()->mimeData();
     return content != nullptr && content->hasText();
-}
-
-void DeleteSelection(QLineEdit& line) {
-    if (line.hasSelectedText()) {
-        line.del();
-    }
-}
-
-void DeleteSelection(QPlainTextEdit& area) { area.textCursor().removeSelectedText(); }
-
-template <typename Text>
-void EditIn(Text& text, MenuRole role) {
-    switch (role) {
-    case MenuRole::Undo:
-        text.undo();
-        break;
-    case MenuRole::Cut:
-        text.cut();
-        break;
-    case MenuRole::Copy:
-        text.copy();
-        break;
-    case MenuRole::Paste:
-        text.paste();
-        break;
-    case MenuRole::Clear:
-        DeleteSelection(text);
-        break;
-    case MenuRole::SelectAll:
-        text.selectAll();
-        break;
-    default:
-        break;
-    }
 }
 
 } // namespace
@@ -86,30 +30,50 @@ bool IsEditRole(MenuRole role) {
     }
 }
 
-bool IsTextControl(const QWidget* widget) { return StateOf(widget).isText; }
-
-bool CanEdit(MenuRole role, const QWidget* text) {
-    const TextState state = StateOf(text);
+bool CanEdit(MenuRole role, const QLineEdit* field) {
+    if (field == nullptr) {
+        return false;
+    }
+    const bool writable = !field->isReadOnly();
     switch (role) {
     case MenuRole::Undo:
-        return state.hasUndo && !state.isReadOnly;
+        return writable && field->isUndoAvailable();
     case MenuRole::Cut:
     case MenuRole::Clear:
-        return state.hasSelection && !state.isReadOnly;
+        return writable && field->hasSelectedText();
     case MenuRole::Copy:
-        return state.hasSelection;
+        return field->hasSelectedText();
     case MenuRole::Paste:
-        return state.isText && !state.isReadOnly && ClipboardHasText();
+        return writable && ClipboardHasText();
     default:
-        return state.isText;
+        return true;
     }
 }
 
-void Edit(MenuRole role, QWidget* text) {
-    if (auto* line = dynamic_cast<QLineEdit*>(text)) {
-        EditIn(*line, role);
-    } else if (auto* area = dynamic_cast<QPlainTextEdit*>(text)) {
-        EditIn(*area, role);
+void Edit(MenuRole role, QLineEdit& field) {
+    switch (role) {
+    case MenuRole::Undo:
+        field.undo();
+        break;
+    case MenuRole::Cut:
+        field.cut();
+        break;
+    case MenuRole::Copy:
+        field.copy();
+        break;
+    case MenuRole::Paste:
+        field.paste();
+        break;
+    case MenuRole::Clear:
+        if (field.hasSelectedText()) {
+            field.del();
+        }
+        break;
+    case MenuRole::SelectAll:
+        field.selectAll();
+        break;
+    default:
+        break;
     }
 }
 

@@ -2,14 +2,13 @@
 
 #include "platform/Menu.h"
 
-class QWidget;
+class QLineEdit;
 
 namespace larkspool {
 
-// The editing items of a menu, at work on a text control.
+// The editing items of a menu, applied to a text field.
 bool IsEditRole(MenuRole role);
-bool IsTextControl(const QWidget* widget);
-bool CanEdit(MenuRole role, const QWidget* text); // false for anything but a text control
-void Edit(MenuRole role, QWidget* text);
+bool CanEdit(MenuRole role, const QLineEdit* field); // false without a field
+void Edit(MenuRole role, QLineEdit& field);
 
 } // namespace larkspool

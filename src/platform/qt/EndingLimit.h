@@ -2,13 +2,13 @@
 
 namespace larkspool {
 
-// Ends the process if its last part takes too long. Nothing can call a lookup of a name back, and
-// Qt waits for the resolver when it ends, which may take half a minute on a broken network.
+// Ends the process if its shutdown takes too long. A lookup of a name cannot be canceled, and Qt
+// waits for the resolver when it ends, which may take half a minute on a broken network.
 class EndingLimit {
   public:
-    ~EndingLimit(); // the end was in time
+    ~EndingLimit(); // the shutdown was in time
 
-    // All files are closed by now, and nothing that follows matters. code: the process's own.
+    // To be called when all files are closed. code: the process's exit code.
     void Start(int code);
 
   private:

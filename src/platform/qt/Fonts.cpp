@@ -20,8 +20,8 @@ namespace {
 
 constexpr int WishedSize = 13; // pixels
 constexpr int SmallestSize = 9;
-constexpr int Gap = 4;           // points kept between a label and what it runs into
-constexpr int CheckBoxPart = 20; // the box itself and the space behind it
+constexpr int Gap = 4;           // points between a label and the control that overlaps it
+constexpr int CheckBoxPart = 20; // the box itself and the space after it
 constexpr int ButtonMargins = 10;
 
 int Width(const QFontMetrics& metrics, const std::string& text) {

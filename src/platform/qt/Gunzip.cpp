@@ -29,7 +29,7 @@ Outcome Inflate(z_stream& stream, QByteArray& bytes, qsizetype most) {
             result = inflateReset(&stream);
         }
     }
-    // No progress is possible: more input is wanted.
+    // Z_BUF_ERROR: no progress is possible without more input.
     return result == Z_STREAM_END  ? Outcome::Whole
            : result == Z_BUF_ERROR ? Outcome::Cut
                                    : Outcome::Broken;

@@ -8,10 +8,10 @@ struct Gunzipped {
     enum class Outcome { Whole, Cut, Broken, TooLarge };
 
     Outcome outcome = Outcome::Broken;
-    QByteArray bytes; // those of a whole one; of any other perhaps a part
+    QByteArray bytes; // all of them if whole; otherwise perhaps a part
 };
 
-// Unpacks gzip data to at most so many bytes. Only what its checksum confirms is whole.
+// Unpacks gzip data to at most this many bytes. Only data with a correct checksum is whole.
 Gunzipped Gunzip(const QByteArray& packed, qsizetype most);
 
 } // namespace larkspool

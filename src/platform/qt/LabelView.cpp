@@ -67,8 +67,8 @@ void FigureLabel::DrawLetters() {
     painter.drawGlyphRun(QPointF(0, baseline), run);
 }
 
-LabelView::LabelView(Label& label, Desktop& host, QWidget& content, const Window& home)
-    : ViewOf(label, host, MakeChild<FigureLabel>(content)), window(home) {
+LabelView::LabelView(Label& label, Desktop& theDesktop, QWidget& content, const Window& home)
+    : ViewOf(label, theDesktop, MakeChild<FigureLabel>(content)), window(home) {
     shape.setTextFormat(Qt::PlainText);
     shape.changesOften = !label.longest.empty();
     shape.setAutoFillBackground(true); // spares the window painting beneath
@@ -102,13 +102,17 @@ void LabelView::ShowCut() {
 
 void LabelView::Redraw(Aspect aspect) {
     if (aspect == Aspect::Value) {
+        const auto set = [this] {
+            if (Held()->mayBeCut) {
+                ShowCut();
+            } else {
+                shape.setText(QString::fromStdString(Held()->Text()));
+            }
+        };
         if (ContentArea* const area = ContentAreaOf(shape)) {
-            area->Hold(shape);
-        }
-        if (Held()->mayBeCut) {
-            ShowCut();
+            area->ChangeHeld(shape, set);
         } else {
-            shape.setText(QString::fromStdString(Held()->Text()));
+            set();
         }
     } else if (aspect == Aspect::Colour && Held()->TextColor()) {
         QPalette palette;

@@ -40,7 +40,7 @@ class FigureLabel : public QLabel {
 
 class LabelView : public ViewOf<Label, FigureLabel> {
   public:
-    LabelView(Label& label, Desktop& host, QWidget& content, const Window& home);
+    LabelView(Label& label, Desktop& theDesktop, QWidget& content, const Window& home);
 
     void Place() override;
     void SetBuddy(QWidget& named) { shape.setBuddy(&named); }

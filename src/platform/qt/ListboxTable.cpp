@@ -14,7 +14,7 @@ namespace larkspool {
 namespace {
 
 constexpr int RowSpacing = 6;
-constexpr int Narrowest = 40; // of a column that shares what the fixed ones leave over
+constexpr int Narrowest = 40; // of a column that shares the width which the fixed ones leave
 
 } // namespace
 
@@ -148,7 +148,7 @@ void Table::ShareWidth() {
         const auto& column = columns[index];
         int width = column.width;
         if (column.weight > 0 && weights > 0) {
-            // Each takes its share of what is still there, so that rounding loses no pixel.
+            // Each takes its share of the rest, so that rounding loses no pixel.
             const int share = rest * column.weight / weights;
             rest -= share;
             weights -= column.weight;

@@ -11,18 +11,18 @@
 
 namespace larkspool {
 
-// Reads and writes a listbox's cells where they are; knows only how many rows there were when it
-// last looked. Owned by the view.
+// Reads and writes the cells in the listbox itself; stores only the number of rows at the last
+// CatchUp. Owned by the view.
 class ListboxCells : public QAbstractTableModel {
   public:
-    // The listbox, or null once it is gone.
+    // The listbox, or null after it is destroyed.
     using Source = std::function<Listbox*()>;
     using Writer = std::function<void(int row, int column, std::string text)>;
 
     ListboxCells(Source listbox, Writer writer)
         : source(std::move(listbox)), write(std::move(writer)) {}
 
-    // Follows the listbox in as few steps as can be told from the count.
+    // Follows the listbox in as few steps as the row counts allow.
     void CatchUp();
 
     int rowCount(const QModelIndex& parent = {}) const override;
@@ -38,8 +38,8 @@ class ListboxCells : public QAbstractTableModel {
     int count = 0;
 };
 
-// The table of a listbox: shares its width out among the columns, shows in a tooltip what a column
-// is too narrow for, ends an open edit when asked to.
+// The table of a listbox: divides its width among the columns, shows a cut text in a tooltip, ends
+// an open edit on request.
 class Table : public QTableView {
   public:
     explicit Table(QWidget* parent);

@@ -12,8 +12,8 @@
 
 namespace larkspool {
 
-ListboxView::ListboxView(Listbox& listbox, Desktop& host, QWidget& content)
-    : ViewOf(listbox, host, MakeChild<Table>(content)),
+ListboxView::ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content)
+    : ViewOf(listbox, theDesktop, MakeChild<Table>(content)),
       cells([this] { return Held(); },
             [this](int row, int column, const std::string& text) { Write(row, column, text); }) {
     shape.setModel(&cells);
@@ -27,16 +27,14 @@ ListboxView::ListboxView(Listbox& listbox, Desktop& host, QWidget& content)
 }
 
 void ListboxView::Redraw(Aspect aspect) {
-    if (aspect == Aspect::CommitEdit) {
-        shape.CommitEdit();
-    } else if (aspect == Aspect::Rows && !isStale) {
+    if (aspect == Aspect::Rows && !isStale) {
         isStale = true;
         if (shape.isVisible()) {
             QTimer::singleShot(0, this, [this] { CatchUp(); });
         }
     } else if (aspect == Aspect::Value && !isStale) {
-        // Cells are read when they are drawn. A change announced cell by cell would also put the
-        // old text back into an edit that is open.
+        // Cells are read when they are drawn. A signal for each changed cell would also put the old
+        // text back into an open edit.
         shape.viewport()->update();
         ShowSelection();
     }

@@ -6,10 +6,12 @@
 
 namespace larkspool {
 
-// Catches up with its rows once a turn of the event loop, and only while it can be seen.
+// Updates its rows once per turn of the event loop, and only while it is visible.
 class ListboxView : public ViewOf<Listbox, Table> {
   public:
-    ListboxView(Listbox& listbox, Desktop& host, QWidget& content);
+    ListboxView(Listbox& listbox, Desktop& theDesktop, QWidget& content);
+
+    void CommitEdit() override { shape.CommitEdit(); }
 
   protected:
     void Redraw(Aspect aspect) override;
@@ -24,7 +26,7 @@ class ListboxView : public ViewOf<Listbox, Table> {
 
     ListboxCells cells;
     bool isStale = true;
-    bool isFollowing = false; // a change of the selection is the program's, not the user's
+    bool isFollowing = false; // the program changes the selection, not the user
 };
 
 } // namespace larkspool

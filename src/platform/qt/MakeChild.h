@@ -2,16 +2,14 @@
 
 #include <QWidget>
 
-#include <memory>
 #include <utility>
 
 namespace larkspool {
 
-// Makes a widget that its parent owns.
+// Makes a widget that is owned by its parent.
 template <typename Widget, typename... Arguments>
 Widget& MakeChild(QWidget& parent, Arguments&&... arguments) {
-    auto child = std::make_unique<Widget>(std::forward<Arguments>(arguments)..., &parent);
-    return *child.release();
+    return *new Widget(std::forward<Arguments>(arguments)..., &parent);
 }
 
 } // namespace larkspool

@@ -8,7 +8,6 @@
 #include "platform/qt/ProgressBarView.h"
 #include "platform/qt/PushButtonView.h"
 #include "platform/qt/SliderView.h"
-#include "platform/qt/TextAreaView.h"
 #include "platform/qt/TextFieldView.h"
 
 namespace larkspool {
@@ -33,8 +32,7 @@ std::unique_ptr<WidgetView> MakeView(Control& control, Desktop& desktop, QWidget
         MakeIf<TextField, TextFieldView>,   MakeIf<CheckBox, CheckBoxView>,
         MakeIf<PushButton, PushButtonView>, MakeIf<PopupMenu, PopupMenuView>,
         MakeIf<Slider, SliderView>,         MakeIf<ProgressBar, ProgressBarView>,
-        MakeIf<Listbox, ListboxView>,       MakeIf<TextArea, TextAreaView>,
-        MakeIf<Canvas, CanvasView>,
+        MakeIf<Listbox, ListboxView>,       MakeIf<Canvas, CanvasView>,
     };
     for (const Maker make : Makers) {
         if (auto view = make(control, desktop, content)) {

@@ -8,7 +8,7 @@ namespace larkspool {
 
 class Window;
 
-// The view of a control by the control's kind; none for a kind that has no looks.
+// The view for the control's class; null for a kind that never shows.
 std::unique_ptr<WidgetView> MakeView(Control& control, Desktop& desktop, QWidget& content,
                                      const Window& window);
 

@@ -14,7 +14,7 @@ namespace larkspool {
 
 namespace {
 
-// Qt says Ctrl for the system's own command key everywhere.
+// In Qt, Ctrl is the system's own command key on every platform.
 QKeySequence ShortcutOf(const MenuItem& item) {
     QString keys = QString::fromStdString(item.shortcut);
     return QKeySequence(keys.replace(QLatin1String("Cmd"), QLatin1String("Ctrl")));
@@ -33,8 +33,8 @@ QAction::MenuRole SystemRoleOf(const MenuItem& item) {
 
 } // namespace
 
-MenuBarView::MenuBarView(Window& shown, Desktop& host, QWidget& shell)
-    : window(&shown), desktop(host), bar(MakeChild<QMenuBar>(shell)) {
+MenuBarView::MenuBarView(Window& shown, Desktop& theDesktop, QWidget& shell)
+    : window(&shown), desktop(theDesktop), bar(MakeChild<QMenuBar>(shell)) {
     for (const Menu& menu : desktop.menuBar.menus) {
         Add(menu);
     }
@@ -65,7 +65,7 @@ void MenuBarView::AddItem(QMenu& menu, const MenuItem& item) {
     action->setObjectName(QString::fromStdString(item.name));
     action->setMenuRole(SystemRoleOf(item));
     const QKeySequence keys = ShortcutOf(item);
-    // Two with the same keys would make Qt call both ambiguous and run neither.
+    // With the same keys on two items, Qt would run neither.
     if (std::none_of(actions.begin(), actions.end(),
                      [&keys](const auto& other) { return other.second->shortcut() == keys; })) {
         action->setShortcut(keys);
@@ -76,7 +76,7 @@ void MenuBarView::AddItem(QMenu& menu, const MenuItem& item) {
 
 bool MenuBarView::IsEnabled(const MenuItem& item) const {
     if (IsEditRole(item.role)) {
-        return CanEdit(item.role, text);
+        return CanEdit(item.role, field);
     }
     return window != nullptr && (item.role == MenuRole::Quit || desktop.Answers(item, window));
 }
@@ -89,9 +89,9 @@ void MenuBarView::RefreshAll() {
 
 void MenuBarView::RefreshShortcuts() {
     for (const auto& [item, action] : actions) {
-        // Text controls take their own keys before any shortcut; asking the clipboard at every key
+        // Text fields take their own keys before any shortcut; reading the clipboard at every key
         // would be slow.
-        action->setEnabled(IsEditRole(item.role) ? !text.isNull() : IsEnabled(item));
+        action->setEnabled(IsEditRole(item.role) ? !field.isNull() : IsEnabled(item));
     }
 }
 
@@ -100,7 +100,9 @@ void MenuBarView::Perform(const MenuItem& item) {
         return;
     }
     if (IsEditRole(item.role)) {
-        Edit(item.role, text);
+        if (!field.isNull()) {
+            Edit(item.role, *field);
+        }
     } else if (item.role == MenuRole::Quit) {
         desktop.Raise([this] {
             if (const auto quit = desktop.quitRequested) {
@@ -112,12 +114,13 @@ void MenuBarView::Perform(const MenuItem& item) {
     }
 }
 
-// A menu bar that is opened by key takes the focus for itself, and a window that is left loses it.
+// A menu bar that is opened by key takes the focus, and an inactive window loses it.
 void MenuBarView::NoteFocus(QWidget* focused) {
-    if (IsTextControl(focused) && focused->window() == bar.window()) {
-        text = focused;
+    auto* const focusedField = qobject_cast<QLineEdit*>(focused);
+    if (focusedField != nullptr && focusedField->window() == bar.window()) {
+        field = focusedField;
     } else if (focused != nullptr && focused != &bar) {
-        text = nullptr;
+        field = nullptr;
     }
 }
 

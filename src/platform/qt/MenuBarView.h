@@ -3,6 +3,7 @@
 #include "platform/Menu.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QObject>
 #include <QPointer>
@@ -19,12 +20,12 @@ class Window;
 // The program's menu bar in one window. Owned by the window's shell.
 class MenuBarView : public QObject {
   public:
-    MenuBarView(Window& shown, Desktop& host, QWidget& shell);
+    MenuBarView(Window& shown, Desktop& theDesktop, QWidget& shell);
 
-    int Height() const; // of the bar in the window, 0 where the system shows it elsewhere
+    int Height() const; // of the bar in the window, 0 if the system shows it elsewhere
     void SetWidth(int width) { bar.resize(width, Height()); }
-    void RefreshShortcuts(); // enables what somebody answers now
-    void Detach();           // the window is gone
+    void RefreshShortcuts(); // enables the items that have a handler now
+    void Detach();           // the window is destroyed
 
   private:
     void Add(const Menu& menu);
@@ -37,7 +38,7 @@ class MenuBarView : public QObject {
     Window* window;
     Desktop& desktop;
     QMenuBar& bar;
-    QPointer<QWidget> text; // the text control that had the focus before the menu took it
+    QPointer<QLineEdit> field; // the one that had the focus before the menu took it
     std::vector<std::pair<MenuItem, QAction*>> actions;
 };
 

@@ -17,7 +17,7 @@ constexpr Tones LightTones = {0xfff3f4f7, 0xff1c2129, 0xff8f96a3, 0xffffffff,
 constexpr Tones DarkTones = {0xff20242b, 0xffe4e7ec, 0xff7d8591, 0xff171a20, 0xff20242b, 0xff2c323b,
                              0xff3d4450, 0xff3a414d, 0xff4a55b8, 0xff7f8cf5, 0xffc9cfdb};
 
-// The style finds its own tones under these roles: Mid is a border, Midlight a groove, Link the
+// ProxyStyle uses these roles for its own tones: Mid is a border, Midlight a groove, Link the
 // accent, BrightText a slider's handle.
 QPalette MakePalette(const Tones& tones) {
     QPalette palette;

@@ -7,7 +7,7 @@ namespace larkspool {
 QPalette LightPalette();
 QPalette DarkPalette();
 
-// Whether a palette puts light text on a dark ground.
+// Whether a palette has light text on a dark background.
 bool IsDark(const QPalette& palette);
 
 } // namespace larkspool

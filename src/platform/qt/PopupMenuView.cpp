@@ -13,7 +13,6 @@
 #include <QTimer>
 
 #include <algorithm>
-#include <memory>
 
 namespace larkspool {
 
@@ -22,9 +21,9 @@ namespace {
 constexpr int MostRowsAtOnce = 20;
 constexpr int RowMargins = 16;
 constexpr int RowSpacing = 5;
-constexpr std::size_t LongestRow = 500; // bytes; laying out a longer one takes its time
+constexpr std::size_t LongestRow = 500; // bytes; the layout of a longer one is slow
 
-// Rows that the pointer finds more easily than Qt's own.
+// Higher rows than Qt's own, which are easier to hit.
 class RoomyRows : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -77,8 +76,8 @@ void ComboBox::initStyleOption(QStyleOptionComboBox* option) const {
         option->fontMetrics.elidedText(option->currentText, Qt::ElideRight, field.width() - 2);
 }
 
-PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
-    : ViewOf(popup, host, MakeChild<ComboBox>(content)), rows([this](int row) {
+PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& content)
+    : ViewOf(popup, theDesktop, MakeChild<ComboBox>(content)), rows([this](int row) {
           return Held() == nullptr
                      ? QString()
                      : QString::fromStdString(CutUtf8(Held()->RowText(row), LongestRow));
@@ -86,11 +85,12 @@ PopupMenuView::PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content)
     shape.setModel(&rows);
     shape.setMaxVisibleItems(MostRowsAtOnce);
     shape.setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    if (auto* list = dynamic_cast<QListView*>(shape.view())) {
+    if (auto* list = qobject_cast<QListView*>(shape.view())) {
         list->setUniformItemSizes(true);
-        list->setItemDelegate(std::make_unique<RoomyRows>(list).release()); // the list owns it
+        list->setItemDelegate(new RoomyRows(list));
     }
-    // On Linux a combo box's accessible name is the row that shows; its own name goes beside it.
+    // On Linux a combo box's accessible name is the row that shows; its own name is its
+    // description.
     shape.setAccessibleDescription(QString::fromStdString(popup.spokenName));
     CatchUp();
     shape.aboutToPress = [this] {
@@ -123,7 +123,7 @@ void PopupMenuView::CatchUp() {
 }
 
 bool PopupMenuView::eventFilter(QObject* watched, QEvent* event) {
-    // A key may pick a row before the loop has come round.
+    // A key may pick a row before the next turn of the loop.
     if (event->type() == QEvent::KeyPress) {
         CatchUp();
     }

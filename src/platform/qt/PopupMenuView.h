@@ -10,7 +10,7 @@
 
 namespace larkspool {
 
-// Reads the rows of a popup where they are; knows only how many there were when it last looked.
+// Reads the rows from the popup itself; stores only their number at the last Reset.
 class PopupRows : public QAbstractListModel {
   public:
     using Text = std::function<QString(int row)>;
@@ -30,7 +30,7 @@ class ComboBox : public QComboBox {
   public:
     using QComboBox::QComboBox;
 
-    std::function<void()> aboutToPress; // by the mouse, before the list opens
+    std::function<void()> aboutToPress; // by a mouse press, before the list opens
 
     void showPopup() override;
 
@@ -42,10 +42,10 @@ class ComboBox : public QComboBox {
     int WidthOfRows() const;
 };
 
-// Catches up with its rows once a turn of the event loop, however many are added.
+// Updates its rows at most once per turn of the event loop.
 class PopupMenuView : public ViewOf<PopupMenu, ComboBox> {
   public:
-    PopupMenuView(PopupMenu& popup, Desktop& host, QWidget& content);
+    PopupMenuView(PopupMenu& popup, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

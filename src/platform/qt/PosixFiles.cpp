@@ -22,10 +22,10 @@ class PosixFileLock : public FileLock {
     PosixFileLock& operator=(const PosixFileLock&) = delete;
 
   private:
-    int file; // -1: there was nothing to hold on to
+    int file; // -1: the file could not be opened
 };
 
-// For writing if that is allowed, because some network file systems lock nothing else.
+// For writing if possible, because some network file systems lock only such files.
 int OpenForLocking(const FolderItem& item) {
     for (const int mode : {O_RDWR, O_RDONLY}) {
         const int file = open(item.Path().c_str(), mode | O_CLOEXEC | O_NONBLOCK);
@@ -38,7 +38,7 @@ int OpenForLocking(const FolderItem& item) {
 
 } // namespace
 
-// Each call opens the file for itself, so two locks exclude each other within one program too.
+// Each call opens the file again, so two locks exclude each other within one program too.
 std::unique_ptr<FileLock> LockFile(const FolderItem& item) {
     const int file = OpenForLocking(item);
     if (file >= 0 && flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
@@ -53,7 +53,7 @@ bool SettleFile(const FolderItem& item) {
     if (file < 0) {
         return false;
     }
-    // Some file systems know no such wish.
+    // Some file systems do not support fsync.
     const bool settled = fsync(file) == 0 || errno == EINVAL || errno == ENOSYS;
     close(file);
     return settled;

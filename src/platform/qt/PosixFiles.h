@@ -7,10 +7,10 @@
 
 namespace larkspool {
 
-// What Desktop::Lock promises, on any POSIX system. Knows nothing of Qt.
+// Implements Desktop::Lock on any POSIX system. Does not use Qt.
 std::unique_ptr<FileLock> LockFile(const FolderItem& item);
 
-// What Desktop::Settle promises, likewise.
+// Implements Desktop::Settle.
 bool SettleFile(const FolderItem& item);
 
 } // namespace larkspool

@@ -16,7 +16,7 @@ namespace {
 constexpr int BarHeight = 12;
 constexpr double Radius = 3;
 
-QLinearGradient MeterColours(const QRectF& bar) {
+QLinearGradient MeterColors(const QRectF& bar) {
     QLinearGradient gradient(bar.topLeft(), bar.topRight());
     gradient.setColorAt(0, QColor(43, 161, 150));
     gradient.setColorAt(0.45, QColor(67, 176, 96));
@@ -31,7 +31,7 @@ int MeterBar::LitPixels(int amount) const {
     return qRound(width() * devicePixelRatioF() * amount / std::max(1, maximum()));
 }
 
-// Left to itself, the bar would paint before the setter returns, and also where no pixel changes.
+// By default the bar paints before the setter returns, even if no pixel changes.
 void MeterBar::SetQuietly(int amount) {
     const bool enabled = updatesEnabled();
     setAttribute(Qt::WA_UpdatesDisabled);
@@ -48,19 +48,19 @@ void MeterBar::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRoundedRect(bar, Radius, Radius);
     const double lit = LitPixels(value()) / devicePixelRatioF();
     painter.setClipRect(QRectF(bar.left(), bar.top(), lit, bar.height()));
-    painter.setBrush(MeterColours(bar));
+    painter.setBrush(MeterColors(bar));
     painter.drawRoundedRect(bar, Radius, Radius);
 }
 
-ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content)
-    : ViewOf(bar, host, MakeChild<MeterBar>(content)) {
+ProgressBarView::ProgressBarView(ProgressBar& bar, Desktop& theDesktop, QWidget& content)
+    : ViewOf(bar, theDesktop, MakeChild<MeterBar>(content)) {
     shape.setTextVisible(false);
     shape.quantity = [this](int value) { return QuantityOf(value); };
     shape.spoken = [this] {
         const std::string unit = Held() == nullptr ? std::string() : " " + Held()->unit;
         return QString::fromStdString(Str(QuantityOf(shape.value())) + unit);
     };
-    shape.setAutoFillBackground(true); // spares the window painting beneath
+    shape.setAutoFillBackground(true); // the window need not paint below it
     ProgressBarView::Redraw(Aspect::Value);
 }
 
@@ -73,11 +73,13 @@ void ProgressBarView::Redraw(Aspect aspect) {
         const int maximum = std::max(1, Held()->maximum);
         const int amount = std::clamp(Held()->Value(), 0, maximum);
         shape.setRange(0, maximum);
+        const auto set = [this, amount] { shape.SetQuietly(amount); };
         ContentArea* const area = ContentAreaOf(shape);
         if (area != nullptr && shape.LitPixels(amount) != shape.LitPixels(shape.value())) {
-            area->Hold(shape);
+            area->ChangeHeld(shape, set);
+        } else {
+            set();
         }
-        shape.SetQuietly(amount);
     }
 }
 

@@ -10,16 +10,16 @@
 
 namespace larkspool {
 
-// A flat bar whose colour warms towards its end.
+// A flat bar that goes from green to red.
 class MeterBar : public QProgressBar {
   public:
     using QProgressBar::QProgressBar;
 
     std::function<double(int)> quantity; // a value in its unit
-    std::function<QString()> spoken;     // the present one, with the unit
+    std::function<QString()> spoken;     // the current value with its unit
 
-    int LitPixels(int amount) const; // of the screen's, for a value
-    void SetQuietly(int amount);     // the caller asks for the paint
+    int LitPixels(int amount) const; // of the screen, for a value
+    void SetQuietly(int amount);     // without a paint; the caller requests it
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -27,7 +27,7 @@ class MeterBar : public QProgressBar {
 
 class ProgressBarView : public ViewOf<ProgressBar, MeterBar> {
   public:
-    ProgressBarView(ProgressBar& bar, Desktop& host, QWidget& content);
+    ProgressBarView(ProgressBar& bar, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

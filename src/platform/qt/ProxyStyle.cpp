@@ -12,7 +12,7 @@ constexpr int IndicatorSize = 15;
 constexpr int CellMargin = 3;
 constexpr int HandleSize = 14;
 constexpr int GrooveHeight = 4;
-constexpr int GrooveCentre = 10; // below the slider's top, in line with a label 20 high
+constexpr int GrooveCenter = 10; // below the slider's top, in line with a label 20 high
 constexpr int GrooveMargin = 2;
 constexpr int ArrowPart = 18; // of a combo box, at its right
 constexpr double Radius = 3.5;
@@ -64,10 +64,10 @@ void DrawIndicator(QPainter& painter, const QStyleOption& option) {
 
 void DrawComboBox(QPainter& painter, const QStyleOption& option) {
     DrawFrame(painter, option.rect, ButtonFillOf(option), BorderOf(option));
-    const QPointF centre(option.rect.right() - 10.5,
+    const QPointF center(option.rect.right() - 10.5,
                          option.rect.top() + option.rect.height() / 2.0);
     const QPolygonF arrow({QPointF(-3.5, -1.75), QPointF(0, 1.75), QPointF(3.5, -1.75)});
-    DrawLine(painter, arrow.translated(centre), option.palette.color(QPalette::ButtonText), 1.6);
+    DrawLine(painter, arrow.translated(center), option.palette.color(QPalette::ButtonText), 1.6);
 }
 
 void DrawGroove(QPainter& painter, const QRectF& place, const QBrush& fill) {
@@ -115,7 +115,7 @@ ProxyStyle::ProxyStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 int ProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                           QStyleHintReturn* data) const {
-    // A popup as a menu would cover the screen with a list of a thousand rows.
+    // A popup in the form of a menu would cover the screen with a thousand rows.
     return hint == SH_ComboBox_Popup ? 0 : QProxyStyle::styleHint(hint, option, widget, data);
 }
 
@@ -128,7 +128,7 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_CheckBoxLabelSpacing:
         return 5;
     case PM_FocusFrameHMargin:
-        return dynamic_cast<const QAbstractItemView*>(widget) != nullptr
+        return qobject_cast<const QAbstractItemView*>(widget) != nullptr
                    ? CellMargin
                    : QProxyStyle::pixelMetric(metric, option, widget);
     case PM_HeaderMargin:
@@ -142,8 +142,8 @@ int ProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option,
     }
 }
 
-// The menu bar's button for what doesn't fit never shows, but its picture would be read from a file
-// at every start.
+// The menu bar's overflow button never shows, but Qt would read its picture from a file at every
+// start.
 QIcon ProxyStyle::standardIcon(StandardPixmap icon, const QStyleOption* option,
                                const QWidget* widget) const {
     if (icon == SP_ToolBarHorizontalExtensionButton || icon == SP_ToolBarVerticalExtensionButton) {
@@ -160,14 +160,14 @@ QRect ProxyStyle::subControlRect(ComplexControl control, const QStyleOptionCompl
     }
     const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control == CC_Slider && slider != nullptr && part == SC_SliderGroove) {
-        return {all.left() + GrooveMargin, all.top() + GrooveCentre - GrooveHeight / 2,
+        return {all.left() + GrooveMargin, all.top() + GrooveCenter - GrooveHeight / 2,
                 all.width() - 2 * GrooveMargin, GrooveHeight};
     }
     if (control == CC_Slider && slider != nullptr && part == SC_SliderHandle) {
         const int offset =
             sliderPositionFromValue(slider->minimum, slider->maximum, slider->sliderPosition,
                                     all.width() - HandleSize, slider->upsideDown);
-        return {all.left() + offset, all.top() + GrooveCentre - HandleSize / 2, HandleSize,
+        return {all.left() + offset, all.top() + GrooveCenter - HandleSize / 2, HandleSize,
                 HandleSize};
     }
     return QProxyStyle::subControlRect(control, option, part, widget);
@@ -182,14 +182,14 @@ void ProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opt
     case PE_IndicatorCheckBox:
         DrawIndicator(*painter, *option);
         return;
-    case PE_PanelMenu: // Fusion's own is lost in the dark
+    case PE_PanelMenu: // Fusion's own is invisible in the dark scheme
         painter->fillRect(option->rect, option->palette.color(QPalette::Mid));
         painter->fillRect(option->rect.adjusted(1, 1, -1, -1),
                           option->palette.color(QPalette::Button));
         return;
     case PE_FrameFocusRect:
         // The frames show the focus themselves; only a table's cells have none.
-        if (dynamic_cast<const QAbstractItemView*>(widget) != nullptr) {
+        if (qobject_cast<const QAbstractItemView*>(widget) != nullptr) {
             QProxyStyle::drawPrimitive(element, option, painter, widget);
         }
         return;

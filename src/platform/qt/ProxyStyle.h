@@ -4,7 +4,7 @@
 
 namespace larkspool {
 
-// Fusion with flat rounded frames, in the tones that the palettes give. Owned by the application.
+// Fusion with flat rounded frames, in the colors of the palettes. Owned by the application.
 class ProxyStyle : public QProxyStyle {
   public:
     ProxyStyle();

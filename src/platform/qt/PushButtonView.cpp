@@ -4,8 +4,8 @@
 
 namespace larkspool {
 
-PushButtonView::PushButtonView(PushButton& button, Desktop& host, QWidget& content)
-    : ViewOf(button, host, MakeChild<QPushButton>(content)) {
+PushButtonView::PushButtonView(PushButton& button, Desktop& theDesktop, QWidget& content)
+    : ViewOf(button, theDesktop, MakeChild<QPushButton>(content)) {
     shape.setAutoDefault(true); // the Return key presses it too
     PushButtonView::Redraw(Aspect::Value);
     connect(&shape, &QPushButton::clicked, this, [this] { Raise([this] { Held()->Push(); }); });

@@ -9,7 +9,7 @@ namespace larkspool {
 
 class PushButtonView : public ViewOf<PushButton, QPushButton> {
   public:
-    PushButtonView(PushButton& button, Desktop& host, QWidget& content);
+    PushButtonView(PushButton& button, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

@@ -25,13 +25,13 @@ QNetworkRequest MakeRequest(const QUrl& url) {
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                          QNetworkRequest::NoLessSafeRedirectPolicy);
     request.setMaximumRedirectsAllowed(MostRedirects);
-    // Asked for by name, the packed page comes as it is. Qt would unpack it by itself, but take the
-    // beginning of one that is cut for the whole.
+    // With this header Qt leaves the page packed. By default it unpacks the page, but takes the
+    // beginning of a truncated one for the whole.
     request.setRawHeader("Accept-Encoding", "gzip");
     return request;
 }
 
-// Qt reports a page with a status such as 404 as an error too; these are the codes of the others.
+// Qt reports a page with a status such as 404 as an error too; those pages are whole.
 bool CameWhole(QNetworkReply::NetworkError error) {
     return error == QNetworkReply::NoError ||
            (error >= QNetworkReply::ContentAccessDenied &&
@@ -56,8 +56,8 @@ int ErrorCode(QNetworkReply::NetworkError error) {
 
 } // namespace
 
-QtHTTPSocket::QtHTTPSocket(Desktop& host, Manager shared)
-    : desktop(host), manager(std::move(shared)) {
+QtHTTPSocket::QtHTTPSocket(Desktop& theDesktop, Manager shared)
+    : desktop(theDesktop), manager(std::move(shared)) {
     start.setSingleShot(true);
     timeLimit.setSingleShot(true);
     QObject::connect(&start, &QTimer::timeout, &start, [this] { Start(); });
@@ -117,7 +117,7 @@ void QtHTTPSocket::Finish() {
     }
 }
 
-// Whatever encoding was asked for, the header says which one came. Gives 0 or an error's code.
+// The header says which encoding was sent. Returns 0 or an error code.
 int QtHTTPSocket::Unpack() {
     const QByteArray encoding = reply->rawHeader("Content-Encoding").trimmed().toLower();
     if (encoding.isEmpty() || encoding == "identity") {
@@ -141,7 +141,7 @@ int QtHTTPSocket::Unpack() {
     return EPROTO;
 }
 
-// A name that doesn't exist and a resolver that can't answer now are one error to the reply.
+// The reply has one error for a name that doesn't exist and a resolver that can't answer now.
 void QtHTTPSocket::AskWhyNotFound() {
     lookup = QHostInfo::lookupHost(reply->url().host(), &timeLimit, [this](const QHostInfo& host) {
         lookup = -1;

@@ -17,13 +17,13 @@ namespace larkspool {
 
 class Desktop;
 
-// A page by QNetworkAccessManager, which all of these share and which is made at the first fetch.
-// Owned by whoever asked the desktop for it.
+// Fetches by QNetworkAccessManager, which all sockets share and which is made at the first fetch.
+// Owned by the caller of Desktop::MakeHTTPSocket.
 class QtHTTPSocket : public HTTPSocket {
   public:
     using Manager = std::function<QNetworkAccessManager&()>;
 
-    QtHTTPSocket(Desktop& host, Manager shared);
+    QtHTTPSocket(Desktop& theDesktop, Manager shared);
     ~QtHTTPSocket() override;
 
     void Get(const std::string& url) override;
@@ -42,7 +42,7 @@ class QtHTTPSocket : public HTTPSocket {
     std::string address;
     QByteArray body;
     OwnedByLoop<QNetworkReply> reply;
-    int lookup = -1; // the host lookup under way
+    int lookup = -1; // the theDesktop lookup under way
     QTimer start;    // the fetch begins at the loop's next turn
     QTimer timeLimit;
 };

@@ -10,8 +10,8 @@
 
 namespace larkspool {
 
-// The native sound library. It brings dozens of others, so it is loaded beside the start of the
-// program; the first call waits for it. Owned by the desktop.
+// The native sound library. It loads dozens of others, so a thread loads it during the start of
+// the program; the first call waits for it. Owned by the desktop.
 class QtSoundLibrary : public SoundLibrary {
   public:
     explicit QtSoundLibrary(const QString& path);
@@ -31,7 +31,7 @@ class QtSoundLibrary : public SoundLibrary {
     Function* Find(const char* name);
     void AwaitLibrary();
 
-    QLibrary library; // the loader's until that has ended
+    QLibrary library; // used by the loader thread until its end
     std::thread loader;
     std::map<std::string, QFunctionPointer, std::less<>> found; // missing ones as null
 };

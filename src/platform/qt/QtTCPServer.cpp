@@ -13,16 +13,17 @@ namespace larkspool {
 
 namespace {
 
-constexpr qint64 ReceiveBuffer = 4096; // bytes; what is beyond waits in the kernel
+constexpr qint64 ReceiveBuffer = 4096; // bytes; more stays in the kernel
 
 } // namespace
 
-QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(accepted) {
+QtTCPPeer::QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted)
+    : desktop(theDesktop), link(accepted) {
     link->setParent(nullptr);
     link->setReadBufferSize(ReceiveBuffer);
     link->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    // The kernel's own queues would else grow to megabytes before a peer that reads nothing shows,
-    // or one that sends too much waits.
+    // Otherwise the kernel's own queues grow to megabytes before a peer that reads nothing is
+    // noticed, or one that sends too much has to wait.
     for (const auto queue : {QAbstractSocket::SendBufferSizeSocketOption,
                              QAbstractSocket::ReceiveBufferSizeSocketOption}) {
         link->setSocketOption(queue, static_cast<int>(MostWaiting));
@@ -34,7 +35,7 @@ QtTCPPeer::QtTCPPeer(Desktop& host, QTcpSocket* accepted) : desktop(host), link(
 QtTCPPeer::~QtTCPPeer() { link->abort(); }
 
 std::size_t QtTCPPeer::Read(std::span<std::uint8_t> destination) {
-    if (!link->isReadable()) { // cut
+    if (!link->isReadable()) { // disconnected
         return 0;
     }
     const qint64 count = link->read(reinterpret_cast<char*>(destination.data()),
@@ -42,8 +43,8 @@ std::size_t QtTCPPeer::Read(std::span<std::uint8_t> destination) {
     return static_cast<std::size_t>(std::max<qint64>(count, 0));
 }
 
-// Flushed at once: a peer that has nothing more to say may end its half of the link right behind
-// its question, and is owed the answer.
+// Flushed at once: a peer may close its half of the link right after its question, and must still
+// get the answer.
 void QtTCPPeer::Write(std::string_view bytes) {
     if (!IsOpen()) {
         return;
@@ -57,14 +58,14 @@ void QtTCPPeer::Write(std::string_view bytes) {
 
 void QtTCPPeer::Close() { link->disconnectFromHost(); }
 
-QtTCPServer::QtTCPServer(Desktop& host) : desktop(host) {
+QtTCPServer::QtTCPServer(Desktop& theDesktop) : desktop(theDesktop) {
     for (QTcpServer& server : servers) {
         QObject::connect(&server, &QTcpServer::newConnection, &server,
                          [this, &server] { Accept(server); });
     }
 }
 
-// A computer without IPv6 has no ::1, and does without.
+// A computer without IPv6 has no ::1; then 127.0.0.1 is enough.
 void QtTCPServer::Listen(int port) {
     constexpr std::array Addresses = {QHostAddress::LocalHost, QHostAddress::LocalHostIPv6};
     Close();

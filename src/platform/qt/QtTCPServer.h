@@ -14,7 +14,7 @@ class Desktop;
 // A link that QTcpServer has accepted.
 class QtTCPPeer : public TCPPeer {
   public:
-    QtTCPPeer(Desktop& host, QTcpSocket* accepted); // takes the socket over
+    QtTCPPeer(Desktop& theDesktop, QTcpSocket* accepted); // takes ownership
     ~QtTCPPeer() override;
 
     std::size_t Read(std::span<std::uint8_t> destination) override;
@@ -27,11 +27,10 @@ class QtTCPPeer : public TCPPeer {
     OwnedByLoop<QTcpSocket> link;
 };
 
-// A server on QTcpServer, one for each of the two addresses. Owned by the caller of
-// Desktop::MakeTCPServer.
+// A server on two QTcpServers, one for each address. Owned by the caller of Desktop::MakeTCPServer.
 class QtTCPServer : public TCPServer {
   public:
-    explicit QtTCPServer(Desktop& host);
+    explicit QtTCPServer(Desktop& theDesktop);
 
     void Listen(int port) override;
     void Close() override;

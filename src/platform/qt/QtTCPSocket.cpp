@@ -19,7 +19,7 @@ namespace larkspool {
 namespace {
 
 constexpr int Patience = 20'000;                       // ms, for a connect and for a silent peer
-constexpr qint64 ReceiveBuffer = qint64{256} * 1024;   // bytes; what is beyond waits in the kernel
+constexpr qint64 ReceiveBuffer = qint64{256} * 1024;   // bytes; more stays in the kernel
 constexpr qint64 SendQueueLimit = qint64{1024} * 1024; // bytes
 
 bool MayBeName(std::string_view name) {
@@ -38,7 +38,7 @@ void SetOption(qintptr descriptor, int option, int value) {
     setsockopt(static_cast<int>(descriptor), IPPROTO_TCP, option, &value, sizeof value);
 }
 
-// A peer that has vanished is asked from 10 s of silence on, and given up at 20 s.
+// A silent peer is probed after 10 s, and given up after 20 s.
 void NoticeDeadPeers(QTcpSocket& socket) {
     socket.setSocketOption(QAbstractSocket::KeepAliveOption, 1);
     socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
@@ -55,7 +55,7 @@ void NoticeDeadPeers(QTcpSocket& socket) {
 
 } // namespace
 
-QtTCPSocket::QtTCPSocket(Desktop& host) : desktop(host) {
+QtTCPSocket::QtTCPSocket(Desktop& theDesktop) : desktop(theDesktop) {
     timeLimit.setSingleShot(true);
     QObject::connect(&timeLimit, &QTimer::timeout, &events, [this] { GiveUp(); });
     race.won = [this](int descriptor) { Connected(descriptor); };
@@ -139,7 +139,7 @@ void QtTCPSocket::Lost(QAbstractSocket::SocketError reason) {
     Fail(SystemErrorCode(reason), SocketFailure::Lost);
 }
 
-// Hands over what had arrived before the peer closed. False if the handler has ended the link.
+// Delivers what arrived before the peer closed. False if the handler has ended the link.
 bool QtTCPSocket::DeliverRest() {
     const QPointer<QObject> alive(&events);
     const unsigned mine = attempt;
@@ -159,7 +159,7 @@ void QtTCPSocket::Disconnect() {
         return;
     }
     if (state == State::Connected) {
-        link->disconnect(&events); // a loss that shows only now is told below, once
+        link->disconnect(&events); // a loss noticed only now is reported below, once
         link->flush();
     }
     Fail(ErrorLostConnection, SocketFailure::Lost);

@@ -15,11 +15,11 @@ namespace larkspool {
 
 class Desktop;
 
-// A stream on QTcpSocket. Every Connect has a QTcpSocket of its own, so that nothing of an earlier
-// link can speak into a later one. Owned by whoever asked the desktop for it.
+// A stream on QTcpSocket. Every Connect has a QTcpSocket of its own, so that no event of an
+// earlier link reaches a later one. Owned by the caller of Desktop::MakeTCPSocket.
 class QtTCPSocket : public TCPSocket {
   public:
-    explicit QtTCPSocket(Desktop& host);
+    explicit QtTCPSocket(Desktop& theDesktop);
     ~QtTCPSocket() override;
 
     void Connect() override;
@@ -51,13 +51,14 @@ class QtTCPSocket : public TCPSocket {
     Desktop& desktop;
     OwnedByLoop<QTcpSocket> link;
     State state = State::Idle;
-    unsigned attempt = 0; // tells a deferred call whether its link is still the present one
-    int lookup = -1;      // the host lookup under way
+    unsigned attempt =
+        0;           // by which a deferred call knows whether its link is still the current one
+    int lookup = -1; // the running host lookup
     ConnectionRace race;
     int lastErrorCode = 0;
     SocketFailure lastFailure = SocketFailure::None;
     QTimer timeLimit;
-    QObject events; // what is deferred dies with it; last, so that it goes first
+    QObject events; // deferred calls end with it; last, so that it is destroyed first
 };
 
 } // namespace larkspool

@@ -12,7 +12,7 @@ constexpr int FinePeriod = 50; // ms; below it a deviation of 5 % would be heard
 
 } // namespace
 
-QtTimer::QtTimer(Desktop& host) : desktop(host) {
+QtTimer::QtTimer(Desktop& theDesktop) : desktop(theDesktop) {
     timer.setInterval(1000);
     QObject::connect(&timer, &QTimer::timeout, &timer, [this] { Fire(); });
 }

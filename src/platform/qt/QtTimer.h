@@ -8,10 +8,10 @@ namespace larkspool {
 
 class Desktop;
 
-// A timer on Qt's own. Owned by whoever asked the desktop for it.
+// A timer on QTimer. Owned by the caller of Desktop::MakeTimer.
 class QtTimer : public Timer {
   public:
-    explicit QtTimer(Desktop& host);
+    explicit QtTimer(Desktop& theDesktop);
 
     void SetPeriod(int milliseconds) override;
     void SetMode(Mode wanted) override;

@@ -17,13 +17,13 @@ namespace larkspool {
 
 namespace {
 
-constexpr int Turn = 4; // ms that datagrams may take of one turn of the event loop
+constexpr int Turn = 4; // ms for datagrams in one turn of the event loop
 
 } // namespace
 
-QtUDPSocket::QtUDPSocket(Desktop& host) : desktop(host) {}
+QtUDPSocket::QtUDPSocket(Desktop& theDesktop) : desktop(theDesktop) {}
 
-// The port is the program's alone: a second copy is told that it is taken.
+// The port is exclusive: a second copy of the program gets an error.
 void QtUDPSocket::Connect() {
     if (port < 1 || port > 65535) {
         socket.reset();
@@ -52,8 +52,8 @@ void QtUDPSocket::DeliverLater() {
     }
 }
 
-// One event a datagram, in portions, so that a flood leaves the loop time for the user. Ends with a
-// read that finds nothing: without it QUdpSocket may believe that it has announced what comes next.
+// One event per datagram, in portions, so that a flood leaves the loop time for the user. The last
+// read must find nothing: otherwise QUdpSocket may not report the next datagram.
 void QtUDPSocket::Deliver() {
     deliveryPlanned = false;
     const QPointer<QObject> alive(&events);

@@ -13,10 +13,10 @@ namespace larkspool {
 
 class Desktop;
 
-// Datagrams on QUdpSocket. Owned by whoever asked the desktop for it.
+// Datagrams on QUdpSocket. Owned by the caller of Desktop::MakeUDPSocket.
 class QtUDPSocket : public UDPSocket {
   public:
-    explicit QtUDPSocket(Desktop& host);
+    explicit QtUDPSocket(Desktop& theDesktop);
 
     void Connect() override;
     Datagram Read() override;
@@ -26,15 +26,15 @@ class QtUDPSocket : public UDPSocket {
   private:
     void Deliver();
     void DeliverLater();
-    std::optional<Datagram> Receive(); // nothing: none waits
+    std::optional<Datagram> Receive(); // empty: no datagram waits
 
     Desktop& desktop;
     OwnedByLoop<QUdpSocket> socket;
     bool deliveryPlanned = false;
-    std::optional<Datagram> next;                     // announced, not yet read
-    std::string buffer = std::string(65536, char{0}); // for the longest datagram there is
+    std::optional<Datagram> next;                     // reported by dataAvailable, not yet read
+    std::string buffer = std::string(65536, char{0}); // for the longest possible datagram
     int lastErrorCode = 0;
-    QObject events; // what is deferred dies with it; last, so that it goes first
+    QObject events; // deferred calls end with it; last, so that it is destroyed first
 };
 
 } // namespace larkspool

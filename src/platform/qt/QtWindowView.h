@@ -6,7 +6,7 @@
 
 namespace larkspool {
 
-// Ties a window to its shell. Owned by the window.
+// Connects a window to its shell. Owned by the window.
 class QtWindowView : public WindowView {
   public:
     QtWindowView(Window& window, Desktop& desktop)
@@ -14,6 +14,7 @@ class QtWindowView : public WindowView {
     ~QtWindowView() override { shell->Detach(); }
 
     void Changed(WindowAspect aspect) override { shell->Changed(aspect); }
+    void ComeToFront() override { shell->ComeToFront(); }
 
   private:
     OwnedByLoop<WindowShell> shell;

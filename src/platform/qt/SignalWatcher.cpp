@@ -16,7 +16,7 @@ constexpr std::array WatchedSignals = {SIGINT, SIGTERM, SIGHUP};
 
 std::array<int, 2> wakePipe = {-1, -1}; // the handler writes into the second
 
-// Runs between any two instructions, so it does nothing but wake the event loop.
+// Runs between any two instructions, so it only wakes the event loop.
 void WakeEventLoop(int /*number*/) {
     const char byte = 1;
     [[maybe_unused]] const auto written = write(wakePipe[1], &byte, 1);
@@ -25,7 +25,7 @@ void WakeEventLoop(int /*number*/) {
 void Handle(int number, void (*handler)(int)) {
     struct sigaction present = {};
     if (sigaction(number, nullptr, &present) == 0 && present.sa_handler == SIG_IGN) {
-        return; // whoever started the program wants it to ignore the signal
+        return; // the parent process wants the program to ignore the signal
     }
     struct sigaction action = {};
     action.sa_handler = handler;
@@ -65,7 +65,7 @@ SignalWatcher::SignalWatcher(std::function<void()> signalled) {
     for (const int number : WatchedSignals) {
         Handle(number, WakeEventLoop);
     }
-    // A file that may not grow any further is a failed write, not the end of the program.
+    // A file at its size limit is a failed write, not the end of the program.
     Handle(SIGXFSZ, SIG_IGN);
 }
 

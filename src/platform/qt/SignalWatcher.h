@@ -7,7 +7,8 @@
 
 namespace larkspool {
 
-// Turns SIGINT, SIGTERM and SIGHUP into an event on the loop. One a process; owned by the desktop.
+// Turns SIGINT, SIGTERM and SIGHUP into an event on the loop. One per process; owned by the
+// desktop.
 class SignalWatcher {
   public:
     explicit SignalWatcher(std::function<void()> signalled);

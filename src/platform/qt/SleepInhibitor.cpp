@@ -19,7 +19,7 @@ QDBusMessage Wish(const std::string& reason) {
     return message;
 }
 
-// There is no login manager, or no bus on which one could be.
+// There is no login manager, or no system bus.
 bool IsMissing(const QDBusError& error) {
     switch (error.type()) {
     case QDBusError::ServiceUnknown:
@@ -29,7 +29,7 @@ bool IsMissing(const QDBusError& error) {
     case QDBusError::UnknownMethod:
     case QDBusError::UnknownObject:
         return true;
-    default: // one that can't be started
+    default: // the service can't be started
         return error.name().startsWith(QLatin1String("org.freedesktop.DBus.Error.Spawn"));
     }
 }

@@ -11,8 +11,8 @@
 
 namespace larkspool {
 
-// What Desktop::KeepAwake promises, by the login manager: it keeps the computer awake as long as
-// the file lives that it hands out. Nothing waits for its answer.
+// Implements Desktop::KeepAwake by the login manager, which keeps the computer awake as long as the
+// file descriptor that it returns is open. The call does not wait for its answer.
 class SleepInhibitor : public StayAwake {
   public:
     SleepInhibitor(const QDBusConnection& bus, const std::string& reason,

@@ -6,8 +6,8 @@
 
 namespace larkspool {
 
-SliderView::SliderView(Slider& slider, Desktop& host, QWidget& content)
-    : ViewOf(slider, host, MakeChild<SpokenSlider>(content)) {
+SliderView::SliderView(Slider& slider, Desktop& theDesktop, QWidget& content)
+    : ViewOf(slider, theDesktop, MakeChild<SpokenSlider>(content)) {
     shape.setSingleStep(slider.lineStep);
     shape.setPageStep(slider.pageStep);
     shape.spoken = [this] { return Spoken(); };

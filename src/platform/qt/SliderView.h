@@ -10,7 +10,7 @@
 
 namespace larkspool {
 
-// A slider that can say its value with the unit.
+// A slider that gives its value with the unit as a text.
 class SpokenSlider : public QSlider {
   public:
     explicit SpokenSlider(QWidget* parent) : QSlider(Qt::Horizontal, parent) {}
@@ -20,7 +20,7 @@ class SpokenSlider : public QSlider {
 
 class SliderView : public ViewOf<Slider, SpokenSlider> {
   public:
-    SliderView(Slider& slider, Desktop& host, QWidget& content);
+    SliderView(Slider& slider, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

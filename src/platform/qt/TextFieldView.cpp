@@ -11,7 +11,7 @@ namespace larkspool {
 
 namespace {
 
-// The steps that a key stands for, 0 for other keys.
+// The steps of a key, 0 for other keys.
 double StepsOf(const QKeyEvent& key) {
     const auto modifiers = key.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier);
     const bool isFine = modifiers == Qt::ShiftModifier;
@@ -34,8 +34,8 @@ double StepsOf(const QKeyEvent& key) {
 
 } // namespace
 
-TextFieldView::TextFieldView(TextField& field, Desktop& host, QWidget& content)
-    : ViewOf(field, host, MakeChild<QLineEdit>(content)) {
+TextFieldView::TextFieldView(TextField& field, Desktop& theDesktop, QWidget& content)
+    : ViewOf(field, theDesktop, MakeChild<QLineEdit>(content)) {
     shape.setPlaceholderText(QString::fromStdString(field.placeholder));
     TextFieldView::Redraw(Aspect::Value);
     connect(&shape, &QLineEdit::textChanged, this, [this](const QString& text) {

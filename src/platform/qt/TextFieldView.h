@@ -9,7 +9,7 @@ namespace larkspool {
 
 class TextFieldView : public ViewOf<TextField, QLineEdit> {
   public:
-    TextFieldView(TextField& field, Desktop& host, QWidget& content);
+    TextFieldView(TextField& field, Desktop& theDesktop, QWidget& content);
 
   protected:
     void Redraw(Aspect aspect) override;

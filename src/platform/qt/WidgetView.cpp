@@ -10,7 +10,7 @@ namespace larkspool {
 
 namespace {
 
-constexpr int AnglePerPixel = 2; // 120ths of a step, for devices that report pixels alone
+constexpr int AnglePerPixel = 2; // 120ths of a step, for devices that report only pixels
 
 QPoint AngleOf(const QWheelEvent& event) {
     return event.angleDelta().isNull() ? event.pixelDelta() * AnglePerPixel : event.angleDelta();
@@ -18,8 +18,8 @@ QPoint AngleOf(const QWheelEvent& event) {
 
 } // namespace
 
-WidgetView::WidgetView(Control& control, Desktop& host, QWidget& shown)
-    : ControlView(control), desktop(host), widget(shown) {
+WidgetView::WidgetView(Control& control, Desktop& theDesktop, QWidget& shown)
+    : ControlView(control), desktop(theDesktop), widget(shown) {
     widget.setObjectName(QString::fromStdString(control.Name()));
     widget.setAccessibleName(QString::fromStdString(control.spokenName));
     widget.setEnabled(control.Enabled());
@@ -27,7 +27,7 @@ WidgetView::WidgetView(Control& control, Desktop& host, QWidget& shown)
     const Rect& place = control.Bounds();
     widget.setGeometry(place.left, place.top, place.width, place.height);
     if (widget.focusPolicy() == Qt::WheelFocus) {
-        widget.setFocusPolicy(Qt::StrongFocus); // the next keys go on to where they went before
+        widget.setFocusPolicy(Qt::StrongFocus); // the wheel must not move the keyboard focus
     }
     widget.installEventFilter(this);
 }
@@ -81,7 +81,7 @@ bool WidgetView::eventFilter(QObject* watched, QEvent* event) {
     return false;
 }
 
-// The wheel acts where the program takes it and nowhere else, so Qt's own use of it is cut off.
+// The wheel acts only on controls that handle it, so Qt's own use of it is disabled.
 bool WidgetView::TurnWheel(QEvent& event) const {
     event.setAccepted(Model()->TakesWheel());
     if (event.isAccepted()) {

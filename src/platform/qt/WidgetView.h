@@ -11,12 +11,12 @@ namespace larkspool {
 
 class Desktop;
 
-// What the views of all controls share: place, name, being enabled and visible, the pointer coming
-// and going, the wheel. Owned by its window's shell; the widget belongs to the shell's content and
-// outlives the view.
+// The base of all controls' views: place, name, enabled and visible state, the pointer's enter and
+// leave events, the wheel. Owned by its window's shell; the widget belongs to the shell's content
+// and outlives the view.
 class WidgetView : public QObject, public ControlView {
   public:
-    WidgetView(Control& control, Desktop& host, QWidget& shown);
+    WidgetView(Control& control, Desktop& theDesktop, QWidget& shown);
 
     void Changed(Aspect aspect) override;
     virtual void Place();
@@ -25,11 +25,11 @@ class WidgetView : public QObject, public ControlView {
     QWidget& Widget() const { return widget; }
 
   protected:
-    // Shows what the control holds now. Must not pass anything back to the control.
+    // Shows the control's current state. Must not change the control.
     virtual void Redraw(Aspect aspect) = 0;
     virtual void BecameVisible() {}
 
-    // Runs a call into the program. The control may be gone when it returns, the view is not.
+    // Runs a call into the program. The control may be destroyed when it returns, the view is not.
     void Raise(const std::function<void()>& call) const;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -41,15 +41,17 @@ class WidgetView : public QObject, public ControlView {
     QWidget& widget;
 };
 
-// A view whose control and widget are of the given kinds.
+// A view of a control and a widget of the given classes.
 template <typename Kind, typename Shape>
 class ViewOf : public WidgetView {
   public:
-    ViewOf(Kind& control, Desktop& host, Shape& shown)
-        : WidgetView(control, host, shown), shape(shown) {}
+    ViewOf(Kind& control, Desktop& theDesktop, Shape& shown)
+        : WidgetView(control, theDesktop, shown), shape(shown) {}
 
   protected:
-    Kind* Held() const { return static_cast<Kind*>(Model()); } // null once the control is gone
+    Kind* Held() const {
+        return static_cast<Kind*>(Model());
+    } // null after the control is destroyed
 
     Shape& shape;
 };

@@ -13,8 +13,8 @@
 
 namespace larkspool {
 
-WindowShell::WindowShell(Window& shown, Desktop& host)
-    : window(&shown), desktop(host), menuBar(shown, host, *this),
+WindowShell::WindowShell(Window& shown, Desktop& theDesktop)
+    : window(&shown), desktop(theDesktop), menuBar(shown, theDesktop, *this),
       content(MakeChild<ContentArea>(*this, shown.hairlines)) {
     MakeViews();
     NameByLabels();
@@ -67,7 +67,7 @@ void WindowShell::Changed(WindowAspect aspect) {
         setWindowTitle(QString::fromStdString(window->Title()));
         break;
     case WindowAspect::Size:
-        // Labels give way to controls, which have all moved by now.
+        // A label's width depends on the other controls, which have all moved.
         for (const auto& view : views) {
             view->Place();
         }
@@ -75,9 +75,6 @@ void WindowShell::Changed(WindowAspect aspect) {
         break;
     case WindowAspect::Visible:
         setVisible(window->Visible());
-        break;
-    case WindowAspect::ToFront:
-        ComeToFront();
         break;
     }
 }
@@ -97,7 +94,7 @@ void WindowShell::Detach() {
 }
 
 bool WindowShell::event(QEvent* event) {
-    // Comes up here from the control that has the focus, before any shortcut is looked at.
+    // Arrives here from the control with the focus, before Qt looks at any shortcut.
     if (event->type() == QEvent::ShortcutOverride) {
         menuBar.RefreshShortcuts();
     } else if (event->type() == QEvent::ThemeChange) {

@@ -15,13 +15,14 @@ namespace larkspool {
 class Desktop;
 
 // One window on the screen: the menu bar, and below it the content with its controls. Outlives its
-// window for a turn of the event loop, because the window may end in the middle of an event.
+// window by one turn of the event loop, because the window may be destroyed inside an event.
 class WindowShell : public QWidget {
   public:
-    WindowShell(Window& shown, Desktop& host);
+    WindowShell(Window& shown, Desktop& theDesktop);
 
     void Changed(WindowAspect aspect);
-    void Detach(); // the window is gone
+    void ComeToFront();
+    void Detach(); // the window is destroyed
 
   protected:
     bool event(QEvent* event) override;
@@ -33,7 +34,6 @@ class WindowShell : public QWidget {
     void NameByLabels();
     QWidget* WidgetOf(const Control* control) const;
     void SetLimits();
-    void ComeToFront();
 
     Window* window;
     Desktop& desktop;

@@ -10,8 +10,8 @@ namespace larkspool {
 
 namespace {
 
-constexpr std::size_t DeviceBlockSize = 1024; // of the record and of the name
-constexpr std::int64_t StartOfStream = -999;  // in place of a count of samples
+constexpr std::size_t DeviceBlockSize = 1024; // of the record, and of the name
+constexpr std::int64_t StartOfStream = -999;  // instead of a number of samples
 constexpr double VolumeSteps = 1000.0;
 
 SoundDeviceClass DeviceFromRecord(const MemoryBlock& info, const MemoryBlock& name) {
@@ -28,8 +28,8 @@ SoundDeviceClass DeviceFromRecord(const MemoryBlock& info, const MemoryBlock& na
 
 } // namespace
 
-// Every call into the library is raised as an event of its own: a function that is missing there
-// costs the call, not what the console was about to do next.
+// Each call into the library is raised as its own event: if the library lacks a function, only that
+// call fails and the console continues.
 void Window1::InitSoundStuff() {
     desktop.Raise([this] { ReadSoundDevices(); });
     FillSoundOutputPopupMenu();
@@ -60,7 +60,8 @@ void Window1::FillSoundOutputPopupMenu() {
     for (const std::size_t id : soundOutputDeviceIDs) {
         SoundOutputPopupMenu.AddRow(soundDevices[id].name);
         if (soundDevices[id].name == wanted) {
-            selected = SoundOutputPopupMenu.ListCount() - 1; // of two such devices the last
+            selected =
+                SoundOutputPopupMenu.ListCount() - 1; // the last one if two devices have this name
         }
     }
     SoundOutputPopupMenu.SetListIndex(selected);
@@ -69,7 +70,7 @@ void Window1::FillSoundOutputPopupMenu() {
 void Window1::SetSoundOutputDevice() {
     app.prefs.defaultSoundOutputDevice = SoundOutputPopupMenu.Text();
     desktop.Raise([this] { desktop.Sound().StopSoundOutput(); });
-    // The library counts its output devices as the popup counts its rows.
+    // The library's index of an output device is the popup's row.
     if (SoundOutputPopupMenu.ListIndex() > -1) {
         desktop.Raise([this] {
             desktop.Sound().StartSoundOutput(SoundOutputPopupMenu.ListIndex(),
@@ -92,8 +93,8 @@ void Window1::OutputVolumeSlider_MouseWheel(int deltaY) {
     OutputVolumeSlider.SetValue(OutputVolumeSlider.Value() + direction * deltaY);
 }
 
-// One second of silence goes ahead of the first frame: that is the whole buffering that the program
-// does. From then on each frame is handed over as it comes.
+// One second of silence before the first frame is all the buffering that the program does. After
+// that each frame goes to the library when it arrives.
 void Window1::PrimeSoundOutputBuffer() {
     constexpr double Seconds = 1.0;
     const std::int64_t size = WholePart(2.0 * audioRate * Seconds);

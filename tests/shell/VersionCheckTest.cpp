@@ -1,4 +1,4 @@
-#include "shell/UpdateCheck.h"
+#include "shell/VersionCheck.h"
 
 #include "platform/Desktop.h"
 

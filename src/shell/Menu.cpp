@@ -10,9 +10,39 @@
 
 namespace larkspool {
 
-// The items that the application answers, whatever window is in front. An item that nobody answers
-// is disabled.
-void App::AddMenuHandlers() {
+namespace {
+
+// The menu bar of all windows: the File menu and the Edit menu.
+MenuBar MakeMainMenuBar() {
+    Menu file{"FileMenu",
+              "&File",
+              {{"FileFavorites", "Favorites...", ""},
+               {"FileClose", "Close", "Cmd+W"},
+               {"FileNewScheduleWindow", "New Schedule Window", "Cmd+N"},
+               {"FileOpenSchedule", "Open Schedule...", "Cmd+O"},
+               {"FileSaveSchedule", "Save Schedule...", "Cmd+S"},
+               {"FileQuit", "&Quit", "Cmd+Q", MenuRole::Quit}}};
+    Menu edit{"EditMenu",
+              "&Edit",
+              {{"EditUndo", "&Undo", "Cmd+Z", MenuRole::Undo},
+               {"EditSeparator1", "-", "", MenuRole::Separator},
+               {"EditCut", "Cu&t", "Cmd+X", MenuRole::Cut},
+               {"EditCopy", "&Copy", "Cmd+C", MenuRole::Copy},
+               {"EditPaste", "&Paste", "Cmd+V", MenuRole::Paste},
+               {"EditClear", "&Delete", "", MenuRole::Clear},
+               {"EditSeparator2", "-", "", MenuRole::Separator},
+               {"EditSelectAll", "Select &All", "Cmd+A", MenuRole::SelectAll},
+               {"EditAboutLarkspool", "About Larkspool", "", MenuRole::About},
+               {"FileVisitWebsiteForInstructions", "Visit Website For Instructions", ""}}};
+    return MenuBar{{file, edit}};
+}
+
+} // namespace
+
+// The handlers of the application apply whatever window is in front. An item without a handler is
+// disabled.
+void App::MakeMenu() {
+    desktop.menuBar = MakeMainMenuBar();
     MenuHandlers& handlers = desktop.applicationHandlers;
     handlers.Add("EditAboutLarkspool", [this] { return EditAboutLarkspool_Action(); });
     handlers.Add("FileFavorites", [this] { return FileFavorites_Action(); });
@@ -39,7 +69,7 @@ bool App::EditAboutLarkspool_Action() {
 }
 
 bool App::FileFavorites_Action() {
-    // One that has just been closed may still be there, hidden.
+    // A window that was just closed may still exist, hidden.
     const auto open =
         std::find_if(furtherWindows.begin(), furtherWindows.end(), [](const auto& window) {
             return window->Visible() && dynamic_cast<WindowFavoriteKiwis*>(window.get()) != nullptr;
@@ -64,34 +94,35 @@ bool App::FileNewScheduleWindow_Action() {
     return true;
 }
 
-// Always into a window of its own, never into the one in front.
+// Always opens a new window.
 bool App::FileOpenSchedule_Action() {
     desktop.ShowOpenFileDialog("text/txt", [this](const std::optional<FolderItem>& chosen) {
         if (chosen && !isQuitting) {
-            OpenSchedule(*chosen, false);
+            OpenSchedule(*chosen);
         }
     });
     return true;
 }
 
-void App::OpenSchedule(const FolderItem& file, bool enable) {
+SkedWindow& App::OpenSchedule(const FolderItem& file) {
     auto window = std::make_unique<SkedWindow>(desktop, *this);
     SkedWindow& schedule = *window;
     schedule.OpenFile(file);
     OpenWindow(std::move(window));
-    if (enable) {
-        schedule.SetEnabled(true);
-    }
+    return schedule;
 }
 
 void App::OpenSchedules(const CommandLine& commandLine) {
     for (const std::string& name : commandLine.files) {
         const FolderItem file(name);
-        if (!file.Exists()) { // mistyped, and nobody has picked it from a dialog
+        if (!file.Exists()) { // a typing error; a dialog offers only files that exist
             desktop.MsgBox("Error opening file");
             window1->Log("No such schedule: " + name);
         }
-        OpenSchedule(file, commandLine.enable);
+        SkedWindow& schedule = OpenSchedule(file);
+        if (commandLine.enable) {
+            schedule.SetEnabled(true);
+        }
     }
 }
 

@@ -13,11 +13,11 @@ constexpr int Zoom = 11;
 
 } // namespace
 
-void Window1::RecentreWaterfall() {
+void Window1::RecenterWaterfall() {
     SetWaterfall(Speed, NoCompression, Zoom, Val(TextFieldFreq.Text()), waterfallWebsocket.get());
 }
 
-// freq: the centre, in kHz.
+// freq: the center, in kHz.
 void Window1::SetWaterfall(int speed, int compression, int zoom, double freq, WebsocketsClass* ws) {
     if (ws == nullptr) {
         return;
@@ -54,8 +54,8 @@ void Window1::CheckBoxUpdateWaterfall_Action() {
     WaterfallCanvas.SetUpdating(CheckBoxUpdateWaterfall.Value());
 }
 
-// Puts the middle of the passband on the clicked spot. x in points from the canvas's left edge, on
-// a scale of 1024 to the whole span whatever the canvas's width.
+// Tunes so that the middle of the passband is at the clicked point. x: in points from the canvas's
+// left edge; 1024 points are the whole span, whatever the canvas's width.
 bool Window1::WaterfallCanvas_MouseDown(int x) {
     if (!CheckBoxUpdateWaterfall.Value() || !waterfallStartFreq) {
         return true;
