@@ -93,7 +93,6 @@ void Window1::EndSession() {
 void Window1::HangUp() {
     EndRecording();
     PushButtonRecord.SetEnabled(false);
-    isConnected = false;
     isHangingUp = true;
     TCPSocketAudio->Disconnect();
     Timer1->SetMode(Timer::Mode::Off);
