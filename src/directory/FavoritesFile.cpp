@@ -17,6 +17,17 @@ std::vector<FavoriteCells> FavoriteLines::Rows() const {
     return rows;
 }
 
+std::vector<FavoriteCells> FavoriteLines::AsWritten(std::vector<FavoriteCells> rows) const {
+    const std::vector<FavoriteCells> shown = Rows();
+    for (FavoriteCells& cells : rows) {
+        const auto known = std::ranges::find(shown, cells);
+        if (known != shown.end()) {
+            cells = written[static_cast<std::size_t>(known - shown.begin())];
+        }
+    }
+    return rows;
+}
+
 FavoriteLines DecodeFavorites(TextInputStream& text) {
     FavoriteLines lines;
     while (!text.EndOfFile()) {
@@ -25,6 +36,8 @@ FavoriteLines DecodeFavorites(TextInputStream& text) {
         if (parts.size() == 3) {
             lines.receivers.Append(std::string(parts[2]), std::string(parts[0]),
                                    WholePart(Val(parts[1])));
+            lines.written.push_back(
+                {std::string(parts[0]), std::string(parts[1]), std::string(parts[2])});
         } else {
             lines.others.push_back(std::move(line));
         }

@@ -19,10 +19,13 @@ using FavoriteCells = std::array<std::string, 3>;
 
 // The file's lines in two parts, each in the file's order.
 struct FavoriteLines {
-    ReceiverList receivers;          // a bad port is 0
-    std::vector<std::string> others; // comments, half-typed lines and the like
+    ReceiverList receivers;             // a bad port is 0
+    std::vector<FavoriteCells> written; // the same as they are in the file
+    std::vector<std::string> others;    // comments, half-typed lines and the like
 
     std::vector<FavoriteCells> Rows() const; // the receivers
+    // The rows, of which those that the file has too get the ports that are written there.
+    std::vector<FavoriteCells> AsWritten(std::vector<FavoriteCells> rows) const;
 };
 
 FavoriteLines DecodeFavorites(TextInputStream& text);
