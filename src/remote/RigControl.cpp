@@ -127,8 +127,12 @@ RigReply Window1::SetRigLevel(const RigCommand& command) {
     return {};
 }
 
-// Without a session the button is disabled, and a disk may refuse the file.
+// Without a session the button is disabled, and a disk may refuse the file. A recording that waits
+// for a lost link to come back has ended too when its end is asked for.
 RigReply Window1::RecordByRig(bool wanted) {
+    if (!wanted) {
+        DisarmRecording(RecordingWish::ToGoOn);
+    }
     if (IsRecording() != wanted) {
         PushButtonRecord.Push();
     }
