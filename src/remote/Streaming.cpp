@@ -28,8 +28,9 @@ void Window1::EndStreaming() {
 
 void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
-    LabelStreaming.SetTextColor(sends ? Red : Grey);
-    LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
+    LabelStreaming.SetText(sends ? "Streaming on" : "Streaming");
+    LabelStreaming.spokenName = sends ? "Streaming on" : "Streaming off";
+    LabelStreaming.SetTextColor(sends ? Red : Grey); // what is spoken goes with the color
 }
 
 void Window1::StreamSoundBlock(std::size_t sampleCount, const MemoryBlock& samples) {
