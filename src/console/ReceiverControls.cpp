@@ -159,7 +159,7 @@ void ReceiverControls::NameLongestTexts() {
     LabelAgcManualGain.longest = "Manual Gain 120 dB";
     LabelAgcDecay.longest = "Decay 5000 ms";
     LabelSquelch.longest = "Squelch 40 dB";
-    LabelStreaming.longest = "Streaming off";
+    LabelStreaming.longest = "Streaming on";
     LabelRecordingStatus.longest = "00:00:00";
     LabelWaterfallGain.longest = "Waterfall Gain: 5.00";
     LabelWaterfallMinDb.longest = "Waterfall min -120 db";

@@ -16,6 +16,17 @@ std::vector<FavoriteCells> FavoriteLines::Rows() const {
     return rows;
 }
 
+std::vector<FavoriteCells> FavoriteLines::AsWritten(std::vector<FavoriteCells> rows) const {
+    const std::vector<FavoriteCells> shown = Rows();
+    for (FavoriteCells& cells : rows) {
+        const auto known = std::ranges::find(shown, cells);
+        if (known != shown.end()) {
+            cells = written[static_cast<std::size_t>(known - shown.begin())];
+        }
+    }
+    return rows;
+}
+
 FavoriteLines DecodeFavorites(TextInputStream& text) {
     FavoriteLines lines;
     while (!text.EndOfFile()) {
@@ -24,6 +35,8 @@ FavoriteLines DecodeFavorites(TextInputStream& text) {
         if (parts.size() == FavoriteColumns) {
             lines.receivers.Append(std::string(parts[NameColumn]), std::string(parts[HostColumn]),
                                    WholePart(Val(parts[PortColumn])));
+            lines.written.push_back({std::string(parts[HostColumn]), std::string(parts[PortColumn]),
+                                     std::string(parts[NameColumn])});
         } else {
             lines.others.push_back(std::move(line));
         }

@@ -23,10 +23,13 @@ using FavoriteCells = std::array<std::string, FavoriteColumns>;
 
 // The file's lines in two parts, each in the file's order.
 struct FavoriteLines {
-    ReceiverList receivers;          // an invalid port is 0
-    std::vector<std::string> others; // all lines that are no receiver, such as comments
+    ReceiverList receivers;             // an invalid port is 0
+    std::vector<FavoriteCells> written; // the same rows as they are in the file
+    std::vector<std::string> others;    // all lines that are no receiver, such as comments
 
     std::vector<FavoriteCells> Rows() const; // the receivers
+    // The rows, of which those that the file has too get the ports that are written there.
+    std::vector<FavoriteCells> AsWritten(std::vector<FavoriteCells> rows) const;
 };
 
 FavoriteLines DecodeFavorites(TextInputStream& text);

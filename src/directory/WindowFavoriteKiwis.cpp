@@ -113,9 +113,11 @@ void WindowFavoriteKiwis::SaveEntries() {
         return;
     }
     const auto now = ReadFavorites(File());
-    if (!now ||
-        !ReplaceFile(desktop, File(),
-                     EncodeFavorites(WithNewRows(rows, loaded, now->Rows()), now->others))) {
+    const auto save = [&] {
+        const auto wanted = now->AsWritten(WithNewRows(rows, loaded, now->Rows()));
+        return ReplaceFile(desktop, File(), EncodeFavorites(wanted, now->others));
+    };
+    if (!now || !save()) {
         app.TellLoss("The favorites could not be saved in " + File().Path().string() +
                      ". What was there before is still there.");
     }

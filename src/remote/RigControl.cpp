@@ -126,8 +126,12 @@ RigReply Window1::SetRigLevel(const RigCommand& command) {
     return {};
 }
 
-// Rejected without a session, when the button is disabled, or if the file can't be created.
+// Rejected without a session, when the button is disabled, or if the file can't be created. A
+// recording that waits for a lost link to come back ends too when its end is asked for.
 RigReply Window1::RecordByRig(bool wanted) {
+    if (!wanted) {
+        DisarmRecording(RecordingWish::ToGoOn);
+    }
     if (IsRecording() != wanted) {
         PushButtonRecord.Push();
     }

@@ -28,8 +28,9 @@ void Window1::EndStreaming() {
 
 void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
-    LabelStreaming.SetTextColor(sends ? Red : Gray);
-    LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
+    LabelStreaming.SetText(sends ? "Streaming on" : "Streaming");
+    LabelStreaming.spokenName = sends ? "Streaming on" : "Streaming off";
+    LabelStreaming.SetTextColor(sends ? Red : Grey); // what is spoken goes with the color
 }
 
 // Sent at once: waiting for the timer would wake the program once more for each frame.

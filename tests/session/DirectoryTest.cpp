@@ -215,7 +215,8 @@ TEST_F(Favorites, WhatIsEditedIsStoredAndListedAfterTheNextFetch) {
 }
 
 TEST_F(Favorites, AListThatNobodyHasChangedIsNotWritten) {
-    const std::string text = "# mine\none.example;8073;Shed; antenna\r\n\ntwo.example; 80;b\nhalf";
+    const std::string text =
+        "# mine\none.example;8073;Shed; antenna\r\n\ntwo.example; 80;b\nthree.example;8o73;c\nhalf";
     Put(FavoritesFile(), text);
     Start();
     Close(Open());
@@ -230,7 +231,9 @@ TEST_F(Favorites, AListThatNobodyHasChangedIsNotWritten) {
     Open().Listbox1.SetCell(0, 2, "c");
     Close(*desktop.windows.back());
     EXPECT_EQ(StoredFavorites(),
-              "two.example;80;c\n# mine\none.example;8073;Shed; antenna\n\nhalf\n");
+              "two.example;80;c\nthree.example;8o73;c\n# mine\none.example;8073;Shed; "
+              "antenna\n\nhalf\n")
+        << "a port that is being typed stays as it is";
 }
 
 TEST_F(Favorites, WhatAnotherProgramHasWrittenMeanwhileStays) {
@@ -351,6 +354,13 @@ TEST_F(Favorites, AFileThatCantBeReadIsNeverReplaced) {
     EXPECT_EQ(desktop.boxes.size(), 1U) << "told once is enough";
     Fetch().Deliver("");
     EXPECT_EQ(Rows(), SiteAnd({}));
+    std::filesystem::remove(FavoritesFile().Path());
+    std::filesystem::create_symlink("/sys/class/net/lo/duplex", FavoritesFile().Path());
+    desktop.boxes.clear();
+    Open().Listbox1.AddRow("h"); // that file opens, but no byte of it can be read
+    EXPECT_EQ(desktop.boxes.size(), 1U);
+    Close(*desktop.windows.back());
+    EXPECT_EQ(desktop.boxes.size(), 1U) << "nothing is tried";
 }
 
 } // namespace

@@ -55,7 +55,8 @@ class RemoteControl : public ConsoleFixture {
     // By its color and, for eyes that don't see it, in words.
     bool SaysStreaming() {
         const bool isRed = Console().LabelStreaming.TextColor() == Color{255, 0, 0};
-        EXPECT_EQ(Console().LabelStreaming.Text(), isRed ? "Streaming on" : "Streaming off");
+        EXPECT_EQ(Console().LabelStreaming.Text(), isRed ? "Streaming on" : "Streaming");
+        EXPECT_EQ(Console().LabelStreaming.spokenName, isRed ? "Streaming on" : "Streaming off");
         return isRed;
     }
 

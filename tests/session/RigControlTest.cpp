@@ -108,6 +108,14 @@ TEST_F(RigControl, ATrackerStartsAndEndsARecording) {
     desktop.Advance(1); // another name
     EXPECT_EQ(Ask("U RECORD 1\nU RECORD 0"), "RPRT 0\nRPRT 0\n");
     EXPECT_EQ(Recordings().size(), 2U);
+    Console().CheckBoxReconnect.SetValue(true);
+    desktop.Advance(1);
+    EXPECT_EQ(Ask("AOS"), "RPRT 0\n");
+    Audio().socket.Fail();
+    EXPECT_EQ(Ask("LOS"), "RPRT 0\n") << "while the link is down";
+    desktop.Advance(60);
+    Answer();
+    EXPECT_EQ(Ask("u RECORD"), "0\n") << "an ended recording does not go on";
 }
 
 TEST_F(RigControl, TheBoxOpensThePortAndUntickingCutsThePeers) {

@@ -118,6 +118,7 @@ void LabelView::Redraw(Aspect aspect) {
         QPalette palette;
         palette.setColor(QPalette::WindowText, QColor(Held()->TextColor()->Packed()));
         shape.setPalette(palette);
+        shape.setAccessibleName(QString::fromStdString(Held()->spokenName));
     }
 }
 
