@@ -23,8 +23,8 @@ FavoriteLines DecodeFavorites(TextInputStream& text) {
         std::string line = text.ReadLine();
         const auto parts = SplitB(line, ";");
         if (parts.size() == FavoriteColumns) {
-            lines.receivers.Append(std::string(parts[NameColumn]), std::string(parts[HostColumn]),
-                                   WholePart(Val(parts[PortColumn])));
+            lines.receivers.Append(std::string(parts[2]), std::string(parts[0]),
+                                   WholePart(Val(parts[1])));
         } else {
             lines.others.push_back(std::move(line));
         }

@@ -23,8 +23,8 @@ using FavoriteCells = std::array<std::string, FavoriteColumns>;
 
 // The file's lines in two parts, each in the file's order.
 struct FavoriteLines {
-    ReceiverList receivers;          // an invalid port is 0
-    std::vector<std::string> others; // all lines that are no receiver, such as comments
+    ReceiverList receivers;          // a bad port is 0
+    std::vector<std::string> others; // comments, half-typed lines and the like
 
     std::vector<FavoriteCells> Rows() const; // the receivers
 };

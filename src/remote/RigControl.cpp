@@ -126,7 +126,7 @@ RigReply Window1::SetRigLevel(const RigCommand& command) {
     return {};
 }
 
-// Rejected without a session, when the button is disabled, or if the file can't be created.
+// Without a session the button is disabled, and a disk may refuse the file.
 RigReply Window1::RecordByRig(bool wanted) {
     if (IsRecording() != wanted) {
         PushButtonRecord.Push();

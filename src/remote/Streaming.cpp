@@ -5,7 +5,7 @@ namespace larkspool {
 namespace {
 
 constexpr int StreamPort = 58286; // where a peer listens for sound
-constexpr Color Gray = {150, 150, 150};
+constexpr Color Grey = {150, 150, 150};
 constexpr Color Red = {255, 0, 0};
 
 } // namespace
@@ -28,7 +28,7 @@ void Window1::EndStreaming() {
 
 void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
-    LabelStreaming.SetTextColor(sends ? Red : Gray);
+    LabelStreaming.SetTextColor(sends ? Red : Grey);
     LabelStreaming.SetText(sends ? "Streaming on" : "Streaming off");
 }
 
