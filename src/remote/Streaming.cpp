@@ -30,7 +30,7 @@ void Window1::ShowStreaming() {
     const bool sends = audioStream.isStreaming && CheckBoxNetwork.Value();
     LabelStreaming.SetText(sends ? "Streaming on" : "Streaming");
     LabelStreaming.spokenName = sends ? "Streaming on" : "Streaming off";
-    LabelStreaming.SetTextColor(sends ? Red : Grey); // what is spoken goes with the color
+    LabelStreaming.SetTextColor(sends ? Red : Gray); // what is spoken goes with the color
 }
 
 // Sent at once: waiting for the timer would wake the program once more for each frame.

@@ -7,10 +7,8 @@
 namespace larkspool::demo {
 namespace {
 
-TEST(Stations, StandInOrderAndLeaveTheQuietStretchAlone) {
-    const auto stations = Stations();
-    EXPECT_TRUE(std::ranges::is_sorted(stations, {}, &Station::khz));
-    EXPECT_TRUE(std::ranges::none_of(stations, [](const Station& station) {
+TEST(Stations, LeaveTheQuietStretchAlone) {
+    EXPECT_TRUE(std::ranges::none_of(Stations(), [](const Station& station) {
         return station.khz > 10021.0 && station.khz < 10130.0;
     }));
 }

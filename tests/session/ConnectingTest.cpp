@@ -150,17 +150,5 @@ TEST_F(Connecting, TheSessionsCommandsGoOutInTheirOrder) {
     EXPECT_FALSE(Console().PushButtonRecord.Enabled());
 }
 
-TEST_F(Connecting, StatisticsShowWhatCameInEachSecond) {
-    PressConnect();
-    AcceptLinks();
-    Upgrade();
-    Audio().Message(" audio_rate=12000");            // 2 + 3 + 17 bytes
-    Audio().Sound(1, std::vector<std::int16_t>(50)); // 2 + 3 + 7 + 100 bytes
-    desktop.Advance(1.0);
-    EXPECT_EQ(Console().LabelStatus.Text(), "53.5 samples/sec    134 bytes/sec");
-    desktop.Advance(1.0);
-    EXPECT_EQ(Console().LabelStatus.Text(), "0 samples/sec    0 bytes/sec");
-}
-
 } // namespace
 } // namespace larkspool

@@ -109,11 +109,13 @@ TEST_F(ANight, KeepsTheComputerAwakeWhileSchedulesAreEnabledOrARecordingRuns) {
     Enable(window);
     Sleep(10);
     EXPECT_EQ(desktop.awakeHolds, 1);
-    window.Close(); // its entry goes on
-    Sleep(60);
+    Perform("FileClose", &window); // its entry goes on, beyond its end
+    EXPECT_EQ(desktop.windows.size(), 1U);
+    Sleep(180);
     EXPECT_EQ(desktop.awakeHolds, 1);
     Console().PushButtonRecord.Push();
     Sleep(0.2);
+    EXPECT_EQ(Heard(), (Recordings{{"1 9410 am -5000 5000", 190}}));
     EXPECT_EQ(desktop.awakeHolds, 0);
     EXPECT_EQ(Told("The computer"),
               (Strings{"The computer is kept awake", "The computer may go to sleep again"}));
@@ -126,7 +128,7 @@ TEST_F(ANight, KeepsTheComputerAwakeWhileSchedulesAreEnabledOrARecordingRuns) {
     SetClock("2027-01-17T06:00:00");
     Sleep(1);
     EXPECT_EQ(Told("Nothing ran"),
-              Strings{"Nothing ran since 2027-01-16 22:01:30 UTC: the computer was asleep or too "
+              Strings{"Nothing ran since 2027-01-16 22:03:30 UTC: the computer was asleep or too "
                       "busy, or its clock was set"});
     Quit(QuitCause::Signal);
     EXPECT_EQ(desktop.awakeHolds, 0);

@@ -193,17 +193,6 @@ TEST_F(Scheduling, OfTwoWindowsTheLaterHasTheConsoleAndTheFirstEndEndsIt) {
     EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 3 * 60), Of(3, "7000", 2 * 60)}));
 }
 
-TEST_F(Scheduling, AnEntryGoesOnWhenItsWindowIsClosed) {
-    SkedWindow& night = Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T22:00:00");
-    Sleep(60);
-    Perform("FileClose", &night);
-    Sleep(10 * 60);
-    EXPECT_EQ(desktop.windows.size(), 1U);
-    EXPECT_TRUE(Console().LabelRecordingStatus.Text().starts_with("00:10:5"));
-    Console().PushButtonDisconnect.Push();
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 11 * 60)}));
-}
-
 TEST_F(Scheduling, AHiddenConsoleShowsItselfWhenAnEntryStarts) {
     SkedWindow& night = Night({Daily("no receiver", "21:57:00-21:58:00", "9410"),
                                Daily(First, "22:00:00-22:10:00", "9410")},

@@ -1,7 +1,6 @@
 // day_and_night [HOURS [SEED]]: a day and a night of the whole program on the virtual desktop,
 // around a midnight. Prints the books after every hour and what memory is held then; fails unless
 // every sample is accounted for and memory stays flat.
-#include "link/WebsocketsClass.h"
 #include "platform/Text.h"
 #include "soak/Books.h"
 #include "support/Allocations.h"
@@ -10,7 +9,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <random>
 
 #include <malloc.h>
@@ -346,45 +344,6 @@ TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
                 number(troubled.rows), number(troubled.cuts), files, streamed);
 }
 
-double Seconds(std::clock_t from) {
-    return static_cast<double>(std::clock() - from) / CLOCKS_PER_SEC;
-}
-
-// The floor beside the session: as many hours of undisturbed sound and waterfall, made in the same
-// way and cut into frames by the link's reader alone. Gives the number of frames.
-std::int64_t ReadBare() {
-    constexpr std::size_t FrameSamples = 512; // the mean of the session's
-    constexpr double FramePeriod = static_cast<double>(FrameSamples) / SamplesPerSecond;
-    VirtualDesktop desktop;
-    Random random(1);
-    WebsocketsClass link(desktop, random);
-    VirtualTCPSocket socket(desktop.queue);
-    link.Init(socket);
-    socket.Connect();
-    socket.Accept();
-    Books books;
-    std::string tag;
-    std::string body;
-    const std::string row = WaterfallRow();
-    std::int64_t read = 0;
-    double rowsDue = 0;
-    for (std::uint32_t sequence = 0; sequence < hours * Hour / FramePeriod; ++sequence) {
-        VirtualReceiver(socket).Sound(sequence, books.Next(FrameSamples, false));
-        rowsDue += FramePeriod / RowPeriod;
-        while (rowsDue >= 1) {
-            rowsDue -= 1;
-            socket.Deliver(row);
-        }
-        desktop.Advance(FramePeriod);
-        socket.TakeSent();
-        link.ReadNewData();
-        while (link.WebsocketRead(tag, body)) {
-            ++read;
-        }
-    }
-    return read;
-}
-
 } // namespace
 } // namespace larkspool
 
@@ -398,13 +357,5 @@ int main(int count, char** arguments) {
         return 2;
     }
     std::printf("%.2f h, seed %u\n", hours, seed);
-    const std::clock_t start = std::clock();
-    const int failed = RUN_ALL_TESTS();
-    const double whole = Seconds(start);
-    const std::clock_t floorStart = std::clock();
-    const auto read = ReadBare();
-    std::printf("processor time: %.1f s; the frames and rows of as many hours made and read by the "
-                "bare reader: %.1f s (%lld read)\n",
-                whole, Seconds(floorStart), static_cast<long long>(read));
-    return failed;
+    return RUN_ALL_TESTS();
 }

@@ -1,4 +1,5 @@
 #include "tonebridge/Engine.h"
+#include "sound/ToneMeter.h"
 #include "support/Allocations.h"
 
 #include <gtest/gtest.h>
@@ -50,22 +51,12 @@ class EngineTest : public ::testing::Test {
     }
 
     void PushTone(std::size_t count, double amplitude = 16384.0) {
-        std::vector<std::int16_t> block(count);
-        for (std::int16_t& sample : block) {
-            // It swells over 20 ms, so that its onset isn't a click of its own.
-            const double swell =
-                std::min(50.0 * static_cast<double>(made) / static_cast<double>(rate), 1.0);
-            const double phase = turn * static_cast<double>(made++);
-            sample = static_cast<std::int16_t>(std::clamp(
-                std::lrint(amplitude * swell * swell * (3.0 - 2.0 * swell) * std::sin(phase)),
-                -32768L, 32767L));
-        }
-        engine.Push(static_cast<std::int64_t>(count), block.data(), rate);
+        engine.Push(static_cast<std::int64_t>(count), source.Next(count, amplitude).data(), rate);
     }
 
     void Begin(std::int64_t newRate = 12000) {
         rate = newRate;
-        made = 0;
+        source = ToneSource(tone, 12000.0);
         const std::vector<std::int16_t> silence(static_cast<std::size_t>(rate));
         engine.Push(Engine::NewStream, silence.data(), rate);
         engine.Push(rate, silence.data(), rate);
@@ -115,10 +106,10 @@ class EngineTest : public ::testing::Test {
 
     double clock = 0.0;
     std::uint32_t callback = 480;
-    double owed = 0.0; // samples
-    double turn = std::numbers::pi / 6.0;
+    double owed = 0.0;    // samples
+    double tone = 1000.0; // Hz, at 12,000 samples a second
     std::int64_t rate = 12000;
-    std::uint64_t made = 0;
+    ToneSource source{tone, 12000.0};
     Engine engine{[this] { return static_cast<std::int64_t>(clock * 1e9); }};
 };
 
@@ -250,8 +241,8 @@ TEST_F(EngineTest, NoEndOfSoundClicks) {
 }
 
 TEST_F(EngineTest, ThePassbandIsLevelAndHasNoImages) {
-    for (const double tone : {300.0, 1000.0, 3000.0, 5000.0, 5200.0, 5400.0}) {
-        turn = 2.0 * std::numbers::pi * tone / 12000.0;
+    for (const double hertz : {300.0, 1000.0, 3000.0, 5000.0, 5200.0, 5400.0}) {
+        tone = hertz;
         Begin();
         Play(1.5);
         const std::vector<float> sound = Play(1.0);

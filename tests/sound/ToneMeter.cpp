@@ -14,13 +14,13 @@ constexpr double BlocksPerSecond = 100.0;
 
 } // namespace
 
-std::vector<std::int16_t> ToneSource::Next(std::size_t count) {
+std::vector<std::int16_t> ToneSource::Next(std::size_t count, double amplitude) {
     std::vector<std::int16_t> block(count);
     for (std::int16_t& sample : block) {
         const double level = std::min(Seconds() / FadeIn, 1.0);
-        const double height = 16384.0 * level * level * (3.0 - 2.0 * level);
-        sample = static_cast<std::int16_t>(
-            std::lrint(height * std::sin(turn * static_cast<double>(made++))));
+        const double height = amplitude * level * level * (3.0 - 2.0 * level);
+        const double value = height * std::sin(turn * static_cast<double>(made++));
+        sample = static_cast<std::int16_t>(std::lrint(std::clamp(value, -32768.0, 32767.0)));
     }
     return block;
 }

@@ -9,7 +9,7 @@
 
 namespace tonebridge::test {
 
-// A tone at half of full scale as a receiver sends it.
+// A tone as a receiver sends it, at half of full scale unless it is asked for more.
 class ToneSource {
   public:
     // Seconds over which it swells at its beginning, along 3x² - 2x³, so that its
@@ -19,12 +19,12 @@ class ToneSource {
     ToneSource(double frequency, double sampleRate)
         : turn(2.0 * std::numbers::pi * frequency / sampleRate), rate(sampleRate) {}
 
-    std::vector<std::int16_t> Next(std::size_t count);
+    std::vector<std::int16_t> Next(std::size_t count, double amplitude = 16384.0);
     double Seconds() const { return static_cast<double>(made) / rate; } // made so far
 
   private:
-    const double turn;
-    const double rate;
+    double turn;
+    double rate;
     std::uint64_t made = 0;
 };
 
