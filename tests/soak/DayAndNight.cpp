@@ -57,7 +57,10 @@ class TroubledReceivers : public AutoReceivers {
     TroubledReceivers(VirtualDesktop& host, Books& account)
         : AutoReceivers(host, {"sdr.example.net:8073", "first.example.net:8073",
                                "second.example.net:8074", "night.example.net:8073"}),
-          books(account) {}
+          books(account) {
+        // As many as fill the console's bounded texts within the first hour.
+        gatewayHeaders = "Set-Cookie: " + std::string(3000, 'c') + "\r\n";
+    }
 
     bool IsSteady() const { // both links have been up for a while
         return desktop.tcpSockets.at(0)->IsConnected() && desktop.tcpSockets.at(1)->IsConnected() &&

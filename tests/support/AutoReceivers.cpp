@@ -46,7 +46,7 @@ void AutoReceivers::AnswerConnect(VirtualTCPSocket& socket) {
     socket.Accept();
     Later(socket, Latency, [this, &socket, number = Str(found - receivers.begin() + 1)] {
         socket.TakeSent(); // the upgrade request
-        VirtualReceiver(socket).Upgrade();
+        socket.Deliver("HTTP/1.1 101 Switching Protocols\r\n" + gatewayHeaders + "\r\n");
         Later(socket, Latency, [this, &socket, number] { Greet(socket, number); });
     });
 }

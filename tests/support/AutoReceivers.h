@@ -41,6 +41,7 @@ class AutoReceivers {
 
     VirtualDesktop& desktop;
     std::uint32_t sequence = 0; // of the audio frames
+    std::string gatewayHeaders; // more lines of the reply to the upgrade
 
   private:
     void AnswerConnect(VirtualTCPSocket& socket);
