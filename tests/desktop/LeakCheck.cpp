@@ -10,8 +10,10 @@ static void CheckLeaksBeforeStatics() {
     qAddPostRoutine([] {
         // The limit on the program's end would cut the check short on a busy computer.
         const itimerval none = {};
-        setitimer(ITIMER_REAL, &none, nullptr);
+        itimerval left = {};
+        setitimer(ITIMER_REAL, &none, &left);
         __lsan_do_leak_check();
+        setitimer(ITIMER_REAL, &left, nullptr);
     });
 }
 Q_COREAPP_STARTUP_FUNCTION(CheckLeaksBeforeStatics)
