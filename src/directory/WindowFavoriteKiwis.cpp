@@ -105,6 +105,7 @@ void WindowFavoriteKiwis::AddRow(const FavoriteCells& cells) {
 // Keeps what another program has written into the file in the meantime.
 void WindowFavoriteKiwis::SaveEntries() {
     std::vector<FavoriteCells> rows;
+    rows.reserve(static_cast<std::size_t>(Listbox1.ListCount()));
     for (int row = 0; row < Listbox1.ListCount(); ++row) {
         rows.push_back(CellsOf(row));
     }
