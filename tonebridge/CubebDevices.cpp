@@ -57,7 +57,7 @@ std::string CubebStream::DeviceId() const {
     if (cubeb_stream_get_current_device(stream.get(), &device) != CUBEB_OK) {
         return {};
     }
-    const std::string id = device->output_name != nullptr ? device->output_name : "";
+    std::string id = device->output_name != nullptr ? device->output_name : "";
     cubeb_stream_device_destroy(stream.get(), device);
     return id;
 }

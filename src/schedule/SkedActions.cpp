@@ -61,6 +61,7 @@ bool SkedWindow::FileSaveSchedule_Action() {
 void SkedWindow::SaveTo(const FolderItem& file) {
     CommitEdits();
     std::vector<ScheduleRow> rows;
+    rows.reserve(static_cast<std::size_t>(ListboxSkeds.ListCount()));
     for (int row = 0; row < ListboxSkeds.ListCount(); ++row) {
         rows.push_back(CellsOf(row));
     }
