@@ -3,8 +3,9 @@
 # two links and, where Chromium is installed, a page that plays and draws them in a browser:
 # processor time, wake-ups, memory, start.
 #   whole_program.sh BUILD_FOLDER [ROUNDS [STARTS]]
-# All that is compared runs at once through every round, so that any other load of the
-# computer affects all of it. A wake-up is a voluntary context switch, as the kernel counts them.
+# All that is compared runs at once through every round, so that any other load of the computer
+# affects all of it. The browser has a scenario of its own, because it is such a load. A wake-up is
+# a voluntary context switch, as the kernel counts them.
 here=$(cd "$(dirname "$0")" && pwd)
 . "$here/../scripts/lib/network.sh"
 network_enter "$0" "$@"
@@ -49,6 +50,11 @@ wakeups() { awk '/^voluntary/ { sum += $2 } END { printf "%.0f\n", sum }' "$@"; 
 
 kilobytes() { awk -v name="^$2(:|_[CD])" '$1 ~ name { sum += $2 } END { print sum }' "/proc/$1/smaps_rollup"; }
 median() { sort -n | awk '{ v[NR] = $1 } END { print NR % 2 ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+# ratio I J: the median of all rounds' ratios, because both programs slow down in the same rounds
+ratio() {
+    paste "$work/spent-$1" "$work/spent-$2" | awk '{ printf "%.3f\n", $1 / $2 }' | median |
+        awk '{ printf "%.2f\n", $1 }'
+}
 quotient() { awk -v a="$1" -v b="$2" 'BEGIN { if (b > 0) printf "%.2f\n", a / b; else print "-" }'; }
 
 # As for a user without a screen reader.
@@ -69,9 +75,7 @@ open_session() {
     sleep 1
 }
 
-# open_browser: without Chromium there is none
 open_browser() {
-    command -v chromium >/dev/null || return 0
     HOME=$work/chromium chromium --headless --no-sandbox --disable-gpu --disable-quic --no-first-run \
         --disable-background-networking --disable-component-update --disable-sync \
         --autoplay-policy=no-user-gesture-required --user-data-dir="$work/chromium" \
@@ -118,9 +122,10 @@ measure_rounds() {
 
 row() { printf '%-26s %9s %10s %8s %8s | %7s %9s %7s %6s\n' "$@"; }
 
-# scenario TITLE SCALE idle|plain|full
+# scenario TITLE SCALE idle|plain|full|browser
 scenario() {
     local i time=(- - - -) browser_ratio=- before
+    [ "$3" != browser ] || command -v chromium >/dev/null || return 0
     open_console "$2"
     [ "$3" = idle ] || open_session "$3"
     programs=()
@@ -128,7 +133,7 @@ scenario() {
     programs+=($!)
     "$build_dir/bench/socket_floor" 127.0.0.1 "$receiver_port" >"$work/sockets.log" 2>&1 &
     programs+=($!)
-    [ "$3" != plain ] || open_browser
+    [ "$3" != browser ] || open_browser
     sleep 2
     before=$(grep -c '^sound' "$work/peer.log")
     measure_rounds "$console" "${programs[@]}"
@@ -137,8 +142,8 @@ scenario() {
     for i in 0 1 2 3; do
         [ ! -s "$work/spent-$i" ] || time[i]=$(median <"$work/spent-$i")
     done
-    [ "${time[3]}" = - ] || browser_ratio=$(quotient "${time[3]}" "${time[0]}")
-    row "$1" "${time[@]}" "$(quotient "${time[0]}" "${time[1]}")" "$browser_ratio" \
+    [ "${time[3]}" = - ] || browser_ratio=$(ratio 3 0)
+    row "$1" "${time[@]}" "$(ratio 0 1)" "$browser_ratio" \
         "$(median <"$work/woken-main")" "$(median <"$work/woken-all")"
     [ "$3" != full ] || [ "$2" != 1 ] || measure_memory
     [ -z "${KEEP_SESSION:-}" ] || { echo "console $console"; sleep "$KEEP_SESSION"; }
@@ -150,8 +155,8 @@ scenario() {
 
 # What was measured must have happened.
 check_idle() { :; }
-check_plain() {
-    [ -z "$browser" ] && return 0
+check_plain() { :; }
+check_browser() {
     local heard drawn
     read -r heard drawn <<<"$(browser_heard)"
     [ "${heard:-0}" -gt $((rounds * round * 10)) ] && [ "${drawn:-0}" -gt $((rounds * round * 20)) ] ||
@@ -192,6 +197,7 @@ echo "processor, us a second       console repainting  reading  browser | consol
 echo "                                                                  | by rep.   by con.     main    all"
 scenario "no session" 1 idle
 scenario "session" 1 plain
+scenario "session, with a browser" 1 browser
 scenario "with stream and recording" 1 full
 scenario "the same at scale 2" 2 full
 echo

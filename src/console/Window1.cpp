@@ -11,7 +11,6 @@ constexpr int DesignWidth = 1064;
 constexpr int DesignHeight = 968;
 constexpr int StartHeight = 370; // just includes the waterfall
 constexpr int StatisticsPeriod = 1000;
-constexpr int DisplayPeriod = 100;
 constexpr int StreamPeriod = 20;
 constexpr std::size_t SilenceBytes = 500'000; // one second at up to 250,000 samples per second
 

@@ -231,8 +231,9 @@ class Window1 : public Window, public ReceiverControls {
     std::unique_ptr<TCPSocket> TCPSocketWaterfall;
     std::unique_ptr<WebsocketsClass> audioWebsocket; // null before the first connect
     std::unique_ptr<WebsocketsClass> waterfallWebsocket;
-    std::unique_ptr<Timer> Timer1; // statistics
-    std::unique_ptr<Timer> Timer3; // display
+    std::unique_ptr<Timer> Timer1;            // statistics
+    static constexpr int DisplayPeriod = 100; // ms, of Timer3
+    std::unique_ptr<Timer> Timer3;            // display
     std::string theHost;
     std::int64_t thePort = 0;
     bool didManuallyDisconnect = false; // the user's own Disconnect is in progress

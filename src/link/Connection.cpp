@@ -13,7 +13,6 @@ constexpr std::size_t ShortestAddress = 5;
 constexpr double HighestPort = 65535;
 constexpr int ConnectDelay = 1000;    // ms, so that the receiver sees the end of the old session
 constexpr int ReconnectDelay = 60000; // ms
-constexpr int DisplayPeriod = 100;    // ms, of Timer3, which counts down to the reconnect
 
 } // namespace
 

@@ -80,7 +80,7 @@ LabelView::LabelView(Label& label, Desktop& theDesktop, QWidget& content, const 
 
 void LabelView::Place() {
     const Rect& place = Held()->Bounds();
-    // A label of fixed size asks nobody to lay out anything when its text changes.
+    // With a fixed size, a new text causes no new layout of the window.
     shape.setFixedSize(RoomForLabel(window, *Held()), place.height);
     shape.move(place.left, place.top);
     if (Held()->mayBeCut) {
