@@ -42,7 +42,7 @@ class QtHTTPSocket : public HTTPSocket {
     std::string address;
     QByteArray body;
     OwnedByLoop<QNetworkReply> reply;
-    int lookup = -1; // the theDesktop lookup under way
+    int lookup = -1; // the running host lookup
     QTimer start;    // the fetch begins at the loop's next turn
     QTimer timeLimit;
 };

@@ -11,7 +11,7 @@
 namespace larkspool {
 
 // A scrolling picture as the screen shows it, kept from paint to paint: the nearest pixel for each
-// of the screen's, and each row scaled but once. Owned by a canvas's view.
+// of the screen's, and each row is scaled once. Owned by a canvas's view.
 class ScaledPicture {
   public:
     // What has happened to the picture since it was drawn last.
@@ -31,7 +31,7 @@ class ScaledPicture {
     int top = 0;  // the ring's uppermost row
     QSize source; // of the picture
     int rowsAdded = 0;
-    int rest = 0; // of the screen's rows owed to the picture's next one, in parts of its height
+    int rest = 0; // screen rows that belong to the next picture row, in parts of its height
 };
 
 } // namespace larkspool
