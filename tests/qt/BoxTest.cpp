@@ -1,67 +1,71 @@
 #include "qt/OnScreen.h"
 
 #include <QAbstractButton>
-#include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace larkspool {
 namespace {
 
-std::vector<QMessageBox*> OpenBoxes() { return Shown<QMessageBox>(); }
-
-void CloseBoxes() {
-    for (QMessageBox* box : OpenBoxes()) {
-        box->close();
+template <typename Box>
+std::vector<Box*> Shown() {
+    std::vector<Box*> shown;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+        if (auto* box = qobject_cast<Box*>(widget); box != nullptr && box->isVisible()) {
+            shown.push_back(box);
+        }
     }
-    LetEventsRun();
-}
-
-QAbstractButton& ButtonOf(const QMessageBox& box, const QString& caption) {
-    const auto buttons = box.buttons();
-    const auto named = [&](const QAbstractButton* button) { return button->text() == caption; };
-    return **std::find_if(buttons.begin(), buttons.end(), named);
+    return shown;
 }
 
 class Boxes : public testing::Test {
   protected:
-    void TearDown() override { CloseBoxes(); }
+    void TearDown() override { CloseAll(); }
 
+    static void CloseAll() {
+        for (QMessageBox* box : Shown<QMessageBox>()) {
+            box->close();
+        }
+        LetEventsRun();
+    }
+
+    void Ask() {
+        answer.reset();
+        TheDesktop().ShowDialog(dialog, [this](MessageDialog::Answer given) { answer = given; });
+        EXPECT_FALSE(answer);
+    }
+
+    static QAbstractButton& Button(const QString& caption) {
+        const auto buttons = Shown<QMessageBox>().front()->buttons();
+        return **std::ranges::find(buttons, caption, &QAbstractButton::text);
+    }
+
+    MessageDialog dialog{"Larkspool", "OK", "Cancel", "Visit Website", true};
     std::optional<MessageDialog::Answer> answer;
 };
 
-TEST_F(Boxes, TheSameTextIsNotShownTwice) {
-    TheDesktop().MsgBox("no <b>such</b> receiver");
-    TheDesktop().MsgBox("no <b>such</b> receiver");
-    TheDesktop().MsgBox("another matter");
-    ASSERT_EQ(OpenBoxes().size(), 2U);
-    EXPECT_EQ(OpenBoxes().front()->textFormat(), Qt::PlainText);
-    CloseBoxes();
-    TheDesktop().MsgBox("another matter");
-    EXPECT_EQ(OpenBoxes().size(), 1U);
-}
-
-// The program may wait for it with its end.
-TEST_F(Boxes, AnAnswerIsNotLostToABoxWithTheSameText) {
-    MessageDialog dialog;
-    dialog.message = "The favorites could not be saved.";
+TEST_F(Boxes, TheSameTextIsShownTwiceOnlyIfAnAnswerIsAwaited) {
+    dialog.message = "no <b>such</b> receiver";
     TheDesktop().MsgBox(dialog.message);
-    const auto ask = [this, &dialog] {
-        TheDesktop().ShowDialog(dialog, [this](MessageDialog::Answer given) { answer = given; });
-    };
-    ask();
-    ask();
-    EXPECT_EQ(OpenBoxes().size(), 2U);
-    CloseBoxes();
+    TheDesktop().MsgBox(dialog.message);
+    TheDesktop().MsgBox("another matter");
+    ASSERT_EQ(Shown<QMessageBox>().size(), 2U);
+    EXPECT_EQ(Shown<QMessageBox>().front()->textFormat(), Qt::PlainText);
+    Ask(); // the program may wait for the answer with its end
+    Ask();
+    EXPECT_EQ(Shown<QMessageBox>().size(), 3U);
+    CloseAll();
     EXPECT_TRUE(answer);
+    TheDesktop().MsgBox(dialog.message);
+    EXPECT_EQ(Shown<QMessageBox>().size(), 1U);
 }
 
 TEST_F(Boxes, AMissingFunctionIsToldOnceAndTheProgramGoesOn) {
@@ -70,72 +74,45 @@ TEST_F(Boxes, AMissingFunctionIsToldOnceAndTheProgramGoesOn) {
     EXPECT_THROW(call(), FunctionNotFound);
     TheDesktop().Raise(call);
     TheDesktop().Raise(call);
-    ASSERT_EQ(OpenBoxes().size(), 1U);
-    const QString text = OpenBoxes().front()->text();
+    ASSERT_EQ(Shown<QMessageBox>().size(), 1U);
+    const QString text = Shown<QMessageBox>().front()->text();
     EXPECT_TRUE(text.contains("StartSoundOutput") && text.contains("/no/such/library.so"));
 }
 
 TEST_F(Boxes, EachButtonHasItsAnswer) {
-    MessageDialog dialog{"Larkspool", "OK", "Cancel", "Visit Website", true};
-    const auto asked = [this, &dialog](const std::function<void(QMessageBox&)>& act) {
-        answer.reset();
-        TheDesktop().ShowDialog(dialog, [this](MessageDialog::Answer given) { answer = given; });
-        EXPECT_FALSE(answer);
-        act(*OpenBoxes().front());
-        LetEventsRun();
-        return answer;
-    };
-    const auto click = [](const char* caption) {
-        return [caption](QMessageBox& box) { ButtonOf(box, caption).click(); };
-    };
-    EXPECT_EQ(asked(click("OK")), MessageDialog::Answer::Action);
-    EXPECT_EQ(asked(click("Cancel")), MessageDialog::Answer::Cancel);
-    EXPECT_EQ(asked(click("Visit Website")), MessageDialog::Answer::Alternate);
-    EXPECT_EQ(asked([](QMessageBox& box) { box.close(); }), MessageDialog::Answer::Cancel);
+    using enum MessageDialog::Answer;
+    for (const auto& [caption, expected] :
+         {std::pair{"OK", Action}, std::pair{"Cancel", Cancel},
+          std::pair{"Visit Website", Alternate}, std::pair{"", Cancel}}) {
+        Ask();
+        if (*caption != '\0') {
+            Button(caption).click();
+        }
+        CloseAll();
+        EXPECT_EQ(answer, expected) << caption;
+    }
     dialog.cancelCaption.clear();
     dialog.alternateEnabled = false; // it leads nowhere
-    asked([](QMessageBox& box) {
-        EXPECT_FALSE(ButtonOf(box, "Visit Website").isEnabled());
-        EXPECT_EQ(box.buttons().size(), 2);
-        box.close();
-    });
-}
-
-QFileDialog* OpenFileDialog() {
-    const auto open = Shown<QFileDialog>();
-    return open.empty() ? nullptr : open.front();
+    Ask();
+    EXPECT_FALSE(Button("Visit Website").isEnabled());
+    EXPECT_EQ(Shown<QMessageBox>().front()->buttons().size(), 2);
 }
 
 TEST_F(Boxes, AFileDialogAnswersWithTheFileOrNothing) {
-    const QTemporaryDir folder;
-    QFile file(folder.filePath("schedule.txt"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-    int answers = 0;
-    std::optional<FolderItem> chosen;
-    const auto note = [&](std::optional<FolderItem> item) {
-        ++answers;
-        chosen = std::move(item);
-    };
-    TheDesktop().ShowOpenFileDialog("text/txt", note);
-    ASSERT_NE(OpenFileDialog(), nullptr);
-    EXPECT_TRUE(OpenFileDialog()->isModal()) << "else the window that asks could go meanwhile";
-    EXPECT_EQ(answers, 0);
-    OpenFileDialog()->reject();
-    EXPECT_EQ(answers, 1);
-    EXPECT_FALSE(chosen);
-    LetEventsRun();
-
-    TheDesktop().ShowOpenFileDialog("text/txt", note);
-    OpenFileDialog()->setDirectory(folder.path());
-    OpenFileDialog()->selectFile(file.fileName());
-    OpenFileDialog()->findChild<QWidget*>("fileNameEdit")->setFocus();
-    LetEventsRun();
-    QMetaObject::invokeMethod(OpenFileDialog(), "accept");
-    EXPECT_EQ(answers, 2);
-    ASSERT_TRUE(chosen);
-    EXPECT_EQ(chosen->Name(), "schedule.txt");
-    LetEventsRun();
+    const QString program = QCoreApplication::applicationFilePath(); // a file that there is
+    std::vector<std::string> answers;
+    for (const bool accepts : {false, true}) {
+        TheDesktop().ShowOpenFileDialog("text/txt", [&](const std::optional<FolderItem>& item) {
+            answers.push_back(item ? item->Name() : "none");
+        });
+        ASSERT_EQ(Shown<QFileDialog>().size(), 1U);
+        QFileDialog& open = *Shown<QFileDialog>().front();
+        EXPECT_TRUE(open.isModal()) << "else the window that asks could go meanwhile";
+        open.selectFile(program);
+        QMetaObject::invokeMethod(&open, accepts ? "accept" : "reject");
+        LetEventsRun();
+    }
+    EXPECT_EQ(answers, (std::vector<std::string>{"none", "qt_tests"}));
 }
 
 } // namespace

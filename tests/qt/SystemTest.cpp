@@ -7,13 +7,11 @@
 namespace larkspool {
 namespace {
 
-TEST(Timers, ATimerRepeatsOnceOrNotAtAll) {
-    const auto timer = TheDesktop().MakeTimer();
+TEST(Timers, ATimerRepeatsOnceOrNotAtAllAndMayEndInItsOwnTick) {
+    auto timer = TheDesktop().MakeTimer();
     int ticks = 0;
     timer->action = [&ticks] { ++ticks; };
     timer->SetPeriod(5);
-    LetEventsRun();
-    EXPECT_EQ(ticks, 0);
     timer->SetMode(Timer::Mode::Single);
     EXPECT_TRUE(Eventually([&ticks] { return ticks == 1; }));
     EXPECT_EQ(timer->RunMode(), Timer::Mode::Off);
@@ -25,11 +23,6 @@ TEST(Timers, ATimerRepeatsOnceOrNotAtAll) {
     const int before = ticks;
     LetEventsRun();
     EXPECT_EQ(ticks, before);
-}
-
-TEST(Timers, ATimerMayEndInItsOwnTick) {
-    auto timer = TheDesktop().MakeTimer();
-    timer->SetPeriod(1);
     timer->action = [&timer] { timer.reset(); };
     timer->SetMode(Timer::Mode::Multiple);
     EXPECT_TRUE(Eventually([&timer] { return timer == nullptr; }));
