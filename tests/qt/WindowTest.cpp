@@ -95,6 +95,7 @@ TEST_F(Windows, TheFirstResizeMovesNothing) {
     LetEventsRun();
     EXPECT_EQ(top(), before);
     EXPECT_GT(before, 40);
+    EXPECT_EQ(window.Height(), 440 - before);
     TheDesktop().menuBar = {};
     QApplication::setFont(LargestFont());
 }
