@@ -2,33 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
-
-namespace larkspool {
-
 namespace {
 
-std::unique_ptr<QtDesktop>& Slot() {
-    static std::unique_ptr<QtDesktop> desktop;
-    return desktop;
-}
-
-class DesktopEnvironment : public testing::Environment {
-  public:
-    void SetUp() override { Slot() = std::make_unique<QtDesktop>(count, arguments, "larkspool"); }
-    void TearDown() override { Slot().reset(); }
-
-  private:
-    char name[10] = "larkspool";
-    char* arguments[2] = {name, nullptr};
-    int count = 1;
-};
-
-[[maybe_unused]] testing::Environment* const environment =
-    testing::AddGlobalTestEnvironment(std::make_unique<DesktopEnvironment>().release());
+larkspool::QtDesktop* desktop = nullptr;
 
 } // namespace
 
-QtDesktop& TheDesktop() { return *Slot(); }
+larkspool::QtDesktop& larkspool::TheDesktop() { return *desktop; }
 
-} // namespace larkspool
+int main(int count, char** arguments) {
+    testing::InitGoogleTest(&count, arguments);
+    larkspool::QtDesktop made(count, arguments, "larkspool");
+    desktop = &made;
+    return RUN_ALL_TESTS();
+}

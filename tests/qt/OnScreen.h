@@ -9,10 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
-#include <stdexcept>
 #include <string>
-#include <vector>
 
 namespace larkspool {
 
@@ -27,26 +26,18 @@ inline bool Eventually(const std::function<bool()>& condition) {
 // Long enough for everything that is due at once to have happened.
 inline void LetEventsRun() { QTest::qWait(30); }
 
-// The windows of a kind that are on the screen.
-template <typename Widget>
-std::vector<Widget*> Shown() {
-    std::vector<Widget*> shown;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-        auto* found = qobject_cast<Widget*>(widget);
-        if (found != nullptr && found->isVisible()) {
-            shown.push_back(found);
-        }
-    }
-    return shown;
-}
-
 // A window that a test fills with its own controls.
 class TestWindow : public Window {
   public:
-    TestWindow() : Window(TheDesktop()) { SetDesignSize(600, 300); }
+    TestWindow() : Window(TheDesktop()) {
+        SetDesignSize(600, 300);
+        SetTitle("Test");
+    }
 
-    using Window::AddControl;
-    using Window::SetDesignSize;
+    void Add(Control& control, const std::string& name, Rect place, Locks locks = {}) {
+        control.Place(name, place, locks);
+        AddControl(control);
+    }
 
     // Shows the window and waits until it has the keyboard.
     void Open() {
@@ -58,22 +49,17 @@ class TestWindow : public Window {
 
     // The widget on the screen that bears this window's title.
     QWidget& Shell() const {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->windowTitle().toStdString() == Title()) {
-                return *widget;
-            }
-        }
-        throw std::runtime_error("no such window");
+        const auto all = QApplication::topLevelWidgets();
+        return **std::ranges::find(all, QString::fromStdString(Title()), &QWidget::windowTitle);
     }
 
     template <typename Widget>
-    Widget& Find(const std::string& name) const {
-        auto* found = Shell().findChild<Widget*>(QString::fromStdString(name));
-        if (found == nullptr) {
-            throw std::runtime_error("no control " + name);
-        }
-        return *found;
+    Widget& Find(const char* name) const {
+        return *Shell().findChild<Widget*>(QLatin1String(name));
     }
+
+    bool Event_CancelClose(bool /*appQuitting*/) override { return stays; }
+    bool stays = false;
 };
 
 } // namespace larkspool

@@ -20,18 +20,14 @@ namespace {
 // A server of the program's, and programs that connect to it.
 class Server : public testing::Test {
   protected:
-    void SetUp() override {
-        QTcpServer probe;
-        ASSERT_TRUE(probe.listen(QHostAddress::LocalHost));
-        port = probe.serverPort();
-        probe.close();
-        server = TheDesktop().MakeTCPServer();
+    Server() {
         server->accepted = [this](std::unique_ptr<TCPPeer> peer) {
             peer->dataAvailable = [this, &from = *peer] { received += TakeAll(from); };
             peers.push_back(std::move(peer));
         };
-        server->Listen(port);
-        ASSERT_EQ(server->LastErrorCode(), 0);
+        do {
+            server->Listen(++port);
+        } while (server->LastErrorCode() == EADDRINUSE);
     }
 
     static std::string TakeAll(TCPPeer& peer) {
@@ -48,11 +44,11 @@ class Server : public testing::Test {
         ASSERT_TRUE(Eventually([this] { return client.state() == QTcpSocket::ConnectedState; }));
     }
 
-    quint16 port = 0;
+    quint16 port = 20'000; // or the next that is free
     QTcpSocket client;
     std::string received;
     std::vector<std::unique_ptr<TCPPeer>> peers;
-    std::unique_ptr<TCPServer> server;
+    std::unique_ptr<TCPServer> server = TheDesktop().MakeTCPServer();
 };
 
 TEST_F(Server, ThisComputerAloneGetsIn) {
@@ -82,7 +78,6 @@ TEST_F(Server, WhatCameBeforeTheEndCanBeReadAfterIt) {
     Join();
     peers[0]->dataAvailable = nullptr;
     client.write(QByteArray(3000, 'x'));
-    client.flush();
     client.disconnectFromHost();
     ASSERT_TRUE(Eventually([this] { return !peers[0]->IsOpen(); }));
     EXPECT_EQ(TakeAll(*peers[0]).size(), 3000U);

@@ -2,7 +2,6 @@
 
 #include "platform/CheckBox.h"
 #include "platform/Label.h"
-#include "platform/PushButton.h"
 #include "platform/TextField.h"
 #include "platform/qt/Fonts.h"
 #include "platform/qt/Palettes.h"
@@ -12,23 +11,21 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace larkspool {
 namespace {
 
 class Windows : public testing::Test {
   protected:
     Windows() {
-        window.SetTitle("Window");
         window.minimumWidth = 500;
         window.maximumWidth = 600;
-        label.Place("Label", {400, 10, 120, 20});
+        window.firstFocus = &field;
         label.SetText("Waterfall min -120 db");
-        box.Place("Box", {530, 10, 60, 20}, {false, true, true, false});
-        field.Place("Field", {10, 40, 580, 22}, {true, true, true, false});
-        for (Control* control : {static_cast<Control*>(&label), static_cast<Control*>(&box),
-                                 static_cast<Control*>(&field)}) {
-            window.AddControl(*control);
-        }
+        window.Add(label, "Label", {400, 10, 120, 20});
+        window.Add(box, "Box", {530, 10, 60, 20}, {false, true, true, false});
+        window.Add(field, "Field", {10, 40, 580, 22}, {true, true, true, false});
     }
 
     Label label;
@@ -39,24 +36,19 @@ class Windows : public testing::Test {
 
 TEST_F(Windows, TheUsersResizeReachesModelAndControls) {
     window.Open();
-    const int menuHeight = window.Shell().height() - 300;
-    window.Shell().resize(550, 280 + menuHeight);
+    auto& shell = window.Shell();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Field") << "where the keyboard begins";
+    EXPECT_EQ(window.Find<QLabel>("Label").width(), 120);
+    const int menuHeight = shell.height() - 300;
+    shell.resize(520, 280 + menuHeight);
     LetEventsRun();
-    EXPECT_EQ(window.Width(), 550);
+    EXPECT_EQ(window.Width(), 520);
     EXPECT_EQ(window.Height(), 280);
-    EXPECT_EQ(window.Find<QWidget>("Box").x(), 480);
-    EXPECT_EQ(window.Find<QWidget>("Field").width(), 530);
-    EXPECT_EQ(window.Shell().minimumWidth(), 500);
-    EXPECT_EQ(window.Shell().maximumWidth(), 600);
-}
-
-TEST_F(Windows, ALabelEndsBeforeTheBoxThatRunsIntoIt) {
-    window.Open();
-    EXPECT_EQ(window.Find<QLabel>("Label").width(), 120);
-    window.Resize(520, 300);
-    EXPECT_EQ(window.Find<QLabel>("Label").width(), 450 - 4 - 400);
-    window.Resize(600, 300);
-    EXPECT_EQ(window.Find<QLabel>("Label").width(), 120);
+    EXPECT_EQ(window.Find<QWidget>("Box").x(), 450);
+    EXPECT_EQ(window.Find<QWidget>("Field").width(), 500);
+    EXPECT_EQ(window.Find<QLabel>("Label").width(), 450 - 4 - 400) << "it ends before the box";
+    EXPECT_EQ(shell.minimumWidth(), 500);
+    EXPECT_EQ(shell.maximumWidth(), 600);
 }
 
 TEST_F(Windows, ATextThatIsTooLongForItsLabelIsWholeInTheTooltip) {
@@ -74,24 +66,18 @@ TEST_F(Windows, ATextThatIsTooLongForItsLabelIsWholeInTheTooltip) {
 }
 
 TEST_F(Windows, TheCloseButtonAsksTheProgram) {
-    class Stubborn : public TestWindow {
-      public:
-        bool Event_CancelClose(bool /*appQuitting*/) override { return stays; }
-        bool stays = true;
-    };
-    Stubborn stubborn;
-    stubborn.SetTitle("Stubborn");
     int closed = 0;
-    stubborn.closed = [&closed] { ++closed; };
-    stubborn.Open();
-    auto& shell = stubborn.Shell();
+    window.closed = [&closed] { ++closed; };
+    window.stays = true;
+    window.Open();
+    auto& shell = window.Shell();
     shell.close();
     EXPECT_TRUE(shell.isVisible());
-    stubborn.stays = false;
+    window.stays = false;
     shell.close();
     EXPECT_FALSE(shell.isVisible());
     EXPECT_EQ(closed, 1);
-    stubborn.Show();
+    window.Show();
     EXPECT_TRUE(shell.isVisible());
 }
 
@@ -101,11 +87,15 @@ TEST_F(Windows, TheFirstResizeMovesNothing) {
     large.setPixelSize(20); // too large for the label
     QApplication::setFont(large);
     window.Open();
-    const int top = window.Find<QLineEdit>("Field").mapTo(&window.Shell(), QPoint()).y();
+    const auto top = [this] {
+        return window.Find<QLineEdit>("Field").mapTo(&window.Shell(), QPoint()).y();
+    };
+    const int before = top();
     window.Shell().resize(550, 400);
     LetEventsRun();
-    EXPECT_EQ(window.Find<QLineEdit>("Field").mapTo(&window.Shell(), QPoint()).y(), top);
-    EXPECT_GT(top, 40);
+    EXPECT_EQ(top(), before);
+    EXPECT_GT(before, 40);
+    EXPECT_EQ(window.Height(), 440 - before);
     TheDesktop().menuBar = {};
     QApplication::setFont(LargestFont());
 }
@@ -122,27 +112,9 @@ TEST_F(Windows, TheFontShrinksUntilTheLongestTextFits) {
     EXPECT_EQ(FittingFont(window, wished).pixelSize(), wished.pixelSize());
 }
 
-TEST_F(Windows, TheKeyboardBeginsWhereTheWindowSaysAndTabGoesOn) {
-    TextField second;
-    second.Place("Second", {10, 5, 50, 22});
-    window.AddControl(second);
-    window.firstFocus = &field;
-    window.Open();
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Field");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget()->objectName(), "Second");
-}
-
-TEST(Palettes, TheSchemeIsTakenFromTheDesktopsPalette) {
+TEST(Palettes, AreToldApart) {
     EXPECT_TRUE(IsDark(DarkPalette()));
     EXPECT_FALSE(IsDark(LightPalette()));
-    QPalette desktops;
-    desktops.setColor(QPalette::Window, QColor(0x35, 0x35, 0x35));
-    desktops.setColor(QPalette::WindowText, Qt::white);
-    EXPECT_TRUE(IsDark(desktops));
-    desktops.setColor(QPalette::Window, QColor(0xef, 0xef, 0xef));
-    desktops.setColor(QPalette::WindowText, Qt::black);
-    EXPECT_FALSE(IsDark(desktops));
 }
 
 } // namespace

@@ -1,13 +1,11 @@
 #include "qt/OnScreen.h"
 
 #include <QHostAddress>
+#include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
 
 #include <gtest/gtest.h>
-
-#define ZLIB_CONST
-#include <zlib.h>
 
 #include <cerrno>
 #include <cstddef>
@@ -23,21 +21,19 @@ namespace {
 // it keeps silent.
 class HTTP : public testing::Test {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
+    HTTP() {
+        EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
         QObject::connect(&server, &QTcpServer::newConnection, &server, [this] {
             QTcpSocket* visitor = server.nextPendingConnection();
             QObject::connect(visitor, &QTcpSocket::readyRead, visitor, [this, visitor] {
                 const std::string request = visitor->readAll().toStdString();
                 const std::string path = request.substr(4, request.find(' ', 4) - 4);
-                if (path == "/wait") {
-                    return;
+                if (path != "/wait") {
+                    visitor->write(QByteArray::fromStdString(replies[path]));
+                    visitor->disconnectFromHost();
                 }
-                visitor->write(QByteArray::fromStdString(replies[path]));
-                visitor->disconnectFromHost();
             });
         });
-        fetch = TheDesktop().MakeHTTPSocket();
         fetch->pageReceived = [this](const std::string& /*url*/, int status,
                                      const std::string& content) {
             events.push_back(std::to_string(status) + " " + content);
@@ -61,7 +57,7 @@ class HTTP : public testing::Test {
     std::map<std::string, std::string> replies;
     std::vector<std::string> events;
     QTcpServer server;
-    std::unique_ptr<HTTPSocket> fetch;
+    std::unique_ptr<HTTPSocket> fetch = TheDesktop().MakeHTTPSocket();
 };
 
 TEST_F(HTTP, APageComesWholeWhateverItsStatus) {
@@ -86,20 +82,17 @@ TEST_F(HTTP, WhatIsNoWholeAnswerIsAnError) {
     EXPECT_EQ(EventOf("http://127.0.0.1:1/"), "error 102");
     EXPECT_EQ(EventOf("file:///etc/hostname"), "error " + std::to_string(EINVAL));
     EXPECT_EQ(EventOf(""), "error " + std::to_string(EINVAL));
+    EXPECT_EQ(EventOf("http://none.test/public/"), "error 103"); // see TCPTest.cpp
+    EXPECT_EQ(EventOf("http://later.test/public/"), "error 102");
 }
 
 std::string Gzipped(const std::string& text) {
-    std::string packed(text.size() + 100, '\0');
-    z_stream stream = {};
-    deflateInit2(&stream, Z_BEST_SPEED, Z_DEFLATED, 16 + MAX_WBITS, 8, Z_DEFAULT_STRATEGY);
-    stream.next_in = reinterpret_cast<const Bytef*>(text.data());
-    stream.avail_in = static_cast<uInt>(text.size());
-    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_out = static_cast<uInt>(packed.size());
-    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-    packed.resize(stream.total_out);
-    deflateEnd(&stream);
-    return packed;
+    QProcess gzip;
+    gzip.start(QStringLiteral("gzip"), QStringList());
+    gzip.write(QByteArray::fromStdString(text));
+    gzip.closeWriteChannel();
+    EXPECT_TRUE(gzip.waitForFinished());
+    return gzip.readAllStandardOutput().toStdString();
 }
 
 TEST_F(HTTP, AnEncodedPageThatIsCutOrBrokenIsAnError) {
@@ -137,35 +130,18 @@ TEST_F(HTTP, AnEncodedPageThatIsCutOrBrokenIsAnError) {
     EXPECT_EQ(EventOf(Url("/pieces")), "200 half");
 }
 
-// Whether the resolver here says that there is no such name, or can't say anything.
-TEST_F(HTTP, ANameThatIsNotFoundIsToldAsALinkTellsIt) {
-    const auto link = TheDesktop().MakeTCPSocket();
-    link->address = "nowhere.invalid";
-    link->port = 80;
-    bool failed = false;
-    link->error = [&failed] { failed = true; };
-    link->Connect();
-    ASSERT_TRUE(Eventually([&failed] { return failed; }));
-    EXPECT_EQ(EventOf("http://nowhere.invalid/public/"),
-              "error " + std::to_string(link->LastErrorCode()));
-}
-
-TEST_F(HTTP, ANewFetchCancelsTheOneBefore) {
-    replies["/second"] = "HTTP/1.1 200 OK\r\n\r\nsecond";
+TEST_F(HTTP, AFetchMayBeReplacedOrDestroyedUnderWayAndInItsOwnEvent) {
+    replies["/page"] = "HTTP/1.1 200 OK\r\n\r\npage";
     fetch->Get(Url("/wait"));
     QTest::qWait(1);
-    EXPECT_EQ(EventOf(Url("/second")), "200 second");
-}
-
-TEST_F(HTTP, AFetchMayBeDestroyedUnderWayAndInItsOwnEvent) {
-    replies["/page"] = "HTTP/1.1 200 OK\r\n\r\npage";
+    EXPECT_EQ(EventOf(Url("/page")), "200 page");
     fetch->Get(Url("/wait"));
     LetEventsRun();
     fetch = TheDesktop().MakeHTTPSocket();
     fetch->pageReceived = [this](const std::string&, int, const std::string&) { fetch.reset(); };
     fetch->Get(Url("/page"));
     EXPECT_TRUE(Eventually([this] { return fetch == nullptr; }));
-    EXPECT_TRUE(events.empty());
+    EXPECT_EQ(events.size(), 1U);
 }
 
 } // namespace

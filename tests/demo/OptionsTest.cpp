@@ -9,20 +9,15 @@ namespace {
 
 using Arguments = std::vector<const char*>;
 
-TEST(Options, PortsMayBeARangeAListOrTheSystemsChoice) {
+TEST(Options, ArriveInTheirUnits) {
     using Ports = std::array<std::uint16_t, 7>;
-    const std::pair<Arguments, Ports> cases[] = {
-        {{"--ports", "9000"}, {9000, 9001, 9002, 9003, 9004, 9005, 9006}},
-        {{"--ports=9000-9006"}, {9000, 9001, 9002, 9003, 9004, 9005, 9006}},
-        {{"--ports", "7,6,5,4,3,2,0"}, {7, 6, 5, 4, 3, 2, 0}},
-        {{"--ports", "0"}, {}},
-    };
-    for (const auto& [arguments, ports] : cases) {
-        EXPECT_EQ(std::get<Options>(ParseOptions(arguments)).ports, ports) << arguments.back();
+    constexpr Ports row{9000, 9001, 9002, 9003, 9004, 9005, 9006};
+    for (const auto& [text, ports] :
+         {std::pair{"--ports=9000", row}, std::pair{"--ports=9000-9006", row},
+          std::pair{"--ports=7,6,5,4,3,2,0", Ports{7, 6, 5, 4, 3, 2, 0}},
+          std::pair{"--ports=0", Ports{}}}) {
+        EXPECT_EQ(std::get<Options>(ParseOptions(Arguments{text})).ports, ports) << text;
     }
-}
-
-TEST(Options, ValuesArriveInTheirUnits) {
     const Arguments arguments{"--rate", "12000.9", "--jitter-ms=150", "--drop-after", "2.5",
                               "--seed", "7",       "--newest",        "1.4.0",        "--http-port",
                               "0",      "--bind",  "0.0.0.0",         "--busy",       "--quiet"};

@@ -1,14 +1,75 @@
-#include "demo/Listening.h"
+#include "demo/SharedBand.h"
 
 #include "demo/Link.h"
+#include "demo/WebSocketFrame.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <string>
+#include <vector>
 
 namespace larkspool::demo {
 namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+
+// A frame as a client sends it, masked; the first byte says what kind it is.
+Bytes ClientFrame(std::string_view text, std::uint8_t first = 0x82) {
+    constexpr std::uint8_t key[] = {0x37, 0xFA, 0x21, 0x3D};
+    const Bytes payload(text.begin(), text.end());
+    auto frame = EncodeFrame(Opcode::Binary, payload);
+    frame.resize(frame.size() - payload.size());
+    frame[0] = first;
+    frame[1] |= 0x80;
+    frame.insert(frame.end(), key, key + 4);
+    for (std::size_t i = 0; i < payload.size(); ++i) {
+        frame.push_back(payload[i] ^ key[i % 4]);
+    }
+    return frame;
+}
+
+TEST(FrameReader, FramesInPiecesOfAnySizeAreDeliveredOnce) {
+    const std::string longText(300, 'x');
+    Bytes stream{0x82, 0x7F, 0, 0, 0, 0, 0, 0, 0, 3, 'f', 'a', 'r'};
+    for (const Bytes& frame :
+         {ClientFrame("SET keepalive"), ClientFrame(longText), ClientFrame("SET mod", 0x01),
+          ClientFrame("still there?", 0x89), ClientFrame("=am", 0x80), ClientFrame("")}) {
+        stream.insert(stream.end(), frame.begin(), frame.end());
+    }
+    const std::vector<std::string> wanted{"far",          "SET keepalive", longText,
+                                          "still there?", "SET mod=am",    ""};
+    for (const std::size_t pieceSize : {1U, 2U, 3U, 7U, 50U, 1000U}) {
+        FrameReader reader;
+        std::vector<std::string> payloads;
+        for (std::size_t at = 0; at < stream.size(); at += pieceSize) {
+            reader.Add(std::span(stream).subspan(at, std::min(pieceSize, stream.size() - at)));
+            while (const auto message = reader.Next()) {
+                payloads.push_back(message->payload);
+            }
+        }
+        EXPECT_EQ(payloads, wanted) << pieceSize;
+    }
+}
+
+TEST(FrameReader, WhatNoClientSendsEndsTheLinkInsteadOfFillingMemory) {
+    const Bytes tooLong{0x82, 0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 1, 2, 3, 4};
+    const std::string half(10'000, 'x');
+    const std::vector<Bytes> cases[] = {
+        {tooLong},
+        {ClientFrame("an end without a beginning", 0x80)},
+        {ClientFrame(half, 0x02), ClientFrame(half, 0x00)},
+    };
+    for (const auto& frames : cases) {
+        FrameReader reader;
+        for (const Bytes& frame : frames) {
+            reader.Add(frame);
+            EXPECT_FALSE(reader.Next());
+        }
+        EXPECT_TRUE(reader.HasFailed()) << frames.size();
+    }
+}
 
 using Messages = std::vector<std::string>;
 
@@ -78,16 +139,6 @@ TEST_F(LinkTest, SessionOpensStepByStep) {
     EXPECT_EQ(Count(Take(), "SND"), 2);
 }
 
-TEST_F(LinkTest, FramesKeepTheToldRate) {
-    EXPECT_EQ(Count(StartListening({.rate = 12000.9}), "audio_rate=12000.9"), 1);
-    std::size_t frames = 0;
-    for (int i = 0; i < 20; ++i) {
-        Pass(1.0);
-        frames += Take().size();
-    }
-    EXPECT_EQ(frames, static_cast<std::size_t>(20.0 * 12000.9 / 512.0));
-}
-
 TEST(Command, ChangesWhatItNamesAndNothingElse) {
     Tuning tuning;
     for (const char* command :
@@ -119,7 +170,7 @@ TEST_F(LinkTest, RowsComeAtTheAskedPaceOnceTheViewIsKnown) {
     }
 }
 
-TEST_F(LinkTest, SlowReaderLosesFramesAndSeesTheGap) {
+TEST_F(LinkTest, SlowReaderSeesTheGapAndComputerThatSleptGoesOnWithThePresent) {
     StartListening();
     Pass(10.0);
     const auto late = Take();
@@ -127,23 +178,19 @@ TEST_F(LinkTest, SlowReaderLosesFramesAndSeesTheGap) {
     EXPECT_GE(late.size(), 44U);
     EXPECT_EQ(SequenceOf(late.back()), static_cast<int>(late.size()) - 1);
     Pass(0.1);
-    EXPECT_GE(SequenceOf(Take().at(0)), 230);
-}
-
-TEST_F(LinkTest, ComputerThatSleptGoesOnWithThePresent) {
-    StartListening();
-    Pass(1.0);
-    const auto before = static_cast<int>(Take().size());
+    const int before = SequenceOf(Take().at(0));
+    EXPECT_GE(before, 230);
     Pass(50.0, 50.0);
     EXPECT_LE(Take().size(), 2U);
     Pass(1.0);
     const auto after = Take();
     EXPECT_NEAR(static_cast<double>(after.size()), 23.0, 1.0);
-    EXPECT_LE(SequenceOf(after.at(0)), before + 2);
+    EXPECT_LE(SequenceOf(after.at(0)), before + 4);
 }
 
-TEST_F(LinkTest, JitterDelaysButKeepsTheOrder) {
-    StartListening({.jitterSeconds = 0.3});
+TEST_F(LinkTest, JitterDelaysButKeepsOrderAndRate) {
+    EXPECT_EQ(Count(StartListening({.rate = 24000.5, .jitterSeconds = 0.3}), "audio_rate=24000.5"),
+              1);
     int wanted = 0;
     std::size_t largestBunch = 0;
     for (int i = 0; i < 300; ++i) {
@@ -154,11 +201,12 @@ TEST_F(LinkTest, JitterDelaysButKeepsTheOrder) {
             EXPECT_EQ(SequenceOf(message), wanted++);
         }
     }
-    EXPECT_GT(wanted, 60);
+    EXPECT_GT(wanted, 126); // of 140
+    EXPECT_LT(wanted, 141);
     EXPECT_GE(largestBunch, 3U);
 }
 
-TEST_F(LinkTest, LinksAreCutInTime) {
+TEST_F(LinkTest, LinksEndInTimeAndWithAnAnswer) {
     for (const auto& [what, dropAfter, seconds] :
          {std::tuple{"a silent client", 0.0, 60.0}, std::tuple{"an option", 5.0, 5.0}}) {
         Open(LinkKind::Sound, {.dropAfterSeconds = dropAfter});
@@ -167,14 +215,8 @@ TEST_F(LinkTest, LinksAreCutInTime) {
         Pass(1.0, 0.1);
         EXPECT_TRUE(link->IsCut(now)) << what;
     }
-}
-
-TEST_F(LinkTest, BusyReceiverSaysSoInsteadOfStarting) {
     EXPECT_EQ(StartListening({.busy = true}), Messages{"MSG too_busy=4"});
     EXPECT_TRUE(link->IsEnding());
-}
-
-TEST_F(LinkTest, PingAndCloseAreAnsweredWithTheirPayload) {
     Open(LinkKind::Waterfall);
     for (const auto& [asked, answer] : {std::pair{0x89, 0x8A}, std::pair{0x88, 0x88}}) {
         EXPECT_FALSE(link->IsEnding());

@@ -20,7 +20,8 @@ namespace larkspool {
 namespace {
 
 // What the resolver of this process says of names that end in ".test": their addresses, in that
-// order; without any there is no such name. Other names are looked up as ever.
+// order; without any there is no such name, and of "later.test" nothing is known yet. Other names
+// are looked up as ever.
 std::map<std::string, std::vector<std::string>> scriptedNames;
 
 } // namespace
@@ -33,6 +34,9 @@ getaddrinfo(const char* name, const char* service, const addrinfo* hints, addrin
     static const auto real = reinterpret_cast<Real>(dlsym(RTLD_NEXT, "getaddrinfo"));
     if (name == nullptr || !std::string(name).ends_with(".test")) {
         return real(name, service, hints, result);
+    }
+    if (std::string(name) == "later.test") {
+        return EAI_AGAIN;
     }
     addrinfo literal = *hints;
     literal.ai_flags = AI_NUMERICHOST;
@@ -55,9 +59,8 @@ namespace {
 // A socket of the program's that tells its events, and a peer on this computer.
 class TCP : public testing::Test {
   protected:
-    void SetUp() override {
-        ASSERT_TRUE(server.listen(QHostAddress::LocalHost));
-        socket = TheDesktop().MakeTCPSocket();
+    TCP() {
+        EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
         socket->address = "127.0.0.1";
         socket->port = server.serverPort();
         socket->connected = [this] { events.emplace_back("connected"); };
@@ -92,25 +95,19 @@ class TCP : public testing::Test {
     std::string received;
     QTcpServer server;
     QTcpSocket* peer = nullptr; // the server owns it
-    std::unique_ptr<TCPSocket> socket;
+    std::unique_ptr<TCPSocket> socket = TheDesktop().MakeTCPSocket();
 };
 
-TEST_F(TCP, DisconnectReportsTheLossBeforeItReturns) {
+TEST_F(TCP, DisconnectReportsTheLossOnceBeforeItReturns) {
     Join();
     socket->Disconnect();
     EXPECT_EQ(events, (Events{"error 102"}));
     EXPECT_FALSE(socket->IsConnected());
     socket->Disconnect();
-    LetEventsRun();
-    EXPECT_EQ(events, (Events{"error 102"}));
     socket->Connect();
     socket->Disconnect();
-    EXPECT_EQ(events, (Events{"error 102", "error 102"}));
     LetEventsRun();
-    EXPECT_EQ(events.size(), 2U);
-}
-
-TEST_F(TCP, DisconnectTellsALossThatItFindsOnlyOnce) {
+    EXPECT_EQ(events, (Events{"error 102", "error 102"}));
     Join();
     const linger reset = {.l_onoff = 1, .l_linger = 0};
     setsockopt(static_cast<int>(peer->socketDescriptor()), SOL_SOCKET, SO_LINGER, &reset,
@@ -133,13 +130,11 @@ TEST_F(TCP, ATargetThatIsNoneIsReportedLaterAndSaysWhy) {
     using enum SocketFailure;
     scriptedNames["mixed.test"] = {"::1", "127.0.0.1"};
     for (const auto& [address, port, code, failure] :
-         {Case{"", 8073, 103, NoSuchName}, Case{"a b", 8073, 103, NoSuchName},
-          Case{"a\nb", 8073, 103, NoSuchName}, Case{"http://a.test", 8073, 103, NoSuchName},
-          Case{"a.test:8073", 8073, 103, NoSuchName}, Case{"none.test", 8073, 103, NoSuchName},
+         {Case{"", 8073, 103, NoSuchName}, Case{"a.test:8073", 8073, 103, NoSuchName},
+          Case{"none.test", 8073, 103, NoSuchName}, Case{"later.test", 8073, 102, NoResolver},
           Case{"127.0.0.1", 0, EINVAL, NoSuchPort}, Case{"127.0.0.1", 65536, EINVAL, NoSuchPort},
-          Case{"127.0.0.1", -1, EINVAL, NoSuchPort}, Case{"127.0.0.1", 1, 102, Refused},
-          Case{"[::1]", 1, 102, Refused}, Case{"mixed.test", 1, 102, Refused},
-          Case{"255.255.255.255", 1, 102, Unreachable}}) {
+          Case{"127.0.0.1", 1, 102, Refused}, Case{"[::1]", 1, 102, Refused},
+          Case{"mixed.test", 1, 102, Refused}, Case{"255.255.255.255", 1, 102, Unreachable}}) {
         SCOPED_TRACE(address);
         EXPECT_EQ(EventsOfConnect(address, port), Events{"error " + std::to_string(code)});
         EXPECT_EQ(socket->LastFailure(), failure);
@@ -185,8 +180,6 @@ TEST_F(TCP, OfANamesAddressesTheFirstThatAnswersIsTaken) {
         std::vector<std::string> addresses;
         const char* taken;
     } cases[] = {
-        {{"127.0.0.1"}, "127.0.0.1"},
-        {{"::1"}, "::1"},
         {{"127.0.0.1", "127.0.0.3", "::1"}, "127.0.0.1"},       // and no other is asked
         {{"127.0.0.2", "127.0.0.1"}, "127.0.0.1"},              // the first is silent
         {{"127.0.0.4", "127.0.0.2", "127.0.0.1"}, "127.0.0.1"}, // the first refuses

@@ -9,18 +9,20 @@
 #include <cmath>
 #include <cstdlib>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace larkspool {
 namespace {
 
-// A picture below a yellow mark. Each column and each row that it ever had has a colour of its own.
+// Each column and each row that its picture ever had has a color of its own.
 class Scrolling : public Canvas {
   public:
-    Scrolling() { Begin(100, 20); }
+    Scrolling() { Begin(100); }
 
-    void Begin(int width, int height) {
-        picture = Picture(width, height);
-        for (int row = 0; row < height; ++row) {
+    void Begin(int width) {
+        picture = Picture(width, 20);
+        for (int row = 0; row < picture.Height(); ++row) {
             PutRow();
         }
         Invalidate();
@@ -32,13 +34,9 @@ class Scrolling : public Canvas {
 
     void Event_Paint(Graphics& g) override {
         ++paints;
-        if (!shows) {
-            return;
+        if (shows) {
+            g.DrawPicture(picture, 0, 5, g.Width(), g.Height() - 5);
         }
-        g.DrawPicture(picture, 0, 5, g.Width(), g.Height() - 5);
-        g.SetForeColor({255, 255, 0});
-        g.FillRect(10, 0, 20, 4);
-        g.FillRect(-50, -50, 10, 10);
     }
 
     Picture picture{0, 0};
@@ -59,20 +57,16 @@ class Scrolling : public Canvas {
 
 class CanvasView : public testing::Test {
   protected:
-    void Open(int width, int height = 25) {
-        window.SetTitle("Canvas");
-        canvas.Place("Canvas", {20, 30, width, height}, {true, true, true, true});
-        canvas.spokenName = "Waterfall";
-        window.AddControl(canvas);
+    void SetUp() override {
+        window.Add(canvas, "Canvas", {20, 30, 100, 25}, {true, true, true, true});
         window.Open();
+        widget = &window.Find<QWidget>("Canvas");
     }
 
-    QImage Seen() const { return window.Find<QWidget>("Canvas").grab().toImage(); }
-
-    // The picture fills what is below the mark: for each of the screen's pixels the nearest one. A
-    // row that has come since the whole was drawn may begin a line earlier or later.
+    // The picture fills its place: each of the screen's pixels shows the nearest one of the
+    // picture's. A row that has come since the whole was drawn may begin a line earlier or later.
     void ExpectPicture(int tolerance, const std::string& when) {
-        const QImage seen = Seen();
+        const QImage seen = widget->grab().toImage();
         const int top = qRound(5 * seen.devicePixelRatio());
         const int height = seen.height() - top;
         for (int y = 0; y < height; ++y) {
@@ -91,18 +85,14 @@ class CanvasView : public testing::Test {
 
     Scrolling canvas;
     TestWindow window;
+    QWidget* widget = nullptr;
 };
 
 // Also run at other scales of the screen, where the picture is scaled whatever its size.
 TEST_F(CanvasView, AScaledPictureIsNotBlurredHoweverItScrolls) {
-    struct Case {
-        int width;
-        int height; // of the picture's place
-    };
-    Open(100);
     for (const auto& [width, height] :
-         {Case{100, 20}, Case{200, 40}, Case{150, 30}, Case{93, 17}}) {
-        const double scale = window.Find<QWidget>("Canvas").devicePixelRatio() * height / 20;
+         {std::pair{100, 20}, std::pair{200, 40}, std::pair{150, 30}, std::pair{93, 17}}) {
+        const double scale = widget->devicePixelRatio() * height / 20;
         const int tolerance = scale == std::floor(scale) ? 0 : 1;
         canvas.Follow(width - 100, height - 20);
         ExpectPicture(0, "in its place");
@@ -113,46 +103,33 @@ TEST_F(CanvasView, AScaledPictureIsNotBlurredHoweverItScrolls) {
             ExpectPicture(tolerance, std::to_string(count) + " rows at " + std::to_string(scale));
         }
         for (const int columns : {60, 100, 100}) {
-            canvas.Begin(columns, 20);
+            canvas.Begin(columns);
             ExpectPicture(0, "another picture");
         }
     }
 }
 
-TEST_F(CanvasView, WhereNothingIsPaintedTheWindowShows) {
-    canvas.shows = false;
-    Open(100);
-    auto& shell = window.Shell();
-    const QImage seen = shell.grab().toImage();
-    const QPoint place = window.Find<QWidget>("Canvas").mapTo(&shell, QPoint(50, 12));
-    EXPECT_EQ(seen.pixel(place), shell.palette().color(QPalette::Window).rgb());
-}
-
-TEST_F(CanvasView, ManyRequestsMakeOnePaint) {
-    Open(100);
+TEST_F(CanvasView, AClickTellsItsPlaceAndManyRequestsMakeOnePaint) {
+    std::vector<QPoint> clicks;
+    canvas.mouseDown = [&](int x, int y) {
+        clicks.emplace_back(x, y);
+        return true;
+    };
+    QTest::mouseClick(widget, Qt::LeftButton, {}, {33, 7});
+    QTest::mouseDClick(widget, Qt::LeftButton, {}, {80, 7}); // its second press is no click
+    EXPECT_EQ(clicks, std::vector{QPoint(33, 7)});
+    EXPECT_FALSE(widget->hasFocus());
     LetEventsRun();
     canvas.paints = 0;
+    canvas.shows = false;
     for (int row = 0; row < 100; ++row) {
         canvas.Invalidate();
     }
     LetEventsRun();
     EXPECT_EQ(canvas.paints, 1);
-}
-
-TEST_F(CanvasView, AClickTellsItsPlaceFromTheCanvasCorner) {
-    QPoint clicked;
-    int clicks = 0;
-    canvas.mouseDown = [&](int x, int y) {
-        clicked = {x, y};
-        ++clicks;
-        return true;
-    };
-    Open(100);
-    QTest::mouseClick(&window.Find<QWidget>("Canvas"), Qt::LeftButton, {}, {33, 7});
-    EXPECT_EQ(clicked, QPoint(33, 7));
-    QTest::mouseDClick(&window.Find<QWidget>("Canvas"), Qt::LeftButton, {}, {80, 7});
-    EXPECT_EQ(clicks, 1) << "the second press of a double click is no click";
-    EXPECT_FALSE(window.Find<QWidget>("Canvas").hasFocus());
+    const QPoint place = widget->mapTo(&window.Shell(), QPoint(50, 12));
+    EXPECT_EQ(window.Shell().grab().toImage().pixel(place),
+              window.Shell().palette().color(QPalette::Window).rgb());
 }
 
 } // namespace
