@@ -14,7 +14,7 @@ class Label : public Control {
     const std::string& Text() const { return text; }
     void SetText(std::string value);
 
-    // Without a colour of its own a label has the palette's.
+    // Without a color of its own a label has the palette's.
     const std::optional<Color>& TextColor() const { return textColor; }
     void SetTextColor(Color value);
 
