@@ -223,7 +223,7 @@ TEST_F(EngineTest, AReopenedDeviceCostsNothingOfTheQueue) {
         for (int i = 0; i < 20; ++i) { // a second without a device
             Push(source.Next(600));
             clock += 0.05;
-            engine.PlayToNobody();
+            engine.PlayUnheard();
         }
         Open(44100);
         std::vector<float> buffer(callback);
