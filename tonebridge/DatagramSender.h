@@ -10,8 +10,8 @@
 
 namespace tonebridge {
 
-// Sends datagrams to everyone on the local network. Looks for that network again every second, and
-// whenever a datagram fails. Owned by the library.
+// Sends datagrams to the broadcast address, which it looks up again every second and after each
+// datagram that fails. Owned by the library.
 class DatagramSender {
   public:
     explicit DatagramSender(std::function<std::string()> findBroadcastAddress);

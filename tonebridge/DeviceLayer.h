@@ -18,13 +18,13 @@ struct DeviceSide {
     bool isDefault = false;
 };
 
-// What an open stream needs from its owner, on the sound server's threads.
+// What an open stream calls, on the sound server's threads.
 class StreamClient {
   public:
     virtual ~StreamClient() = default;
     // Fills the next frames, two samples each, left before right. Must not wait.
     virtual void RenderStereo(std::span<float> samples) = 0;
-    // The device is lost. Nothing more is rendered; the owner closes the stream.
+    // The device is lost. The stream renders nothing more; its owner closes it.
     virtual void StreamFailed() = 0;
 };
 

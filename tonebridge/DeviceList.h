@@ -24,8 +24,8 @@ struct Device {
     std::uint32_t outputNumber = None; // among the devices with outputs
 };
 
-// The devices of one scan, in the order in which the user sees them: outputs first, the default one
-// ahead of the others.
+// The devices of one scan, in the order in which the user sees them: the default output, the other
+// outputs, then the inputs.
 class DeviceList {
   public:
     static constexpr std::size_t RecordSize = 1024;

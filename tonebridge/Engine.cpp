@@ -10,11 +10,11 @@ namespace {
 
 constexpr std::size_t RingCapacity = std::size_t{1} << 20; // 4 s at the highest rate
 constexpr unsigned RateBits = 20;
-constexpr double LongestPriming = 1.0;           // s
-constexpr double OverflowFill = 2.5;             // s, cut back at once
-constexpr double Overfilled = 1.35;              // s, cut back after a while
-constexpr double OverfilledTime = 10.0;          // s
-constexpr double LongestAbsence = 5.0;           // s, what is caught up with where nobody hears it
+constexpr double LongestPriming = 1.0;  // s
+constexpr double OverflowFill = 2.5;    // s, cut back at once
+constexpr double Overfilled = 1.35;     // s, cut back after a while
+constexpr double OverfilledTime = 10.0; // s
+constexpr double LongestAbsence = 5.0;  // s, the longest pause after which PlayUnheard catches up
 constexpr std::int64_t OpeningTime = 50'000'000; // ns in which a device fills its buffers
 
 std::uint64_t PositionOf(std::uint64_t stream) { return stream >> RateBits; }
@@ -62,7 +62,8 @@ void Engine::SetVolume(double loudness) {
 
 void Engine::BeginStream(std::int64_t rate) {
     if (!resampler) {
-        resampler = std::make_unique<Resampler>(); // takes some ms, which a start can do without
+        resampler =
+            std::make_unique<Resampler>(); // takes some ms, too long for the program's start
     }
     pushedRate = rate;
     newestStream.store((ring.WritePosition() << RateBits) | static_cast<std::uint64_t>(rate),
@@ -71,7 +72,7 @@ void Engine::BeginStream(std::int64_t rate) {
 
 void Engine::Render(std::span<float> out) {
     if (IsOpening()) {
-        PlayToNobody();
+        PlayUnheard();
         std::fill(out.begin(), out.end(), 0.0F);
         return;
     }
@@ -87,8 +88,8 @@ void Engine::OpenDevice(std::uint32_t rate) {
     isEnding.store(false, std::memory_order_relaxed);
 }
 
-// A device asks for its first buffers all at once. Taken from the queue they
-// would leave it short by as much.
+// A device asks for its first buffers all at once. If they were filled from the queue, the queue
+// would have too little left.
 bool Engine::IsOpening() {
     if (!isOpening) {
         return false;
@@ -97,7 +98,7 @@ bool Engine::IsOpening() {
     openedAt = openedAt.value_or(time);
     isOpening = time - *openedAt < OpeningTime;
     if (!isOpening) {
-        PlayToNobody();
+        PlayUnheard();
         fade = GainRamp{0.0F};
         fade.Aim(state == State::Playing ? 1.0F : 0.0F, FadeFrames());
         volume = GainRamp{wantedGain.load(std::memory_order_relaxed)};
@@ -105,7 +106,7 @@ bool Engine::IsOpening() {
     return isOpening;
 }
 
-void Engine::PlayToNobody() {
+void Engine::PlayUnheard() {
     const auto absence = static_cast<std::int64_t>(LongestAbsence * 1e9);
     const std::int64_t time = now();
     playedUntil = std::max(playedUntil, time - absence);
@@ -129,7 +130,7 @@ void Engine::Advance(std::span<float> out) {
 }
 
 void Engine::LookForNewStream() {
-    // The end first: whoever sees samples of a new stream then sees its start too.
+    // Read the end first: then a new stream's start is known whenever its samples are.
     const std::uint64_t end = ring.WritePosition();
     const std::uint64_t newest = newestStream.load(std::memory_order_acquire);
     if (newest == currentStream) {
@@ -137,7 +138,7 @@ void Engine::LookForNewStream() {
         return;
     }
     if (pendingStream == currentStream) {
-        // Until it has faded out, the old stream plays on to its end.
+        // The old stream fades out, and nothing after its end is part of the fade.
         reader.SetEnd(PositionOf(newest));
     }
     pendingStream = newest;
@@ -168,15 +169,15 @@ double Engine::MeasureFill(double longestBlock) const {
         std::min(lastBlock.load(std::memory_order_relaxed) / streamRate, longestBlock);
     const std::int64_t time = now();
     const std::int64_t age = time - lastArrival.load(std::memory_order_relaxed);
-    // A block arrives whole but is played bit by bit: this evens out the steps.
+    // A block arrives at once but is played gradually: this evens out the steps.
     const double sinceArrival = std::clamp(static_cast<double>(age) * 1e-9, 0.0, block);
     const double behind = static_cast<double>(time - playedUntil) * 1e-9;
     return queued / streamRate + sinceArrival - block / 2.0 - behind;
 }
 
 void Engine::StartIfFilled() {
-    // Counting a long block by halves delays the start until the first frame
-    // behind the priming silence shows how late frames are.
+    // Only half of a long block is counted. This delays the start until the first frame after the
+    // priming silence, which shows how late frames are.
     if (streamRate <= 0.0 || MeasureFill(LongestPriming) < RateController::Target) {
         return;
     }

@@ -16,9 +16,9 @@
 
 namespace tonebridge {
 
-// Takes blocks of samples as they come off the network and gives a steady
-// stream at the device's rate, without a gap, a click or a drift. One thread
-// pushes, one renders; neither waits for the other. Owned by the library.
+// Takes blocks of samples as they come from the network and makes a steady stream at the device's
+// rate of them, without a gap, a click or a drift. One thread pushes, one renders; neither waits
+// for the other. Owned by the library.
 class Engine {
   public:
     static constexpr std::int64_t NewStream = -999;
@@ -30,20 +30,21 @@ class Engine {
 
     // The network's thread. Allocates at the first stream and never again.
     void Push(std::int64_t count, const std::int16_t* samples, std::int64_t rate);
-    // Any thread. 0 to 1: half as loud at 0.5, the samples as they are at 1.
+    // Any thread. 0 to 1: half as loud at 0.5, the samples are not changed at 1.
     void SetVolume(double loudness);
 
     // The device's thread, mono, -1 to 1.
     void Render(std::span<float> out);
-    // Before a device renders for the first time, at this rate in Hz. It fills its own buffers with
-    // silence, then the sound fades in where it would be by the clock.
+    // Call it before a device renders for the first time, with its rate in Hz. The device's own
+    // buffers are filled with silence; then the sound fades in at the place where the clock is.
     void OpenDevice(std::uint32_t rate);
-    // Any thread, before the device is closed: its sound fades out and stays out.
+    // Any thread. Call it before the device is closed: its sound fades out and stays silent.
     void FadeOutForGood() { isEnding.store(true, std::memory_order_relaxed); }
-    // While there is no device: keeps the queue going by the clock, unheard.
-    void PlayToNobody();
+    // Takes the sound from the queue until the present and drops it. Call it while there is no
+    // device, so that the sound is on time when there is one.
+    void PlayUnheard();
 
-    // For tests and benches, from the thread that renders; the last one from the one that pushes.
+    // For tests and benches, on the rendering thread; DroppedSamples on the pushing thread.
     std::uint64_t Underruns() const { return underruns; }
     std::uint64_t Trims() const { return trims; }
     double Fill() const { return MeasureFill(LongestFrame); }
@@ -52,7 +53,7 @@ class Engine {
 
   private:
     enum class State { Holding, Playing, FadingOut };
-    static constexpr double LongestFrame = 0.1; // s, a longer block is a lump of several
+    static constexpr double LongestFrame = 0.1; // s, a longer block has several frames
 
     void BeginStream(std::int64_t rate);
     void LookForNewStream();
@@ -75,19 +76,18 @@ class Engine {
     const std::function<std::int64_t()> now;
     SampleRing ring;
 
-    // Written by the pushing thread. The start of the newest stream: its
-    // position above, its rate in the lowest 20 bits.
+    // Written by the pushing thread. The start of the newest stream: its position in the upper
+    // bits, its rate in the lowest 20.
     std::atomic<std::uint64_t> newestStream{0};
     std::atomic<std::int64_t> lastArrival{0};
     std::atomic<std::uint32_t> lastBlock{0};
     std::int64_t pushedRate = 0;
     std::uint64_t dropped = 0;
 
-    // Made by the pushing thread ahead of the first stream, and from then on the rendering
-    // thread's.
+    // The pushing thread makes it before the first stream, then only the rendering thread uses it.
     std::unique_ptr<Resampler> resampler;
 
-    // Of the rendering thread alone.
+    // Used by the rendering thread only.
     SampleReader reader;
     RateController controller;
     State state = State::Holding;
@@ -98,7 +98,7 @@ class Engine {
     double streamRate = 0.0;
     std::uint32_t deviceRate = 48000;
     double overfilledFor = 0.0;
-    std::int64_t playedUntil = 0; // on the clock
+    std::int64_t playedUntil = 0; // ns on the clock
     bool isOpening = false;
     std::optional<std::int64_t> openedAt; // when the device asked for its first buffer
     std::uint64_t underruns = 0;

@@ -14,13 +14,13 @@ constexpr std::chrono::seconds ReturnInterval{2};
 constexpr std::chrono::milliseconds SoftEnd{350};
 constexpr int MostFailures = 3;
 constexpr std::uint32_t LowestRate = 44100;
-constexpr std::uint32_t UsualRate = 48000; // a higher rate costs more and sounds the same
+constexpr std::uint32_t UsualRate = 48000; // a higher rate costs more and sounds no better
 
 std::uint32_t StreamRate(const DeviceSide& output) {
     return output.rate == 0 ? UsualRate : std::clamp(output.rate, LowestRate, UsualRate);
 }
 
-// The client of a device that is opened only as a trial.
+// The client of a device that is opened only to find out whether it can be.
 class SilentClient : public StreamClient {
     void RenderStereo(std::span<float> samples) override {
         std::fill(samples.begin(), samples.end(), 0.0F);
@@ -70,7 +70,7 @@ void OutputKeeper::Tick(Time now) {
         }
     }
     if (!stream) {
-        engine.PlayToNobody();
+        engine.PlayUnheard();
     }
 }
 

@@ -10,25 +10,25 @@
 
 namespace tonebridge {
 
-// Decides what plays where: opens the wanted output, replaces one that is lost and returns to it.
-// Without a device it keeps the engine going. Used by one thread, and waits for nothing but the
-// sound server. Owned by the worker.
+// Decides which output plays: opens the wanted one, uses another while it is lost, and returns to
+// it. Without a device it takes the sound from the engine. Used by one thread, and waits only for
+// the sound server. Owned by the worker.
 class OutputKeeper {
   public:
     // Any steady clock.
     using Time = std::chrono::nanoseconds;
 
-    // The client gives an open stream its sound.
+    // An open stream gets its sound from the client.
     OutputKeeper(Engine& sound, StreamClient& streamClient, DeviceLayerFactory connectToServer);
 
     DeviceList Scan() const;
-    // Fades out the open output and replaces it by this one: a device without a name is the default
-    // one, and no device is silence.
+    // Fades out the open output and opens this one. A device without a name is the default output;
+    // without a device there is silence.
     void Want(std::optional<Device> device, Time now);
-    // The events that the client received.
+    // Call it when the client has got this event.
     void StreamFailed();
 
-    // Does what is due. To be called after each of these, and again within NextTick.
+    // Does what is due. Call it after each of these calls, and again within NextTick.
     void Tick(Time now);
     // Empty if there is nothing to do until one of the calls above.
     std::optional<Time> NextTick(Time now) const;

@@ -11,9 +11,9 @@
 
 namespace tonebridge {
 
-// The control thread's work: it alone has the keeper, and with it the sound server. Other threads
-// leave their requests in a few fields that it reads when it has time. Shared by SoundOutput and
-// the thread.
+// The work of the control thread, which is the only one that uses the keeper and the sound server.
+// Other threads put their requests into a few fields, and it reads them when it has time. Owned by
+// SoundOutput and the thread together.
 class OutputWorker : public StreamClient {
   public:
     OutputWorker(std::shared_ptr<Engine> sound, DeviceLayerFactory connectToServer);

@@ -12,7 +12,7 @@ class RateController {
 
     // For a new stream, which may have another clock.
     void Clear() { *this = RateController{}; }
-    // After a jump of the fill; keeps what it knows of the clocks.
+    // After a jump of the fill. It keeps what it has learned of the clocks.
     void Settle(double fill) { meanFill = fill; }
     // Takes the fill in seconds, elapsed seconds after the last one.
     void Update(double fill, double elapsed);

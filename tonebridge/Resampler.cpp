@@ -8,8 +8,8 @@
 namespace tonebridge {
 
 Resampler::Resampler() : upward(MakeConverter(1.0)), any(MakeConverter(LongestStride)) {
-    // Their queues grow now and not when sound plays: each does so until some
-    // thousands of samples have gone through.
+    // The converters' queues grow until some thousands of samples have passed through. This lets
+    // them grow now and not while sound plays.
     constexpr int Rounds = 6;
     for (int round = 0; round < Rounds; ++round) {
         for (const double stride : {0.95, 1.5, 3.0, 5.5, 0.25}) {
@@ -33,7 +33,7 @@ Resampler::Converter Resampler::MakeConverter(double longestStride) {
 void Resampler::Deleter::operator()(soxr* converter) const { soxr_delete(converter); }
 
 void Resampler::Clear(double stride) {
-    // Low enough for any other rate of the device.
+    // Stays below 1 if the device is opened again at 44,100 Hz.
     constexpr double LongestUpward = 0.9;
     used = stride < LongestUpward ? upward.get() : any.get();
     Flush(stride);
@@ -62,7 +62,7 @@ std::size_t Resampler::Pull(SampleReader& reader, std::span<float> out, double s
 }
 
 double Resampler::LookAhead(double stride) {
-    // 240 samples, and for each halving of the rate a filter more.
+    // 240 samples, and one more filter for each halving of the rate.
     constexpr double Margin = 1.01;
     const double halvings = std::max(0.0, std::floor(std::log2(stride * Margin)));
     return 360.0 * std::exp2(halvings) - 120.0;
@@ -70,7 +70,7 @@ double Resampler::LookAhead(double stride) {
 
 std::size_t Resampler::Make(SampleReader& reader, std::span<float> out, double stride) {
     soxr_set_io_ratio(used, stride, 0);
-    // What it holds comes first: at the end of what is queued nothing may stay behind.
+    // First what it holds already: nothing may be left in it at the end of the queue.
     std::size_t made = Convert({}, out);
     while (made < out.size()) {
         const double missing = std::ceil(static_cast<double>(out.size() - made) * stride);
@@ -88,17 +88,17 @@ std::size_t Resampler::Make(SampleReader& reader, std::span<float> out, double s
 std::size_t Resampler::Convert(std::span<const float> in, std::span<float> out) {
     std::size_t fed = 0;
     std::size_t made = 0;
-    // A null pointer would end its stream for good.
+    // A null pointer would tell the converter that the stream ends.
     const float* const data = in.empty() ? input.data() : in.data();
     if (soxr_process(used, data, in.size(), &fed, out.data(), out.size(), &made) != nullptr) {
-        fed = in.size(); // lost, so that no caller goes round for ever
+        fed = in.size(); // lost, so that no caller repeats this without end
         made = 0;
     }
     taken += static_cast<double>(fed);
     return made;
 }
 
-// Feeds silence until nothing else is left. Its own way of clearing allocates.
+// Feeds silence until it holds nothing else. The converter's own function for this allocates.
 void Resampler::Flush(double stride) {
     soxr_set_io_ratio(used, stride, 0);
     std::array<float, StepFrames> lost{};
@@ -113,7 +113,7 @@ void Resampler::Flush(double stride) {
     lastStride = stride;
 }
 
-// False where the reader runs dry before the first frame of its own.
+// False if the reader has no more samples before the first frame that may be heard.
 bool Resampler::SkipOldFrames(SampleReader& reader, double stride) {
     std::array<float, StepFrames> lost{};
     while (unheard >= stride) {

@@ -19,19 +19,20 @@ class Resampler {
 
     Resampler();
 
-    // Drops all sound that it holds; the next frame is the next sample's, at about this stride.
+    // Drops all sound that it holds, so that the next frame is made of the samples that are read
+    // next, at about this stride.
     void Clear(double stride);
-    // Fills out from reader, gliding to stride; returns the number of frames, fewer only if the
-    // reader and the converter have no more.
+    // Fills out from reader while the ratio changes gradually to stride. Returns the number of
+    // frames, which is less than asked for only if reader and converter have no more.
     std::size_t Pull(SampleReader& reader, std::span<float> out, double stride);
     // Input samples taken from the reader but not yet heard.
     double Held() const { return taken - heard; }
-    // Input samples after a frame that are needed to make it.
+    // Input samples that must follow a frame before it can be made.
     static double LookAhead(double stride);
 
   private:
-    // Output frames at one ratio. Steps keep the count of what is held exact, which the converter's
-    // own glide over a whole block does not.
+    // Output frames at one ratio. With steps the count of held samples stays exact; with the
+    // converter's own gradual change over a whole block it doesn't.
     static constexpr std::size_t StepFrames = 64;
 
     struct Deleter {
@@ -52,7 +53,7 @@ class Resampler {
     soxr* used = nullptr;
     std::array<float, StepFrames * LongestStride> input{};
     double lastStride = 1.0;
-    double unheard = 0.0; // input samples of silence that are left from Clear
+    double unheard = 0.0; // input samples of silence that Clear has left
     double taken = 0.0;
     double heard = 0.0;
 };

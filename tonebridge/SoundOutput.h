@@ -15,8 +15,8 @@ namespace tonebridge {
 class OutputWorker;
 
 // Keeps the chosen output open on a thread of its own, so that no caller ever waits for a sound
-// server. While no device is open, that thread takes the engine's sound and drops it, so that it
-// stays live. Owned by the library.
+// server. While no device is open, that thread takes the engine's sound and drops it, so that the
+// sound is on time when one opens. Owned by the library.
 class SoundOutput {
   public:
     // The engine is shared with the thread, which is detached at the end if a sound server blocks

@@ -18,8 +18,8 @@ std::int64_t Now() {
     return std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
 }
 
-// Everything that the seven functions share. Made when the library is loaded,
-// but for the engine's converter, which would delay the program's start.
+// Everything that the seven functions share. Made when the library is loaded, except for the
+// engine's converter, which would delay the program's start.
 struct Library {
     std::shared_ptr<tonebridge::Engine> engine = std::make_shared<tonebridge::Engine>(Now);
     tonebridge::SoundOutput output{engine, tonebridge::CubebFactory()};

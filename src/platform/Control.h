@@ -24,7 +24,7 @@ struct Locks {
 };
 
 // The part of a control that has changed, so that its view redraws only that.
-enum class Aspect { Value, Rows, Enabled, Visible, Colour, Bounds, Picture, PictureRow };
+enum class Aspect { Value, Rows, Enabled, Visible, Color, Bounds, Picture, PictureRow };
 
 class Control;
 

@@ -14,7 +14,7 @@ void Label::SetText(std::string value) {
 void Label::SetTextColor(Color value) {
     if (textColor != value) {
         textColor = value;
-        Notify(Aspect::Colour);
+        Notify(Aspect::Color);
     }
 }
 

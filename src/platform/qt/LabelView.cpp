@@ -75,7 +75,7 @@ LabelView::LabelView(Label& label, Desktop& theDesktop, QWidget& content, const 
     // Labels may reach under other controls and mustn't take the mouse from them.
     shape.setAttribute(Qt::WA_TransparentForMouseEvents, !label.mouseEnter && !label.mayBeCut);
     LabelView::Redraw(Aspect::Value);
-    LabelView::Redraw(Aspect::Colour);
+    LabelView::Redraw(Aspect::Color);
 }
 
 void LabelView::Place() {
@@ -114,7 +114,7 @@ void LabelView::Redraw(Aspect aspect) {
         } else {
             set();
         }
-    } else if (aspect == Aspect::Colour && Held()->TextColor()) {
+    } else if (aspect == Aspect::Color && Held()->TextColor()) {
         QPalette palette;
         palette.setColor(QPalette::WindowText, QColor(Held()->TextColor()->Packed()));
         shape.setPalette(palette);
