@@ -86,8 +86,8 @@ TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
 
 TEST_F(Opening, EveryControlComesBackAsItWasLeft) {
     Start();
-    Console().TextFieldAddress.SetText("192.0.2.10");
-    Console().TextFieldPort.SetText("8075");
+    Console().TextFieldAddress.SetText("http://192.0.2.10:8075/"); // pasted
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8075");
     Console().PopupMenuMode.Pick(3);
     Console().TextFieldFreq.SetText("14074.5");
     Console().TextFieldLowCut.SetText("200");
@@ -108,6 +108,7 @@ TEST_F(Opening, EveryControlComesBackAsItWasLeft) {
     Restart();
     left["TextFieldSquelchedDeadSpace"] = ".3"; // shown with one digit
     EXPECT_EQ(Settings(), left);
+    EXPECT_EQ(Address(), "192.0.2.10");
     EXPECT_EQ(Console().LabelAgcDecay.Text(), "Decay 2500 ms");
     EXPECT_EQ(Console().LabelWaterfallGain.Text(), "Waterfall Gain: 3.12");
     EXPECT_EQ(Console().LabelWaterfallMinDb.Text(), "Waterfall min -70 db");

@@ -27,7 +27,9 @@ TEST_F(Tuning, EveryKeystrokeTunes) {
         EXPECT_EQ(Modulation(), std::string("SET mod=am low_cut=-5000 high_cut=5000 freq=") + text);
     }
     EXPECT_EQ(app->prefs.prefsLastFreq, 7055.0);
-    EXPECT_EQ(Waterfall().TakeCommands().size(), 7U * 4) << "the waterfall follows each time";
+    const Strings sent = Waterfall().TakeCommands();
+    EXPECT_EQ(sent.size(), 7U * 4) << "the waterfall follows each time";
+    EXPECT_EQ(sent[1], "SET zoom=11 start=-183");
 }
 
 TEST_F(Tuning, TheWheelStepsInKilohertzAndTensOfHertz) {
