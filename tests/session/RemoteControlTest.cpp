@@ -84,6 +84,12 @@ TEST_F(RemoteControl, APeerTakesTheConsoleThroughAWholeSession) {
     Say("disconnect");
     EXPECT_FALSE(Audio().socket.IsConnected());
     EXPECT_TRUE(LogHas("ofreq:7055000")) << "without what is not part of the command";
+    for (int i = 0; i < 3000; ++i) {
+        Say("\xff flood " + std::to_string(i));
+    }
+    Say("ofreq:7000000");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "7000");
+    EXPECT_EQ(Log().size(), 2000U) << "the newest rows";
 }
 
 TEST_F(RemoteControl, EveryNewFrequencyIsToldWhileTheBoxIsTicked) {
