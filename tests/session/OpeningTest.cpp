@@ -33,20 +33,15 @@ class Opening : public ConsoleFixture {
     }
 };
 
-TEST_F(Opening, AFirstStartShowsTheDefaults) {
+TEST_F(Opening, AFirstStartShowsTheDefaultsAndNoControlCoversAnother) {
     Start();
     EXPECT_TRUE(Console().Visible());
     EXPECT_EQ(Console().Height(), 370);
     EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
-    EXPECT_EQ(Console().LabelAgcSlope.Text(), "Slope 6 dB");
     EXPECT_FALSE(Console().PushButtonRecord.Enabled());
     EXPECT_FALSE(Console().TextArea1.Visible());
     EXPECT_FALSE(Console().Listbox1.Visible());
     EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(Opening, NoControlCoversAnotherAndTheWindowEndsWithTheWaterfall) {
-    Start();
     Console().Resize(2000, 370);
     EXPECT_EQ(Console().WaterfallCanvas.Bounds().width, 1024) << "as many points as a row has bins";
     for (const Control* one : Console().Controls()) {
@@ -65,7 +60,8 @@ TEST_F(Opening, NoControlCoversAnotherAndTheWindowEndsWithTheWaterfall) {
 
 TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
     Start();
-    app->prefs.prefsSquelch = 21; // each slider's own first value
+    app->prefs.prefsLastMode = 12; // outside the list, which then opens with its first
+    app->prefs.prefsSquelch = 21;  // each slider's own first value
     app->prefs.prefsWaterfallGain = 222;
     app->prefs.prefsWaterfallOffset = 200;
     app->prefs.prefsModeSettings.threshold[0] = -77;
@@ -78,9 +74,12 @@ TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
             EXPECT_NE(label->Text(), "Untitled") << label->Name();
         }
     }
+    EXPECT_EQ(Console().PopupMenuMode.Text() + Console().TextFieldHighCut.Text(), "am5000");
     EXPECT_EQ(Console().LabelSquelch.Text(), "Squelch 21 dB");
+    app->prefs.prefsLastMode = 4'000'000'000U;
     app->prefs.prefsSquelch = 99;
     Restart();
+    EXPECT_EQ(Console().PopupMenuMode.Text() + Console().TextFieldHighCut.Text(), "am5000");
     EXPECT_EQ(Console().LabelSquelch.Text(), "Squelch 40 dB");
 }
 
@@ -189,16 +188,6 @@ TEST_F(Opening, ShiftAndControlTogetherClearTheSettings) {
     EXPECT_EQ(Address(), "");
     EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
     EXPECT_FALSE(Stored().Exists());
-}
-
-TEST_F(Opening, AStoredModeOutsideTheListOpensTheFirst) {
-    Start();
-    for (const std::uint32_t mode : {12U, 25U, 4000000000U}) {
-        app->prefs.prefsLastMode = mode;
-        Restart();
-        EXPECT_EQ(Console().PopupMenuMode.Text(), "am") << mode;
-        EXPECT_EQ(Console().TextFieldHighCut.Text(), "5000") << mode;
-    }
 }
 
 } // namespace
