@@ -160,7 +160,6 @@ TEST_F(Hearing, AMissingFunctionIsNamedOnceAndTheSessionGoesOn) {
     desktop.sound.missing = {"OutputSoundBlock", "BuildSoundDeviceList", "setSoundOutputVolume"};
     Start();
     Console().OutputVolumeSlider.SetValue(250);
-    Restart();
     EXPECT_TRUE(Console().Visible());
     ASSERT_EQ(desktop.boxes.size(), 2U);
     EXPECT_NE(desktop.boxes[0].find("BuildSoundDeviceList"), std::string::npos);

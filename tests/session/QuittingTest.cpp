@@ -35,8 +35,23 @@ TEST_F(Quitting, EveryWayOutHangsUpAndKeepsTheSettings) {
     }
 }
 
-TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
+TEST_F(Quitting, AFailedSaveLeavesTheOldFileWholeAndIsSpokenOfOnce) {
     Start();
+    Console().TextFieldAddress.SetText("192.0.2.10");
+    Restart();
+    for (const rlim_t room : {0U, 1U, 300U, 1000U}) {
+        Console().TextFieldAddress.SetText("lost.example.net");
+        {
+            const SmallDisk disk(room);
+            Quit(QuitCause::Signal);
+        }
+        EXPECT_TRUE(desktop.dialogs.empty());
+        Start();
+        EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
+    }
+    const std::filesystem::directory_iterator left(Settings().Parent().Path());
+    EXPECT_EQ(std::distance(left, {}), 1) << "nothing half-written stays behind";
+
     Console().CheckBoxNetwork.SetValue(true);
     {
         const SmallDisk disk(0);
@@ -57,24 +72,6 @@ TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
     const SmallDisk disk(0);
     Quit();
     EXPECT_EQ(desktop.dialogs.size(), 2U);
-}
-
-TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
-    Start();
-    Console().TextFieldAddress.SetText("192.0.2.10");
-    Restart();
-    for (const rlim_t room : {0U, 1U, 300U, 1000U}) {
-        Console().TextFieldAddress.SetText("lost.example.net");
-        {
-            const SmallDisk disk(room);
-            Quit(QuitCause::Signal);
-        }
-        EXPECT_TRUE(desktop.dialogs.empty());
-        Start();
-        EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
-    }
-    const std::filesystem::directory_iterator left(Settings().Parent().Path());
-    EXPECT_EQ(std::distance(left, {}), 1) << "nothing half-written stays behind";
 }
 
 TEST_F(Quitting, SettingsThatLieElsewhereByALinkStayThere) {

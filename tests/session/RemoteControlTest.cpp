@@ -140,19 +140,6 @@ TEST_F(RemoteControl, TheBoxIsRememberedAndBindsTheSocketOnce) {
     EXPECT_EQ(Take(), Sent{Text("freq:005000000")}) << "the console works with a taken port";
 }
 
-TEST_F(RemoteControl, AMissingSendFunctionCostsOneBoxAndNothingElse) {
-    desktop.sound.missing = {"SendUdpCommand"};
-    StreamToPeer();
-    for (int i = 0; i < 3; ++i) {
-        Hear(512);
-    }
-    EXPECT_EQ(desktop.boxes.size(), 1U);
-    EXPECT_TRUE(SaysStreaming());
-    desktop.sound.missing.clear();
-    Hear(512);
-    EXPECT_EQ(Numbers(Take()), std::vector<unsigned>{3}) << "what could not be sent is lost";
-}
-
 TEST_F(RemoteControl, TheStreamCarriesTheSoundThatIsHeard) {
     StartWithNetwork();
     ConnectAndStream();

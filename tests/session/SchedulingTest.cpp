@@ -90,36 +90,35 @@ TEST_F(Scheduling, AnEndThatNoTickSawIsActedOnAtTheNext) {
     }
 }
 
-TEST_F(Scheduling, AnEntryMayBeginLateByHandButNeverBehindItsEnd) {
-    for (const int minutes : {3, 10}) {
-        Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
-        receivers.areFull = true;
-        Sleep(minutes * 60);
-        receivers.areFull = false;
-        Console().PushButtonConnect.Push();
-        Sleep(15 * 60);
-        EXPECT_EQ(Audio().socket.IsConnected(), minutes == 10) << "a session of the user's own";
-        EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
-        Console().PushButtonDisconnect.Push();
-    }
-}
-
-TEST_F(Scheduling, AFullReceiverIsTriedAgainOnlyWithReconnectTicked) {
-    for (const bool reconnect : {false, true}) {
+TEST_F(Scheduling, AFullReceiverIsTriedAgainByHandOrWithReconnectTickedButNeverBehindTheEnd) {
+    struct Case {
+        bool reconnect;
+        bool byHand;
+        int fullMinutes;
+        std::size_t recordings;
+    };
+    std::size_t before = 0;
+    for (const auto& [reconnect, byHand, fullMinutes, recordings] :
+         {Case{false, false, 3, 0}, Case{true, false, 3, 1}, Case{false, true, 4, 1},
+          Case{false, true, 10, 0}}) {
         Console().CheckBoxReconnect.SetValue(reconnect);
         SkedWindow& night =
             Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
         receivers.areFull = true;
-        Sleep(150);
-        EXPECT_EQ(night.state, 1) << "the entry counts as running";
+        Sleep(fullMinutes * 60);
+        EXPECT_EQ(night.state, fullMinutes > 9 ? 0 : 1) << "the entry counts as running";
         receivers.areFull = false;
-        Sleep(10 * 60);
-        EXPECT_EQ(night.state, 0);
-        night.Close();
+        if (byHand) {
+            Console().PushButtonConnect.Push();
+        }
+        Sleep(15 * 60);
+        EXPECT_EQ(Audio().socket.IsConnected(), fullMinutes > 9) << "a session of the user's own";
+        EXPECT_EQ(Heard().size(), before += recordings);
         Console().PushButtonDisconnect.Push();
+        night.Close();
         Sleep(120);
     }
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60), Of(1, "9410", 5 * 60)}));
 }
 
 TEST_F(Scheduling, ARowIsEditedAWindowDisabledAndARunningRowDeleted) {

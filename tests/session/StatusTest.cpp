@@ -24,8 +24,6 @@ class Status : public ConsoleFixture {
             desktop.Advance(1);
         }
     }
-    void TickReconnect() { Console().CheckBoxReconnect.SetValue(true); }
-
     static constexpr const char* Nothing = "0 samples/sec    0 bytes/sec    ";
     std::uint32_t sequence = 0;
 };
@@ -115,7 +113,7 @@ TEST_F(Status, AReceiverThatSaysNothingIsWaitedFor) {
 }
 
 TEST_F(Status, ASilentLinkIsLostAndTriedAgainWithReconnectTicked) {
-    TickReconnect();
+    Console().CheckBoxReconnect.SetValue(true);
     const std::function<void()> sessions[] = {
         [this] { AcceptLinks(); },
         [this] { Answer(); },
@@ -154,7 +152,7 @@ TEST_F(Status, ALostLinkSaysWhenItIsTriedAgainOnceASecond) {
     EXPECT_TRUE(Text().ends_with(" bytes/sec    link lost")) << "it was connected: " << Text();
     desktop.Advance(3);
     EXPECT_EQ(Text(), Nothing + std::string("link lost"));
-    TickReconnect();
+    Console().CheckBoxReconnect.SetValue(true);
     PressConnect();
     desktop.Advance(0.05); // so that no two timers are due at one moment
     Answer();
@@ -189,7 +187,7 @@ TEST_F(Status, ALostLinkSaysWhenItIsTriedAgainOnceASecond) {
 }
 
 TEST_F(Status, ALostWaterfallIsARemarkAndNoMore) {
-    TickReconnect();
+    Console().CheckBoxReconnect.SetValue(true);
     ConnectAndStream();
     Hear(1);
     Waterfall().socket.Fail();
