@@ -9,6 +9,22 @@
 namespace larkspool {
 namespace {
 
+TEST(WavFile, HasTheHeaderThatEveryPlayerKnowsAndSizesThatNeverWrap) {
+    using namespace std::string_view_literals;
+    EXPECT_EQ(WavHeader(12000, 0), "RIFF\x24\0\0\0WAVEfmt \x10\0\0\0\1\0\1\0"
+                                   "\xe0\x2e\0\0\xc0\x5d\0\0\2\0\x10\0data\0\0\0\0"sv);
+    const std::pair<std::int64_t, std::uint32_t> sizes[] = {{18'000, 36'000},
+                                                            {1'073'741'824, 2'147'483'648},
+                                                            {2'147'483'629, 4'294'967'258},
+                                                            {2'147'483'630, 4'294'967'258},
+                                                            {5'000'000'000, 4'294'967'258}};
+    for (const auto& [samples, dataBytes] : sizes) {
+        const std::string header = WavHeader(250'000, samples);
+        EXPECT_EQ(LittleEndianAt(header, 40), dataBytes) << samples;
+        EXPECT_EQ(LittleEndianAt(header, 4), 36 + dataBytes) << samples;
+    }
+}
+
 class Repair : public ::testing::Test {
   protected:
     FolderItem File(const std::string& file) {
@@ -44,14 +60,9 @@ TEST_F(Repair, GivesAFileItsSizesWhereverItsHeaderBrokeOffAndLeavesTheSamples) {
 }
 
 TEST_F(Repair, LeavesEveryOtherShapeAlone) {
-    std::vector<std::string> shapes = {"",
-                                       "RIFF",
-                                       unfinished.substr(0, 43),
-                                       unfinished.substr(0, 44), // nothing recorded
-                                       unfinished.substr(0, 45), // nor here
-                                       WavHeader(12000, 9) + sound,
-                                       WavHeader(12000, 10) + sound,
-                                       std::string(64, '\0')};
+    std::vector<std::string> shapes = {unfinished.substr(0, 43),
+                                       unfinished.substr(0, 45), // nothing recorded
+                                       WavHeader(12000, 9) + sound, finished};
     for (std::size_t at = 0; at < WavHeaderSize; ++at) {
         shapes.push_back(unfinished);
         shapes.back()[at] = '\x7f';
@@ -64,8 +75,8 @@ TEST_F(Repair, LeavesEveryOtherShapeAlone) {
 }
 
 TEST_F(Repair, LooksAtOurOwnNamesOnly) {
-    const std::vector<std::string> others = {"Recording.WAV", "KiwiRecording-1.wav",
-                                             "KiwiRecording-1.WAV.part", "My KiwiRecording-1.WAV"};
+    const std::string others[] = {"Recording.WAV", "KiwiRecording-1.wav",
+                                  "KiwiRecording-1.WAV.part", "My KiwiRecording-1.WAV"};
     for (const std::string& other : others) {
         Put(File(other), unfinished);
     }

@@ -1,5 +1,5 @@
 // Sends numbered datagrams to everyone on the network, as the console does, and listens for them
-// as a peer on the same computer does. Prints where they went, and fails unless each has come
+// as a peer on the same computer does. Prints where they all went, and fails unless each has come
 // exactly once and in order.
 #include "tonebridge/tonebridge.h"
 
@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <set>
 #include <string>
+#include <utility>
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -32,8 +32,8 @@ int Listen() {
     return bind(handle, reinterpret_cast<const sockaddr*>(&own), sizeof own) == 0 ? handle : -1;
 }
 
-// The next datagram's number, -1 where none comes; notes the address that it was sent to.
-int Receive(int handle, std::set<std::string>& destinations) {
+// The next datagram's number, -1 where none comes, and the address that it was sent to.
+std::pair<std::int32_t, std::string> Receive(int handle) {
     std::int32_t number = -1;
     iovec place{&number, sizeof number};
     alignas(cmsghdr) std::array<char, 256> control{};
@@ -42,20 +42,13 @@ int Receive(int handle, std::set<std::string>& destinations) {
     message.msg_iovlen = 1;
     message.msg_control = control.data();
     message.msg_controllen = control.size();
-    if (recvmsg(handle, &message, 0) < 0) {
-        return -1;
+    if (recvmsg(handle, &message, 0) < 0 || CMSG_FIRSTHDR(&message) == nullptr) {
+        return {-1, ""};
     }
-    for (const cmsghdr* part = CMSG_FIRSTHDR(&message); part != nullptr;
-         part = CMSG_NXTHDR(&message, const_cast<cmsghdr*>(part))) {
-        if (part->cmsg_level == IPPROTO_IP && part->cmsg_type == IP_PKTINFO) {
-            in_pktinfo info{};
-            std::memcpy(&info, CMSG_DATA(part), sizeof info);
-            std::array<char, INET_ADDRSTRLEN> text{};
-            destinations.insert(
-                inet_ntop(AF_INET, &info.ipi_addr, text.data(), socklen_t{text.size()}));
-        }
-    }
-    return number;
+    in_pktinfo info{}; // no other part was asked for
+    std::memcpy(&info, CMSG_DATA(CMSG_FIRSTHDR(&message)), sizeof info);
+    std::array<char, INET_ADDRSTRLEN> text{};
+    return {number, inet_ntop(AF_INET, &info.ipi_addr, text.data(), socklen_t{text.size()})};
 }
 
 } // namespace
@@ -69,18 +62,15 @@ int main() {
     for (std::int32_t i = 0; i < Datagrams; ++i) {
         SendUdpCommand(&i, sizeof i, Port);
     }
-    std::set<std::string> destinations;
-    int received = 0;
-    int number = Receive(handle, destinations);
-    for (; number == received; number = Receive(handle, destinations)) {
-        ++received;
+    std::string destination;
+    for (std::int32_t i = 0; i < Datagrams; ++i) {
+        const auto [number, to] = Receive(handle);
+        if (number != i || (i > 0 && to != destination)) {
+            std::printf("%d came as the datagram %d, sent to %s\n", number, i, to.c_str());
+            return 1;
+        }
+        destination = to;
     }
-    for (const std::string& destination : destinations) {
-        std::puts(destination.c_str());
-    }
-    if (received != Datagrams || number >= 0) {
-        std::printf("%d of %d came, then number %d\n", received, Datagrams, number);
-        return 1;
-    }
-    return 0;
+    std::puts(destination.c_str());
+    return Receive(handle).first < 0 ? 0 : 1;
 }

@@ -1,42 +1,59 @@
 #include "schedule/ScheduleTexts.h"
+#include "platform/Text.h"
+#include "schedule/ScheduleFile.h"
 
 #include <gtest/gtest.h>
 
 namespace larkspool {
 namespace {
 
-// "frequency|time", or the message.
-std::string Read(const std::string& line) {
-    const auto lastSecondOfAYear = Date::FromUnixSeconds(1830297599);
-    const auto read = ParseStationLine(line, lastSecondOfAYear);
-    if (const auto* station = std::get_if<StationLine>(&read)) {
-        return station->freq + "|" + station->time;
+using Rows = std::vector<ScheduleRow>;
+
+const ScheduleRow EveryDay = {"192.0.2.10:8073", "", "06:30:00-07:00:00", "1620", "amn",
+                              "-2600,2600"};
+const ScheduleRow OneDate = {"h:1", "2027-03-01", "22:00:00-23:30:00", "9420", "am", "-5000,5000"};
+const std::string BothLines = "192.0.2.10:8073;;06:30:00-07:00:00;1620;amn;-2600,2600\n"
+                              "h:1;2027-03-01;22:00:00-23:30:00;9420;am;-5000,5000\n";
+
+Rows Read(const std::string& text) {
+    auto lines = TextInputStream::FromText(text);
+    return ReadSchedule(lines);
+}
+
+TEST(ScheduleFile, TheCountInTheFirstLineRules) {
+    EXPECT_EQ(ScheduleText(Rows{EveryDay, OneDate}), "2\n" + BothLines);
+    for (const auto& [count, rows] : {std::pair<std::string, std::size_t>{"2\r\n", 2},
+                                      {"3\n", 2},
+                                      {"1.9\n", 1},
+                                      {"1e300\n", 2},
+                                      {"nonsense\n", 0},
+                                      {"-5\n", 0},
+                                      {"0.9\n", 0}}) {
+        const Rows read = Read(count + BothLines);
+        EXPECT_EQ(read.size(), rows) << count;
+        EXPECT_TRUE(read.empty() || read[0] == EveryDay) << count;
     }
-    return std::get<std::string>(read);
+}
+
+TEST(ScheduleFile, ABadLineCostsItselfAlone) {
+    EXPECT_EQ(Read("4\na;b;c;d;e;f;g\na;b;c;d;e\n" + BothLines), (Rows{EveryDay, OneDate}));
+    EXPECT_EQ(Read("2\n\n" + BothLines), (Rows{EveryDay})) << "and counts as one of them";
+    const ScheduleRow broken = {"a", "", "", "", "", "two\nlines\r"};
+    EXPECT_EQ(Read(ScheduleText(Rows{broken, EveryDay})).back(), EveryDay)
+        << "a line end in a cell has pushed another row out of the count";
 }
 
 TEST(ScheduleTexts, ALineOfAStationListGivesFrequencyAndTime) {
-    const struct {
-        const char* line;
-        const char* expected;
-    } cases[] = {
-        {"Station\t9410\t0600-0700\tEnglish\r\n", "9410|06:00:00-07:00:00"},
-        {"Station\t9410\t0630-745\r\n", "9410|06:30:00-07:45:00"},
-        {"\t 9410.5 kHz\t2200-0000", " 9410.5 kHz|22:00:00-00:00:00"},
-        {"\t9410\t2200-2400", "9410|22:00:00-00:00:00"},
-        {"\t9410\t2330-2575", "9410|23:30:00-02:15:00"},
-        {"\t\tab-cd", "|00:00:00-00:00:00"},
-        {"\t\t-", "|00:00:00-00:00:00"},
-        {"Station\t9410", "Incorrect text in the clipboard"},
-        {"", "Incorrect text in the clipboard"},
-        {"\t9410\t", "Incorrect time text in the clipboard"},
-        {"\t9410\t0600-0700-0800", "Incorrect time text in the clipboard"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Read(c.line), c.expected) << c.line;
-    }
-    for (const char* huge : {"\t\t1e300-1e300", "\t\t999999999999-+1e9"}) {
-        EXPECT_EQ(Read(huge).size(), std::string("|00:00:00-00:00:00").size()) << huge;
+    const auto lastSecondOfAYear = Date::FromUnixSeconds(1830297599);
+    for (const auto& [line, freq, time] :
+         {std::tuple{"Station\t9410\t0630-745\r\n", "9410", "06:30:00-07:45:00"},
+          {"\t 9410.5 kHz\t2200-0000", " 9410.5 kHz", "22:00:00-00:00:00"},
+          {"\t9410\t2200-2400", "9410", "22:00:00-00:00:00"},
+          {"\t9410\t2330-2575", "9410", "23:30:00-02:15:00"},
+          {"\t\tab-cd", "", "00:00:00-00:00:00"}}) {
+        const auto station = std::get<StationLine>(ParseStationLine(line, lastSecondOfAYear));
+        EXPECT_EQ(station.freq, freq) << line;
+        EXPECT_EQ(station.time, time) << line;
     }
 }
 

@@ -7,9 +7,6 @@ namespace {
 class Connecting : public ConsoleFixture {
   protected:
     Connecting() { Start(); }
-
-    const Strings WaterfallAt10000 = {"SET maxdb=0 mindb=-200", "SET zoom=11 start=5588305",
-                                      "SET wf_speed=3", "SET wf_comp=0"};
 };
 
 TEST_F(Connecting, AddressAndPortAreCheckedBeforeAnythingHappens) {
@@ -26,6 +23,9 @@ TEST_F(Connecting, AddressAndPortAreCheckedBeforeAnythingHappens) {
                        "Please enter a valid port number for the KiwiSDR you wish to connect to"}))
         << "one box a reason, however often";
     EXPECT_EQ(Audio().socket.connects, 0);
+    Console().CheckBoxUpdateWaterfall.SetValue(true);
+    Console().WaterfallCanvas.mouseDown(100, 20);
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "10000") << "a click before the first session";
 }
 
 TEST_F(Connecting, BothLinksAreOpenedASecondAfterTheLastPress) {
@@ -50,7 +50,12 @@ TEST_F(Connecting, BothLinksAreOpenedASecondAfterTheLastPress) {
     EXPECT_EQ(Console().LabelStatus.Text(), "Connecting to second.example.net:8074");
 }
 
-TEST_F(Connecting, EachLinkAsksForItsOwnStreamAndIsAuthorisedByItself) {
+TEST_F(Connecting, EachLinkIsAuthorisedByItselfAndItsCommandsGoOutInTheirOrder) {
+    Console().TextFieldIdentity.SetText(std::string(109, 'c') + "\xc3\xbc");
+    Console().TextFieldGeoLocation.SetText("Z\xc3\xbcrich");
+    Console().TextFieldFreq.SetText("10000.00");
+    Console().SliderSquelch.SetValue(9);
+    Console().PopupMenuDeEmphasis.SetListIndex(2);
     PressConnect();
     AcceptLinks();
     EXPECT_EQ(Console().LabelStatus.Text(), "Connected");
@@ -68,9 +73,22 @@ TEST_F(Connecting, EachLinkAsksForItsOwnStreamAndIsAuthorisedByItself) {
     EXPECT_EQ(Console().LabelStatus.Text(), "Switched to WebSocket protocol");
     Waterfall().Upgrade();
     desktop.Advance(0);
-    Strings expected = WaterfallAt10000;
-    expected.insert(expected.begin(), "SET auth t=kiwi p=#");
-    EXPECT_EQ(Waterfall().TakeCommands(), expected);
+    EXPECT_EQ(Waterfall().TakeCommands(),
+              (Strings{"SET auth t=kiwi p=#", "SET maxdb=0 mindb=-200", "SET zoom=11 start=5588305",
+                       "SET wf_speed=3", "SET wf_comp=0"}));
+    Audio().Message(" audio_init=0");
+    desktop.Advance(0);
+    EXPECT_EQ(Audio().TakeCommands(), // squelch and emphasis as the console shows them
+              (Strings{"SET AR OK in=12000 out=44100", "SET genattn=0", "SET gen=0 mix=-1",
+                       "SET squelch=0 param=0", "SET compression=0", "SET squelch=9 param=0",
+                       "SET de_emp=2", "SET mod=am low_cut=-5000 high_cut=5000 freq=10000.00",
+                       "SET agc=1 hang=0 thresh=-130 slope=6 decay=1000 manGain=50",
+                       "SET ident_user=" + std::string(109, 'c'), // no half letter
+                       "SET geoloc=Z\xc3\xbcrich"}));
+    EXPECT_EQ(Console().LabelStatus.Text(), "Connected to sdr.example.net:8073");
+    EXPECT_FALSE(Console().PushButtonRecord.Enabled());
+    Console().TextFieldIdentity.SetText("Sam");
+    EXPECT_TRUE(Audio().TakeCommands().empty()) << "it is heard at the next session";
 }
 
 TEST_F(Connecting, AReplyMayComeInPieces) {
@@ -85,9 +103,6 @@ TEST_F(Connecting, AReplyMayComeInPieces) {
             desktop.Advance(0);
         }
         EXPECT_EQ(Audio().TakeCommands(), Strings{"SET auth t=kiwi p=#"}) << piece;
-        Audio().Message(" audio_rate=20250");
-        desktop.Advance(0);
-        EXPECT_TRUE(Console().PushButtonRecord.Enabled());
     }
     EXPECT_TRUE(LogHas("Connect reply: " + reply));
     PressConnect();
@@ -109,45 +124,7 @@ TEST_F(Connecting, WhatAPersonTypesIsTidiedFirst) {
     EXPECT_EQ(Waterfall().socket.port, 8074);
     AcceptLinks();
     EXPECT_NE(Audio().TakeRequest().find("\r\nHost: [2001:db8::1]:8074\r\n"), std::string::npos);
-    Console().TextFieldAddress.SetText("::1");
-    Console().PushButtonConnect.Push();
-    desktop.Advance(1);
-    EXPECT_EQ(Audio().socket.address, "::1") << "short, and right";
     EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(Connecting, AClickBeforeTheFirstSessionTunesNothing) {
-    Console().CheckBoxUpdateWaterfall.SetValue(true);
-    const std::string before = Console().TextFieldFreq.Text();
-    Console().WaterfallCanvas.mouseDown(100, 20);
-    EXPECT_EQ(Console().TextFieldFreq.Text(), before);
-    ConnectAndStream();
-    Console().WaterfallCanvas.mouseDown(100, 20);
-    EXPECT_NE(Console().TextFieldFreq.Text(), before);
-}
-
-TEST_F(Connecting, TheSessionsCommandsGoOutInTheirOrder) {
-    ConnectAndStream();
-    Console().TextFieldIdentity.SetText("Sam");
-    Console().TextFieldGeoLocation.SetText("Turin");
-    EXPECT_TRUE(Audio().TakeCommands().empty()) << "they are heard at the next session";
-    Console().TextFieldFreq.SetText("10000.00");
-    Console().SliderSquelch.SetValue(9);
-    Console().PopupMenuDeEmphasis.SetListIndex(2);
-    PressConnect();
-    AcceptLinks();
-    Upgrade();
-    Audio().Message(" audio_init=0");
-    desktop.Advance(0);
-    EXPECT_EQ(Audio().TakeCommands(), // squelch and emphasis as the console shows them
-              (Strings{"SET AR OK in=12000 out=44100", "SET genattn=0", "SET gen=0 mix=-1",
-                       "SET squelch=0 param=0", "SET compression=0", "SET squelch=9 param=0",
-                       "SET de_emp=2", "SET mod=am low_cut=-5000 high_cut=5000 freq=10000.00",
-                       "SET agc=1 hang=0 thresh=-130 slope=6 decay=1000 manGain=50",
-                       "SET ident_user=Sam", "SET geoloc=Turin"}));
-    EXPECT_EQ(Waterfall().TakeCommands(), WaterfallAt10000);
-    EXPECT_EQ(Console().LabelStatus.Text(), "Connected to sdr.example.net:8073");
-    EXPECT_FALSE(Console().PushButtonRecord.Enabled());
 }
 
 } // namespace

@@ -25,11 +25,6 @@ class Directory : public ConsoleFixture {
 
     bool IsFetching() { return !desktop.httpSockets->empty() && !Fetch().url.empty(); }
     VirtualHTTPSocket& Fetch() { return *desktop.httpSockets->back(); }
-    void FetchAgain(const std::string& page) {
-        Console().GetKiwiList();
-        Fetch().Deliver(page);
-    }
-
     PopupMenu& Popup() { return Console().PopupMenuKiwiList; }
     Strings Rows() {
         Strings rows;
@@ -78,7 +73,8 @@ TEST_F(Directory, AnyOfTheFirstSixRowsThatAreThereMayBeShown) {
     const auto shown = [this](const std::string& page) {
         std::set<int> rows;
         for (int i = 0; i < 200; ++i) {
-            FetchAgain(page);
+            Console().GetKiwiList();
+            Fetch().Deliver(page);
             rows.insert(Popup().ListIndex());
         }
         return rows;
@@ -90,14 +86,6 @@ TEST_F(Directory, AnyOfTheFirstSixRowsThatAreThereMayBeShown) {
     Start();
     EXPECT_EQ(shown(""), std::set<int>{-1});
     EXPECT_EQ(shown(Entry("a", "h:1") + Entry("b", "h:2")), (std::set<int>{0, 1}));
-}
-
-TEST_F(Directory, WithoutADirectoryTheRestIsThereAtOnce) {
-    deployment.directoryHost.clear();
-    Put(FavoritesFile(), "one.example;1;Mine\n");
-    Start();
-    EXPECT_FALSE(IsFetching());
-    EXPECT_EQ(Rows(), SiteAnd({"Mine"}));
 }
 
 TEST_F(Directory, ADeadNetworkCostsOneMessageBoxAndNoReceiverOfOnesOwn) {
@@ -114,26 +102,13 @@ TEST_F(Directory, ADeadNetworkCostsOneMessageBoxAndNoReceiverOfOnesOwn) {
     Console().GetKiwiList();
     Fetch().Deliver("<h1>Not found</h1>" + Entry("a", "h:1"), 404);
     EXPECT_EQ(Rows(), SiteAnd({"a"})) << "any page will do";
+    deployment.directoryHost.clear();
+    Restart();
+    EXPECT_FALSE(IsFetching());
+    EXPECT_EQ(Rows(), SiteAnd({}));
 }
 
-TEST_F(Directory, APickWhileAListIsOnItsWayIsIgnored) {
-    Start();
-    Fetch().Deliver(Entry("a", "h:1"));
-    Popup().Pick(7);
-    ASSERT_EQ(Target(), "h:1");
-    Console().GetKiwiList();
-    Console().GetKiwiList();
-    EXPECT_EQ(desktop.httpSockets->size(), 1U) << "the first could still answer";
-    Popup().Pick(0);
-    EXPECT_EQ(Target(), "h:1") << "the old row no longer says where it leads";
-    EXPECT_EQ(Rows(), SiteAnd({"a"}));
-    Fetch().Deliver(Entry("b", "h:2"));
-    EXPECT_EQ(Target(), "h:1");
-    Popup().Pick(7);
-    EXPECT_EQ(Target(), "h:2");
-}
-
-TEST_F(Directory, OnlyTheUsersHandPicks) {
+TEST_F(Directory, OnlyTheUsersHandPicksAndOnlyWhileNoListIsOnItsWay) {
     Start();
     Fetch().Deliver(Entry("a", "h:1"));
     const std::string before = Target();
@@ -143,22 +118,16 @@ TEST_F(Directory, OnlyTheUsersHandPicks) {
     EXPECT_EQ(Target(), "h:1");
     Popup().SetListIndex(0);
     EXPECT_EQ(Target(), "h:1") << "one press, one pick";
-}
-
-TEST_F(Directory, AProgramThatEndsFetchesNothing) {
-    Start();
-    desktop.quitRequested(QuitCause::User);
-    EXPECT_TRUE(desktop.httpSockets->empty());
-    Popup().Pick(0); // a late click
-    EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(Directory, APastedAddressIsCleaned) {
-    Start();
-    Console().TextFieldAddress.SetText("http://192.0.2.10:8074/");
-    EXPECT_EQ(Target(), "192.0.2.10:8074");
-    Restart();
-    EXPECT_EQ(Target(), "192.0.2.10:8074");
+    Console().GetKiwiList();
+    Console().GetKiwiList();
+    EXPECT_EQ(desktop.httpSockets->size(), 1U) << "the first could still answer";
+    Popup().Pick(6);
+    EXPECT_EQ(Target(), "h:1") << "the old row no longer says where it leads";
+    EXPECT_EQ(Rows(), SiteAnd({"a"}));
+    Fetch().Deliver(Entry("b", "h:2"));
+    EXPECT_EQ(Target(), "h:1");
+    Popup().Pick(7);
+    EXPECT_EQ(Target(), "h:2");
 }
 
 // The window of favorites.
@@ -277,14 +246,24 @@ TEST_F(Favorites, TheContextMenuAddsAndDeletes) {
     EXPECT_EQ(Cells(window), Strings(2, "Kiwi URL;8073;Kiwi Name"));
 }
 
-TEST_F(Favorites, ThereIsOneWindowAtATime) {
+TEST_F(Favorites, ThereIsOneWindowAtATimeAndTheLastSavesAndFetchesNothing) {
     Start();
     auto& window = Open();
     Console().Show();
     EXPECT_EQ(&Open(), &window) << "in front again";
     window.Close();
-    EXPECT_NE(&Open(), &window) << "the one just closed doesn't come back";
+    auto& next = Open();
+    EXPECT_NE(&next, &window) << "the one just closed doesn't come back";
     EXPECT_EQ(desktop.windows.size(), 2U);
+    next.Listbox1.AddRow("h\nevil.example;1;two");
+    Console().Close();
+    EXPECT_FALSE(desktop.hasEnded);
+    next.Close();
+    EXPECT_TRUE(desktop.hasEnded);
+    EXPECT_EQ(StoredFavorites(), "h evil.example;1;two;;\n") << "a pasted line end";
+    EXPECT_TRUE(desktop.httpSockets->empty());
+    Popup().Pick(0); // a late click
+    EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST_F(Favorites, AnEditThatIsOpenIsKeptByTheCloseButtonAndAtQuit) {
@@ -301,19 +280,7 @@ TEST_F(Favorites, AnEditThatIsOpenIsKeptByTheCloseButtonAndAtQuit) {
     const OpenEdit edit(Open().Listbox1, 2, "quit");
     desktop.quitRequested(QuitCause::Signal);
     EXPECT_EQ(StoredFavorites(), "h;1;quit\n");
-    EXPECT_FALSE(IsFetching()) << "a program that ends fetches nothing";
-}
-
-TEST_F(Favorites, TheLastWindowSavesAndFetchesNothing) {
-    Start();
-    auto& window = Open();
-    window.Listbox1.AddRow("h");
-    Console().Close();
-    EXPECT_FALSE(desktop.hasEnded);
-    window.Close();
-    EXPECT_TRUE(desktop.hasEnded);
-    EXPECT_EQ(StoredFavorites(), "h;;\n");
-    EXPECT_TRUE(desktop.httpSockets->empty());
+    EXPECT_FALSE(IsFetching());
 }
 
 TEST_F(Favorites, TheFileBesideTheProgramIsListedButNeverEdited) {

@@ -94,8 +94,6 @@ TEST_F(FailingDisk, IsNotTriedAgainByRollOverOrReconnect) {
     }
     ExpectAnOrderlyEnd(1);
     EXPECT_EQ(Recordings().size(), 1U);
-
-    Console().rollOverSamples = AudioRecordingClass::RollOverSamples;
     desktop.Advance(1);
     PressRecord();
     {
@@ -136,24 +134,23 @@ TEST_F(FailingDisk, IsToldAtTheUsersOwnQuitAndNeverHoldsUpASignal) {
     EXPECT_NE(desktop.dialogs.at(0).message.find("KiwiRecording-"), std::string::npos);
 }
 
-TEST(UnsettledDisk, NeverCostsWhatWasSavedBefore) {
+TEST(UnsettledDisk, NeverCostsWhatWasSavedBeforeAndASavedFileKeepsItsPermissions) {
     class Unsettled : public VirtualDesktop {
-        bool Settle(const FolderItem&) override { return false; }
+        bool Settle(const FolderItem&) override { return settles; }
+
+      public:
+        bool settles = false;
     };
     Unsettled desktop;
     const FolderItem folder = desktop.Folder(SpecialFolder::Preferences);
-    Put(*folder.Child("saved"), "before");
-    EXPECT_FALSE(ReplaceFile(desktop, *folder.Child("saved"), "lost"));
-    EXPECT_EQ(ContentOf(*folder.Child("saved")), "before");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
-}
-
-TEST(SavedFile, StaysHiddenFromOthersIfItWas) {
-    VirtualDesktop desktop;
-    const FolderItem file = *desktop.Folder(SpecialFolder::Preferences).Child("saved");
+    const FolderItem file = *folder.Child("saved");
     constexpr auto Mine = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
     Put(file, "before");
-    std::filesystem::permissions(file.Path(), Mine);
+    std::filesystem::permissions(file.Path(), Mine); // hidden from others
+    EXPECT_FALSE(ReplaceFile(desktop, file, "lost"));
+    EXPECT_EQ(ContentOf(file), "before");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+    desktop.settles = true;
     EXPECT_TRUE(ReplaceFile(desktop, file, "after"));
     EXPECT_EQ(ContentOf(file), "after");
     EXPECT_EQ(std::filesystem::status(file.Path()).permissions(), Mine);

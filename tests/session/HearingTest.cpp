@@ -25,8 +25,19 @@ TEST_F(Hearing, TheFirstDeviceIsOpenedWithTheStoredVolume) {
               (Strings{"BuildSoundDeviceList", "GetSoundDeviceInfo 0", "GetSoundDeviceInfo 1",
                        "GetSoundDeviceInfo 2", "StopSoundOutput", "StartSoundOutput 0 1"}));
     EXPECT_EQ(Console().SoundOutputPopupMenu.ListCount(), 2) << "inputs are not offered";
-    Console().OutputVolumeSlider.SetValue(250);
+    Slider& volume = Console().OutputVolumeSlider;
+    volume.Wheel(0, -360);
+    EXPECT_EQ(volume.Value(), 997);
+    app->prefsInvertScrollWheelPolarity = true;
+    volume.Wheel(0, -240);
+    EXPECT_EQ(volume.Value(), 999);
+    TakeCalls();
+    volume.SetValue(250);
     EXPECT_EQ(TakeCalls(), Strings{"setSoundOutputVolume 1"});
+    Console().SoundOutputPopupMenu.mouseEnter();
+    EXPECT_NE(desktop.toolTip, "");
+    Console().SoundOutputPopupMenu.mouseExit();
+    EXPECT_EQ(desktop.toolTip, "");
     Restart();
     const Strings calls = TakeCalls();
     EXPECT_EQ(calls.front(), "setSoundOutputVolume 1");
@@ -70,6 +81,38 @@ TEST_F(Hearing, AStreamIsPrimedWithASecondOfSilence) {
     for (const char* rate : {"0", "nonsense", "-1", "0.5", "250001", "1e300"}) {
         Audio().Message(std::string(" audio_rate=") + rate);
         EXPECT_TRUE(TakeCalls().empty()) << rate;
+    }
+}
+
+TEST_F(Hearing, AFloodOfFramesCutAnywhereIsHeardWholeAndPingsAreAnswered) {
+    Start();
+    ConnectAndStream();
+    desktop.sound.played.clear();
+    const auto frame = Ramp(20'000);
+    std::string flood;
+    for (std::uint32_t i = 0; i < 50; ++i) { // more than the ring holds
+        flood += ServerFrame("SND" + SoundBody(i, frame)) + ServerFrame(std::string(200, 'p'), 9);
+    }
+    const std::size_t pieces[] = {1, 2, 129, 5'000, 1'500'000};
+    for (std::size_t at = 0, i = 0; at < flood.size(); at += pieces[i++ % std::size(pieces)]) {
+        Audio().socket.Deliver(flood.substr(at, pieces[i % std::size(pieces)]));
+        desktop.Advance(0);
+    }
+    ASSERT_EQ(desktop.sound.played.size(), 50 * frame.size());
+    EXPECT_TRUE(std::equal(frame.begin(), frame.end(), desktop.sound.played.end() - 20'000));
+    EXPECT_EQ(Audio().TakeCommands(), Strings(50, "PONG " + std::string(125, 'p')));
+}
+
+TEST_F(Hearing, ALinkIsKeptAliveEverySecondForAsLongAsItIsUp) {
+    Start();
+    for (int session = 0; session < 2; ++session) {
+        ConnectAndStream();
+        desktop.Advance(1);
+        EXPECT_EQ(Audio().TakeRequest().substr(0, 6), "\x82\x8D\x32\x32\x32\x32");
+        desktop.Advance(2);
+        EXPECT_EQ(Audio().TakeCommands(), Strings(2, "SET keepalive"));
+        Console().PushButtonDisconnect.Push();
+        desktop.Advance(3);
     }
 }
 
@@ -117,7 +160,6 @@ TEST_F(Hearing, AMissingFunctionIsNamedOnceAndTheSessionGoesOn) {
     desktop.sound.missing = {"OutputSoundBlock", "BuildSoundDeviceList", "setSoundOutputVolume"};
     Start();
     Console().OutputVolumeSlider.SetValue(250);
-    Restart();
     EXPECT_TRUE(Console().Visible());
     ASSERT_EQ(desktop.boxes.size(), 2U);
     EXPECT_NE(desktop.boxes[0].find("BuildSoundDeviceList"), std::string::npos);
@@ -133,24 +175,6 @@ TEST_F(Hearing, AMissingFunctionIsNamedOnceAndTheSessionGoesOn) {
     EXPECT_EQ(desktop.boxes, Strings{});
     EXPECT_EQ(Console().LabelSmeter.Text(), "-73 dBm 0 4");
     EXPECT_TRUE(Console().PushButtonRecord.Enabled());
-}
-
-TEST_F(Hearing, TheVolumeFollowsTheWheelAndShowsItsTip) {
-    Start();
-    Slider& volume = Console().OutputVolumeSlider;
-    volume.mouseEnter();
-    EXPECT_EQ(desktop.toolTip, "Output sound volume");
-    volume.mouseExit();
-    EXPECT_EQ(desktop.toolTip, "");
-    Console().SoundOutputPopupMenu.mouseEnter();
-    EXPECT_NE(desktop.toolTip, "");
-    Console().SoundOutputPopupMenu.mouseExit();
-    EXPECT_EQ(desktop.toolTip, "");
-    volume.Wheel(0, -360);
-    EXPECT_EQ(volume.Value(), 997);
-    app->prefsInvertScrollWheelPolarity = true;
-    volume.Wheel(0, -240);
-    EXPECT_EQ(volume.Value(), 999);
 }
 
 } // namespace

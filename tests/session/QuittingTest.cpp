@@ -35,8 +35,23 @@ TEST_F(Quitting, EveryWayOutHangsUpAndKeepsTheSettings) {
     }
 }
 
-TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
+TEST_F(Quitting, AFailedSaveLeavesTheOldFileWholeAndIsSpokenOfOnce) {
     Start();
+    Console().TextFieldAddress.SetText("192.0.2.10");
+    Restart();
+    for (const rlim_t room : {0U, 1U, 300U, 1000U}) {
+        Console().TextFieldAddress.SetText("lost.example.net");
+        {
+            const SmallDisk disk(room);
+            Quit(QuitCause::Signal);
+        }
+        EXPECT_TRUE(desktop.dialogs.empty());
+        Start();
+        EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
+    }
+    const std::filesystem::directory_iterator left(Settings().Parent().Path());
+    EXPECT_EQ(std::distance(left, {}), 1) << "nothing half-written stays behind";
+
     Console().CheckBoxNetwork.SetValue(true);
     {
         const SmallDisk disk(0);
@@ -59,31 +74,6 @@ TEST_F(Quitting, SettingsThatCannotBeSavedAreSpokenOfOnceAndQuittingGoesOn) {
     EXPECT_EQ(desktop.dialogs.size(), 2U);
 }
 
-TEST_F(Quitting, ASignalBeforeTheConsoleIsFilledWritesNothing) {
-    app = std::make_unique<App>(desktop, deployment);
-    desktop.quitRequested(QuitCause::Signal);
-    EXPECT_TRUE(desktop.hasEnded);
-    EXPECT_FALSE(Settings().Exists());
-}
-
-TEST_F(Quitting, AFailedSaveLeavesTheOldFileWhole) {
-    Start();
-    Console().TextFieldAddress.SetText("192.0.2.10");
-    Restart();
-    for (const rlim_t room : {0U, 1U, 300U, 1000U}) {
-        Console().TextFieldAddress.SetText("lost.example.net");
-        {
-            const SmallDisk disk(room);
-            Quit(QuitCause::Signal);
-        }
-        EXPECT_TRUE(desktop.dialogs.empty());
-        Start();
-        EXPECT_EQ(Console().TextFieldAddress.Text(), "192.0.2.10") << room;
-    }
-    const std::filesystem::directory_iterator left(Settings().Parent().Path());
-    EXPECT_EQ(std::distance(left, {}), 1) << "nothing half-written stays behind";
-}
-
 TEST_F(Quitting, SettingsThatLieElsewhereByALinkStayThere) {
     const FolderItem elsewhere = *desktop.Folder(SpecialFolder::Documents).Child("settings");
     Start();
@@ -97,26 +87,27 @@ TEST_F(Quitting, SettingsThatLieElsewhereByALinkStayThere) {
     EXPECT_TRUE(std::filesystem::is_symlink(Settings().Path()));
 }
 
-TEST_F(Quitting, AboutSaysWhatRunsAndOpensThePage) {
-    deployment.productPage = "http://127.0.0.1:8080/";
-    Start();
-    desktop.answers = {MessageDialog::Answer::Action, MessageDialog::Answer::Alternate};
-    Perform("EditAboutLarkspool", &Console());
-    EXPECT_TRUE(desktop.dialogs.at(0).message.starts_with("Larkspool 1.3.0b4"));
-    EXPECT_EQ(desktop.dialogs[0].alternateCaption, "Visit Website");
-    EXPECT_TRUE(desktop.openedPages.empty());
-    Perform("EditAboutLarkspool", &Console());
-    Perform("FileVisitWebsiteForInstructions", &Console());
-    EXPECT_EQ(desktop.openedPages, Strings(2, "http://127.0.0.1:8080/"));
-}
+TEST_F(Quitting, AboutSaysWhatRunsAndOpensThePageIfThereIsOne) {
+    app = std::make_unique<App>(desktop, deployment);
+    desktop.quitRequested(QuitCause::Signal); // before the console is filled
+    EXPECT_TRUE(desktop.hasEnded);
+    EXPECT_FALSE(Settings().Exists());
 
-TEST_F(Quitting, WithoutAProductPageNothingOffersOne) {
+    const MenuItem visit{"FileVisitWebsiteForInstructions", "", ""};
     Start();
-    Restart(); // the menu answers to the program that runs now
     Perform("EditAboutLarkspool", &Console());
     EXPECT_FALSE(desktop.dialogs.at(0).alternateEnabled);
-    const MenuItem visit{"FileVisitWebsiteForInstructions", "", ""};
     EXPECT_FALSE(desktop.Answers(visit, &Console()));
+    deployment.productPage = "http://127.0.0.1:8080/";
+    Restart(); // the menu answers to the program that runs now
+    desktop.answers = {MessageDialog::Answer::Action, MessageDialog::Answer::Alternate};
+    Perform("EditAboutLarkspool", &Console());
+    EXPECT_TRUE(desktop.dialogs.at(1).message.starts_with("Larkspool 1.3.0b4"));
+    EXPECT_EQ(desktop.dialogs[1].alternateCaption, "Visit Website");
+    EXPECT_TRUE(desktop.openedPages.empty());
+    Perform("EditAboutLarkspool", &Console());
+    Perform(visit.name, &Console());
+    EXPECT_EQ(desktop.openedPages, Strings(2, "http://127.0.0.1:8080/"));
 }
 
 } // namespace

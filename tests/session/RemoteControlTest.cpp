@@ -84,31 +84,38 @@ TEST_F(RemoteControl, APeerTakesTheConsoleThroughAWholeSession) {
     Say("disconnect");
     EXPECT_FALSE(Audio().socket.IsConnected());
     EXPECT_TRUE(LogHas("ofreq:7055000")) << "without what is not part of the command";
+    for (int i = 0; i < 3000; ++i) {
+        Say("\xff flood " + std::to_string(i));
+    }
+    Say("ofreq:7000000");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "7000");
+    EXPECT_EQ(Log().size(), 2000U) << "the newest rows";
 }
 
-TEST_F(RemoteControl, EveryNewFrequencyIsToldWhileTheBoxIsTicked) {
+TEST_F(RemoteControl, APeerIsToldFrequenciesAndTheRateAndPressesNothingThatTheUserCannot) {
     StartWithNetwork();
     Say("ofreq:7074000");
     Say("ofreq:7074000"); // nothing new
     Console().TextFieldFreq.SetText("9999.5");
     EXPECT_EQ(Take(), (Sent{Text("freq:007074000"), Text("freq:009999500")}));
-    Console().CheckBoxNetwork.SetValue(false);
-    Say("ofreq:5000000");
-    EXPECT_EQ(Console().TextFieldFreq.Text(), "5000") << "the socket still obeys";
-    EXPECT_TRUE(Take().empty());
-}
-
-TEST_F(RemoteControl, TheRateIsGuessedUntilTheReceiverTellsIt) {
-    StartWithNetwork();
     Say("vrxct:");
-    EXPECT_EQ(Take(), (Sent{Text("vrxcount:1"), Text("streamrate:12001")}));
-    Say("staud:1");
-    EXPECT_EQ(Take(), Sent{Text("streamrate:12001")});
+    EXPECT_EQ(Take(), (Sent{Text("vrxcount:1"), Text("streamrate:12001")})) << "a guess";
+    Say("togglerecord");
+    desktop.Advance(1);
+    EXPECT_TRUE(Recordings().empty());
+    Say("connect"); // to nowhere
+    EXPECT_EQ(desktop.boxes.size(), 1U);
+    desktop.Advance(2);
+    EXPECT_EQ(Audio().socket.connects, 0);
     PressConnect();
     Answer("12000.9");
     Console().PushButtonDisconnect.Push();
     Say("staud:1");
     EXPECT_EQ(Take(), Sent{Text("streamrate:12000.9")});
+    Console().CheckBoxNetwork.SetValue(false);
+    Say("ofreq:5000000");
+    EXPECT_EQ(Console().TextFieldFreq.Text(), "5000") << "the socket still obeys";
+    EXPECT_TRUE(Take().empty());
 }
 
 TEST_F(RemoteControl, TheBoxIsRememberedAndBindsTheSocketOnce) {
@@ -122,43 +129,15 @@ TEST_F(RemoteControl, TheBoxIsRememberedAndBindsTheSocketOnce) {
     EXPECT_TRUE(Console().CheckBoxNetwork.Value());
     EXPECT_TRUE(Socket().bound);
     EXPECT_EQ(Socket().port, 58284);
-    EXPECT_EQ(Log(), Strings{"last error 0"});
     Console().CheckBoxNetwork.SetValue(false);
     Restart();
     EXPECT_FALSE(Socket().bound);
-}
-
-TEST_F(RemoteControl, ATakenPortLeavesARowAndAWorkingConsole) {
-    Start();
     Socket().lastError = 98;
     Console().CheckBoxNetwork.SetValue(true);
     EXPECT_TRUE(LogHas("last error 98"));
+    Take();
     Console().TextFieldFreq.SetText("5000");
-    EXPECT_EQ(Take(), Sent{Text("freq:005000000")});
-}
-
-TEST_F(RemoteControl, WhatTheUserCannotPressAPeerCannotEither) {
-    StartWithNetwork();
-    Say("togglerecord");
-    desktop.Advance(1);
-    EXPECT_TRUE(Recordings().empty());
-    Say("connect"); // to nowhere
-    EXPECT_EQ(desktop.boxes.size(), 1U);
-    desktop.Advance(2);
-    EXPECT_EQ(Audio().socket.connects, 0);
-}
-
-TEST_F(RemoteControl, AMissingSendFunctionCostsOneBoxAndNothingElse) {
-    desktop.sound.missing = {"SendUdpCommand"};
-    StreamToPeer();
-    for (int i = 0; i < 3; ++i) {
-        Hear(512);
-    }
-    EXPECT_EQ(desktop.boxes.size(), 1U);
-    EXPECT_TRUE(SaysStreaming());
-    desktop.sound.missing.clear();
-    Hear(512);
-    EXPECT_EQ(Numbers(Take()), std::vector<unsigned>{3}) << "what could not be sent is lost";
+    EXPECT_EQ(Take(), Sent{Text("freq:005000000")}) << "the console works with a taken port";
 }
 
 TEST_F(RemoteControl, TheStreamCarriesTheSoundThatIsHeard) {
@@ -190,6 +169,11 @@ TEST_F(RemoteControl, APauseOfTheStreamLosesNeitherItsPlaceNorItsRest) {
     desktop.Advance(0.02);
     EXPECT_FALSE(SaysStreaming());
     Hear(5000);
+    Console().PushButtonDisconnect.Push();
+    desktop.Advance(2);
+    const std::uint64_t before = desktop.queue.Asked();
+    desktop.Advance(10);
+    EXPECT_LE(desktop.queue.Asked() - before, 130U) << "twelve a second, and no keep-alives";
     Say("staud:1");
     ConnectAndStream(); // a new session goes on with it
     Take();
@@ -197,17 +181,6 @@ TEST_F(RemoteControl, APauseOfTheStreamLosesNeitherItsPlaceNorItsRest) {
     EXPECT_TRUE(Take().empty());
     Hear(1);
     EXPECT_EQ(Numbers(Take()), std::vector<unsigned>{1});
-}
-
-TEST_F(RemoteControl, WithoutAStreamTheConsoleStaysAsleep) {
-    StreamToPeer();
-    Say("staud:0");
-    Console().PushButtonDisconnect.Push();
-    desktop.Advance(2);
-    const std::uint64_t before = desktop.queue.Asked();
-    desktop.Advance(10);
-    EXPECT_LE(desktop.queue.Asked() - before, 130U)
-        << "the display's ten a second and the keep-alives";
 }
 
 TEST_F(RemoteControl, WithTheBoxUntickedTheNewestSecondsWait) {

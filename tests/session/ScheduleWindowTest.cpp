@@ -51,52 +51,26 @@ TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
     Perform("FileClose", &one);
     EXPECT_EQ(desktop.windows, (std::vector<Window*>{&Console(), &other}));
     EXPECT_FALSE(desktop.hasEnded);
+    other.Close(); // on its way out, when the user still reaches its menu
+    Save(other, Document("late.txt"));
+    EXPECT_EQ(desktop.windows.size(), 1U);
+    EXPECT_FALSE(Document("late.txt").Exists());
 }
 
-TEST_F(ScheduleWindow, AnEntryRepeatsTheConsoleAndStartsInFiveSeconds) {
+TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDeleted) {
     SkedWindow& window = NewWindow();
     Console().TextFieldAddress.SetText("2001:db8::3");
     Console().TextFieldPort.SetText("8074");
     Console().TextFieldFreq.SetText("9410.5");
-    Console().PopupMenuMode.SetListIndex(3);
-    Console().TextFieldLowCut.SetText("250");
     SetClock("2027-01-16T23:59:50");
-    Choose(window, "Add entry");
-    EXPECT_EQ(Row(window, 0),
-              (Strings{Third, "", "23:59:55-00:00:10", "9410.5", "usb", "250,2700"}));
-    Enable(window);
-    Sleep(60);
-    EXPECT_EQ(Heard(), (Recordings{{"3 9410.5 usb 250 2700", 15}}));
-}
-
-TEST_F(ScheduleWindow, TheMenuOffersToDeleteTheChosenRow) {
-    SkedWindow& window = NewWindow();
-    for (const char* name : {"a", "b", "c"}) {
-        window.ListboxSkeds.AddRow(name);
-    }
-    EXPECT_EQ(ContextItems(window).size(), 4U);
-    window.ListboxSkeds.SetListIndex(1);
-    const MenuItem item = ContextItems(window).back();
-    EXPECT_EQ(item.caption, "Delete entry");
-    window.ListboxSkeds.SetListIndex(2); // the menu is still open
-    window.ListboxSkeds.contextualMenuAction(item);
-    EXPECT_EQ(Cell(window, 0, 0) + Cell(window, 1, 0), "ac");
-    window.ListboxSkeds.contextualMenuAction(item);
-    window.ListboxSkeds.contextualMenuAction(item); // there is no such row any more
-    EXPECT_EQ(window.ListboxSkeds.ListCount(), 1);
-}
-
-TEST_F(ScheduleWindow, AStationListsLineBecomesARow) {
-    SkedWindow& window = NewWindow();
     desktop.clipboard = "Station\t9410\t0600-0700\tEnglish\n";
-    Console().TextFieldAddress.SetText("first.example.net");
     for (const auto& [mode, expected] : {std::pair(0, "am"), {1, "amn"}, {3, "amn"}}) {
         Console().PopupMenuMode.SetListIndex(mode);
         Console().TextFieldLowCut.SetText("-250");
         Console().TextFieldHighCut.SetText("350");
         Choose(window, "Add entry from clipboard");
         EXPECT_EQ(Row(window, window.ListboxSkeds.LastIndex()),
-                  (Strings{First, "", "06:00:00-07:00:00", "9410", expected, "-250,350"}));
+                  (Strings{Third, "", "06:00:00-07:00:00", "9410", expected, "-250,350"}));
     }
     for (const char* text : {"Station\t9410", "Station\t9410\t0600-0700-0800"}) {
         desktop.clipboard = text;
@@ -107,7 +81,23 @@ TEST_F(ScheduleWindow, AStationListsLineBecomesARow) {
     EXPECT_EQ(desktop.boxes,
               (Strings{"Incorrect text in the clipboard", "Incorrect time text in the clipboard",
                        "No text in the clipboard"}));
-    EXPECT_EQ(window.ListboxSkeds.ListCount(), 3);
+    EXPECT_EQ(ContextItems(window).size(), 4U);
+    window.ListboxSkeds.SetListIndex(1);
+    const MenuItem item = ContextItems(window).back();
+    EXPECT_EQ(item.caption, "Delete entry");
+    window.ListboxSkeds.SetListIndex(2); // the menu is still open
+    window.ListboxSkeds.contextualMenuAction(item);
+    EXPECT_EQ(window.ListboxSkeds.ListCount(), 2);
+    EXPECT_EQ(window.ListboxSkeds.ListIndex(), 1) << "the row chosen meanwhile is still chosen";
+    window.ListboxSkeds.contextualMenuAction(item);
+    window.ListboxSkeds.contextualMenuAction(item); // there is no such row any more
+    EXPECT_EQ(Cell(window, 0, SkedWindow::ModeColumn), "am");
+    Choose(window, "Add entry");
+    EXPECT_EQ(Row(window, 1),
+              (Strings{Third, "", "23:59:55-00:00:10", "9410.5", "usb", "-250,350"}));
+    Enable(window);
+    Sleep(60);
+    EXPECT_EQ(Heard(), (Recordings{{"3 9410.5 usb -250 350", 15}}));
 }
 
 TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
@@ -132,19 +122,6 @@ TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
     EXPECT_TRUE(desktop.boxes.empty());
 }
 
-TEST_F(ScheduleWindow, AFullDiskLeavesTheOldScheduleAndSaysSo) {
-    SkedWindow& window = NewWindow();
-    Choose(window, "Add entry");
-    const FolderItem file = Document("schedule.txt");
-    Put(file, "0\n");
-    {
-        const SmallDisk disk(10);
-        Save(window, file);
-    }
-    EXPECT_EQ(ContentOf(file), "0\n");
-    EXPECT_EQ(desktop.boxes, Strings{"Error saving file"});
-}
-
 TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
     SkedWindow& window = NewWindow();
     AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "am", "5000"});
@@ -159,25 +136,22 @@ TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
     EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640");
 }
 
-TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaid) {
+TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFile) {
     SkedWindow& window = NewWindow();
+    Choose(window, "Add entry");
     const FolderItem documents = desktop.Folder(SpecialFolder::Documents);
     ASSERT_NE(Open(Document("gone.txt")), nullptr);
     EXPECT_TRUE(desktop.boxes.empty()) << "a file that has gone meanwhile is an empty schedule";
     Open(documents);
     Save(window, *FolderItem(documents.Path() / "no such folder").Child("schedule.txt"));
     Save(window, documents);
-    EXPECT_EQ(desktop.boxes, (Strings{"Error opening file", "Error saving file"}));
     EXPECT_TRUE(documents.IsFolder());
-}
-
-// Dialogs stay on the screen while the program goes on, and with it the windows.
-TEST_F(ScheduleWindow, AnAnswerThatComesAfterTheWindowsEndIsNobodys) {
-    SkedWindow& window = NewWindow();
-    window.Close(); // on its way out, when the user still reaches its menu
-    Save(window, Document("late.txt"));
-    EXPECT_EQ(desktop.windows.size(), 1U);
-    EXPECT_FALSE(Document("late.txt").Exists());
+    Put(Document("schedule.txt"), "0\n");
+    const SmallDisk disk(10);
+    desktop.boxes.pop_back(); // read and closed
+    Save(window, Document("schedule.txt"));
+    EXPECT_EQ(ContentOf(Document("schedule.txt")), "0\n");
+    EXPECT_EQ(desktop.boxes, (Strings{"Error opening file", "Error saving file"}));
 }
 
 TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {

@@ -25,15 +25,27 @@ class Scheduling : public ScheduleFixture {
     }
 };
 
-TEST_F(Scheduling, EveryEntryOfANightLeavesItsOwnRecording) {
+TEST_F(Scheduling, EveryEntryOfANightLeavesItsOwnRecordingAndNothingConnectsBehindTheLast) {
+    Console().CheckBoxReconnect.SetValue(true);
     SkedWindow& night =
-        Night({{First, "", "22:00:00-22:30:00", "9410", "am", "-4000,4500"},
+        Night({Daily(First, "21:10:00-21:12:59", "9410"), // back to back
+               Daily(Second, "21:13:00-21:15:59", "1620"),
+               Daily(First, "22:02:00-22:06:00", "7000"), // of those that overlap, the upper wins
+               Daily(Second, "22:00:00-22:04:00", "198"), // and the lower starts late
+               Daily(Third, "22:02:00-22:06:00", "5000"), // or never
                {Second, "Sa", "23:30:00-00:30:00", "1620", "usb", "300,2700"},
                {Third, "2027-01-17", "02:00:00-02:01:00", "7000", "cw", "500"},
                {First, "Sa", "02:00:00-05:00:00", "5000", "am", "5000"}}, // it's Sunday by then
               "2027-01-16T21:00:00");
-    Sleep(8 * 3600);
-    EXPECT_EQ(Heard(), (Recordings{{"1 9410 am -4000 4500", 30 * 60},
+    Sleep(6 * 3600);
+    const int connects = Audio().socket.connects;
+    Sleep(2 * 3600); // a reconnect would hold the receiver's place until morning
+    EXPECT_EQ(Audio().socket.connects, connects);
+    EXPECT_FALSE(Audio().socket.IsConnected());
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 3 * 60),
+                                   Of(2, "1620", 3 * 60),
+                                   Of(2, "198", 4 * 60),
+                                   Of(1, "7000", 2 * 60),
                                    {"2 1620 usb 300 2700", 60 * 60},
                                    {"3 7000 cw -500 500", 60}}));
     EXPECT_EQ(night.Title(), "Schedules  Enabled 2027-01-17 05:00:00 UTC  state: 0");
@@ -49,26 +61,6 @@ TEST_F(Scheduling, AnEntryOfASingleSecondIsSeenOnce) {
     desktop.Advance(1);
     EXPECT_EQ(night.state, 0);
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "1");
-}
-
-TEST_F(Scheduling, OfOverlappingEntriesTheUpperWinsAndTheLowerStartsLate) {
-    Night({Daily(First, "22:02:00-22:06:00", "9410"), Daily(Second, "22:00:00-22:04:00", "1620"),
-           Daily(Third, "22:02:00-22:06:00", "198")}, // never gets its turn
-          "2027-01-16T21:59:00");
-    Sleep(15 * 60);
-    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 4 * 60), Of(1, "9410", 2 * 60)}));
-}
-
-TEST_F(Scheduling, EntriesBackToBackAreWholeAndNothingConnectsBehindTheLast) {
-    Console().CheckBoxReconnect.SetValue(true);
-    Night({Daily(First, "22:00:00-22:02:59", "9410"), Daily(Second, "22:03:00-22:05:59", "1620")},
-          "2027-01-16T21:59:00");
-    Sleep(15 * 60);
-    const int connects = Audio().socket.connects;
-    Sleep(3600); // a reconnect would hold the receiver's place until morning
-    EXPECT_EQ(Audio().socket.connects, connects);
-    EXPECT_FALSE(Audio().socket.IsConnected());
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 3 * 60), Of(2, "1620", 3 * 60)}));
 }
 
 TEST_F(Scheduling, AnEntryUntilTheLastSecondOfTheDayEndsAndTheMorningsIsMade) {
@@ -98,87 +90,65 @@ TEST_F(Scheduling, AnEndThatNoTickSawIsActedOnAtTheNext) {
     }
 }
 
-TEST_F(Scheduling, AnEntryMayBeginLateByHandButNeverBehindItsEnd) {
-    for (const int minutes : {3, 10}) {
-        Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
-        receivers.areFull = true;
-        Sleep(minutes * 60);
-        receivers.areFull = false;
-        Console().PushButtonConnect.Push();
-        Sleep(15 * 60);
-        EXPECT_EQ(Audio().socket.IsConnected(), minutes == 10) << "a session of the user's own";
-        EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
-        Console().PushButtonDisconnect.Push();
-    }
-}
-
-TEST_F(Scheduling, AFullReceiverIsTriedAgainOnlyWithReconnectTicked) {
-    for (const bool reconnect : {false, true}) {
+TEST_F(Scheduling, AFullReceiverIsTriedAgainByHandOrWithReconnectTickedButNeverBehindTheEnd) {
+    struct Case {
+        bool reconnect;
+        bool byHand;
+        int fullMinutes;
+        std::size_t recordings;
+    };
+    std::size_t before = 0;
+    for (const auto& [reconnect, byHand, fullMinutes, recordings] :
+         {Case{false, false, 3, 0}, Case{true, false, 3, 1}, Case{false, true, 4, 1},
+          Case{false, true, 10, 0}}) {
         Console().CheckBoxReconnect.SetValue(reconnect);
         SkedWindow& night =
             Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
         receivers.areFull = true;
-        Sleep(150);
-        EXPECT_EQ(night.state, 1) << "the entry counts as running";
+        Sleep(fullMinutes * 60);
+        EXPECT_EQ(night.state, fullMinutes > 9 ? 0 : 1) << "the entry counts as running";
         receivers.areFull = false;
-        Sleep(10 * 60);
-        EXPECT_EQ(night.state, 0);
-        night.Close();
+        if (byHand) {
+            Console().PushButtonConnect.Push();
+        }
+        Sleep(15 * 60);
+        EXPECT_EQ(Audio().socket.IsConnected(), fullMinutes > 9) << "a session of the user's own";
+        EXPECT_EQ(Heard().size(), before += recordings);
         Console().PushButtonDisconnect.Push();
+        night.Close();
         Sleep(120);
     }
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60), Of(1, "9410", 5 * 60)}));
 }
 
-TEST_F(Scheduling, ALinkLostInTheMiddleGoesOnInANewFileWithReconnectTicked) {
-    Console().CheckBoxReconnect.SetValue(true);
-    Night({Daily(First, "22:00:00-22:08:00", "9410")}, "2027-01-16T21:59:00");
-    Sleep(3 * 60);
-    receivers.LoseLinks();
-    Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 2 * 60), Of(1, "9410", 5 * 60)}));
-}
-
-TEST_F(Scheduling, DeletingTheRunningRowEndsIt) {
-    SkedWindow& night = Night({Daily(First, "22:00:00-22:10:00", "9410")}, "2027-01-16T22:00:00");
-    Sleep(120);
-    night.ListboxSkeds.SetListIndex(0);
-    Choose(night, "Delete entry");
-    Sleep(10 * 60);
+TEST_F(Scheduling, ARowIsEditedAWindowDisabledAndARunningRowDeleted) {
+    SkedWindow& night = Night({Daily(First, "22:00:00-22:02:00", "9410")}, "2027-01-16T21:59:00");
+    Choose(night, "Disable schedules");
+    Sleep(90);
     EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 120)}));
-}
-
-TEST_F(Scheduling, EditsHoldFromTheNextTickAndABrokenTimeKeepsARowRunning) {
-    SkedWindow& night = Night({Daily(First, "22:00:00-22:02:00", "9410")}, "2027-01-16T22:00:00");
-    Sleep(60);
-    for (const char* broken : {"22:00:00", "22:00:00-never"}) {
+    Enable(night); // late
+    Sleep(30);
+    for (const char* broken : {"22:00:00", "22:00:00-never"}) { // keeps the row running
         SetCell(night, 0, SkedWindow::TimeColumn, broken);
         Sleep(90);
         EXPECT_EQ(night.state, 1) << broken;
     }
     EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "-1");
-    SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00-22:03:00");
-    Sleep(1);
-    EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "1");
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 241)}));
-}
-
-TEST_F(Scheduling, ADisabledWindowStartsNothingAndEndsNothing) {
-    SkedWindow& night = Night({Daily(First, "22:00:00-22:05:00", "9410")}, "2027-01-16T21:59:00");
-    Choose(night, "Disable schedules");
-    Sleep(120);
-    EXPECT_EQ(night.state, 0);
-    Enable(night); // late, and runs to the usual end if nobody disables it
-    Sleep(60);
-    Choose(night, "Disable schedules");
-    Sleep(5 * 60);
+    SetCell(night, 0, SkedWindow::TimeColumn, "22:00:00-22:05:00");
+    Choose(night, "Disable schedules"); // ends nothing
+    Sleep(3 * 60);
     EXPECT_EQ(night.Title(), "Schedules  Disabled 2027-01-16 22:07:00 UTC  state: 1");
     Enable(night);
     Sleep(1);
     EXPECT_EQ(night.state, 0);
-    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 6 * 60)}));
+    EXPECT_EQ(Cell(night, 0, SkedWindow::TestColumn), "1");
+    SetCell(night, 0, SkedWindow::TimeColumn, "22:08:00-22:30:00");
+    Sleep(3 * 60);
+    night.ListboxSkeds.SetListIndex(0);
+    Choose(night, "Delete entry");
+    Sleep(10 * 60);
+    EXPECT_EQ(night.state, 0);
+    EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 390), Of(1, "9410", 121)}));
 }
 
 TEST_F(Scheduling, OfTwoWindowsTheLaterHasTheConsoleAndTheFirstEndEndsIt) {

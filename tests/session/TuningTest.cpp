@@ -27,48 +27,46 @@ TEST_F(Tuning, EveryKeystrokeTunes) {
         EXPECT_EQ(Modulation(), std::string("SET mod=am low_cut=-5000 high_cut=5000 freq=") + text);
     }
     EXPECT_EQ(app->prefs.prefsLastFreq, 7055.0);
-    EXPECT_EQ(Waterfall().TakeCommands().size(), 7U * 4) << "the waterfall follows each time";
+    const Strings sent = Waterfall().TakeCommands();
+    EXPECT_EQ(sent.size(), 7U * 4) << "the waterfall follows each time";
+    EXPECT_EQ(sent[1], "SET zoom=11 start=-183");
 }
 
-TEST_F(Tuning, TheWheelStepsInKilohertzAndTensOfHertz) {
+TEST_F(Tuning, TheWheelAndTheKeysStepAndReturnConnectsWhereAReceiverIsTyped) {
     ConnectAndStream();
     app->prefsInvertScrollWheelPolarity = true; // the tuning fields don't ask
-    const auto turned = [](TextField& field, const char* text, int steps) {
-        field.SetText(text);
-        field.Wheel(0, 120 * steps);
-        return field.Text();
-    };
     auto& c = Console();
-    EXPECT_EQ(turned(c.TextFieldFreq, "x", 1), "1");
-    EXPECT_EQ(turned(c.TextFieldFreq, "9.9", -20), "-10.1");
-    EXPECT_EQ(turned(c.TextFieldLowCut, "-2700", -3), "-2730");
-    EXPECT_EQ(turned(c.TextFieldHighCut, "99.5", -10), "-0.5");
-    EXPECT_EQ(Modulation(), "SET mod=am low_cut=-2730 high_cut=0 freq=-10.1");
-    EXPECT_FALSE(c.PopupMenuMode.TakesWheel() || c.SliderSquelch.TakesWheel());
-}
-
-TEST_F(Tuning, TheKeysStepFinerAndCoarserToo) {
-    ConnectAndStream();
-    const auto stepped = [](TextField& field, const char* text, double steps) {
-        field.SetText(text);
-        field.Step(steps);
-        return field.Text();
+    struct Case {
+        TextField* field;
+        const char* text;
+        int notches;
+        double keySteps;
+        const char* stepped;
     };
-    auto& c = Console();
-    EXPECT_EQ(stepped(c.TextFieldFreq, "7074.5", 1), "7075.5");
-    EXPECT_EQ(stepped(c.TextFieldFreq, "7074.9", 0.1), "7075");
-    EXPECT_EQ(stepped(c.TextFieldFreq, "7074", -10), "7064");
-    EXPECT_EQ(stepped(c.TextFieldLowCut, "-2700", -1), "-2710");
-    EXPECT_EQ(stepped(c.TextFieldHighCut, "2700", 10), "2800");
+    for (const auto& [field, text, notches, keySteps, stepped] : {
+             Case{&c.TextFieldFreq, "x", 1, 0, "1"},
+             Case{&c.TextFieldFreq, "9.9", -20, 0, "-10.1"},
+             Case{&c.TextFieldLowCut, "-2700", -3, 0, "-2730"},
+             Case{&c.TextFieldHighCut, "99.5", -10, 0, "-0.5"},
+             Case{&c.TextFieldFreq, "7074.9", 0, 0.1, "7075"},
+             Case{&c.TextFieldFreq, "7074", 0, -10, "7064"},
+             Case{&c.TextFieldLowCut, "-2700", 0, -1, "-2710"},
+             Case{&c.TextFieldHighCut, "2700", 0, 10, "2800"},
+             Case{&c.TextFieldAddress, "sdr.example.net", 0, 1, "sdr.example.net"},
+         }) {
+        field->SetText(text);
+        field->Wheel(0, 120 * notches);
+        field->Step(keySteps);
+        EXPECT_EQ(field->Text(), stepped) << text;
+    }
     EXPECT_EQ(Modulation(), "SET mod=am low_cut=-2710 high_cut=2800 freq=7064");
-    c.TextFieldAddress.Step(1);
-    EXPECT_EQ(c.TextFieldAddress.Text(), "sdr.example.net");
+    EXPECT_FALSE(c.PopupMenuMode.TakesWheel() || c.SliderSquelch.TakesWheel());
     const int connects = Audio().socket.connects;
     for (const TextField* field : {&c.TextFieldAddress, &c.TextFieldPort, &c.TextFieldFreq}) {
         field->PressReturn();
         desktop.Advance(2);
     }
-    EXPECT_EQ(Audio().socket.connects, connects + 2) << "Return connects where a receiver is typed";
+    EXPECT_EQ(Audio().socket.connects, connects + 2);
 }
 
 TEST_F(Tuning, AgcSquelchAndEmphasisGoOutAtOnce) {
@@ -111,23 +109,17 @@ TEST_F(Tuning, AModeBringsItsPassbandAndAgcInOneOrder) {
     EXPECT_EQ(Console().LabelAgcDecay.Text(), "Decay 3000 ms");
 }
 
-TEST_F(Tuning, EachModeStartsWithThePassbandThatItIsMadeFor) {
+TEST_F(Tuning, EachOfTheTwelveModesKeepsItsOwnSettings) {
     const char* const passbands[] = {"am -5000 5000",   "amn -2500 2500", "lsb -2700 -100",
                                      "usb 100 2700",    "cw 300 700",     "cwn 470 530",
                                      "nbfm -6000 6000", "lsn -2400 -100", "usn 100 2400",
                                      "sam -4900 4900",  "sal -4900 0",    "sau 0 4900"};
+    const auto edge = [](int mode) { return std::to_string(mode * 7 - 40); };
     for (int mode = 0; mode < 12; ++mode) {
         Console().PopupMenuMode.Pick(mode);
         EXPECT_EQ(Console().PopupMenuMode.Text() + " " + Console().TextFieldLowCut.Text() + " " +
                       Console().TextFieldHighCut.Text(),
                   passbands[mode]);
-    }
-}
-
-TEST_F(Tuning, EachOfTheTwelveModesKeepsItsOwnSettings) {
-    const auto edge = [](int mode) { return std::to_string(mode * 7 - 40); };
-    for (int mode = 0; mode < 12; ++mode) {
-        Console().PopupMenuMode.Pick(mode);
         Console().TextFieldLowCut.SetText(edge(mode) + ".9");
         Console().TextFieldHighCut.SetText(edge(mode + 50));
         Console().SliderAgcManualGain.SetValue(mode * 10);

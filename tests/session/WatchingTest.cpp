@@ -1,8 +1,21 @@
 #include "support/ConsoleFixture.h"
 #include "support/PictureGraphics.h"
 
+#include <optional>
+#include <utility>
+
 namespace larkspool {
 namespace {
+
+// A screen that paints the waterfall when it is asked to, and not before.
+class Screen : public ControlView {
+  public:
+    using ControlView::ControlView;
+    void Changed(Aspect /*aspect*/) override { isStale = true; }
+
+    bool isStale = true;
+    PictureGraphics graphics{1, 1};
+};
 
 // The waterfall in a session: rows come in, a click tunes.
 class Watching : public ConsoleFixture {
@@ -11,6 +24,7 @@ class Watching : public ConsoleFixture {
         Start();
         Console().CheckBoxUpdateWaterfall.SetValue(true);
         ConnectAndStream();
+        screen.emplace(Console().WaterfallCanvas);
     }
 
     void Row(char bin) {
@@ -19,13 +33,16 @@ class Watching : public ConsoleFixture {
     }
 
     Color Pixel(int x, int y) {
-        PictureGraphics graphics(Console().WaterfallCanvas.Bounds().width, 105);
-        Console().WaterfallCanvas.Event_Paint(graphics);
-        return PixelOf(graphics.paper, x, y);
+        if (std::exchange(screen->isStale, false)) {
+            screen->graphics = PictureGraphics(Console().WaterfallCanvas.Bounds().width, 105);
+            Console().WaterfallCanvas.Event_Paint(screen->graphics);
+        }
+        return PixelOf(screen->graphics.paper, x, y);
     }
     Color TopRow() { return Pixel(100, 5); }
 
     ColorTable table;
+    std::optional<Screen> screen;
 };
 
 TEST_F(Watching, RowsArriveAndAreDroppedWhileSwitchedOff) {

@@ -7,7 +7,7 @@ namespace {
 
 using Strings = std::vector<std::string>;
 
-TEST(CommandLineOptions, ScheduleFilesAreOpenedAndEnabledIfSoSaid) {
+TEST(CommandLineArguments, NameTheSchedulesToOpenAndToEnableOrAskForAText) {
     const struct {
         Strings arguments;
         bool enable;
@@ -15,13 +15,10 @@ TEST(CommandLineOptions, ScheduleFilesAreOpenedAndEnabledIfSoSaid) {
         bool isUnderstood;
     } cases[] = {
         {{}, false, {}, true},
-        {{"night.txt"}, false, {"night.txt"}, true},
         {{"--enable", "a b.txt", "/c"}, true, {"a b.txt", "/c"}, true},
         {{"night.txt", "--enable"}, true, {"night.txt"}, true},
-        {{"--enable"}, true, {}, true},
         {{"", "--", "--enable", "-x"}, false, {"--enable", "-x"}, true},
         {{"--enabled", "night.txt"}, false, {"night.txt"}, false},
-        {{"-e"}, false, {}, false},
     };
     for (const auto& c : cases) {
         const CommandLine read = ReadCommandLine(c.arguments);
@@ -31,9 +28,6 @@ TEST(CommandLineOptions, ScheduleFilesAreOpenedAndEnabledIfSoSaid) {
         EXPECT_EQ(read.complaint.empty(), c.isUnderstood) << shown;
         EXPECT_FALSE(TextAskedFor(c.arguments)) << shown;
     }
-}
-
-TEST(CommandLineOptions, HelpAndVersionArePrintedWhateverElseIsSaid) {
     EXPECT_EQ(TextAskedFor(Strings{"-platform", "offscreen", "--version"}), "Larkspool 1.3.0b4\n");
     EXPECT_TRUE(TextAskedFor(Strings{"night.txt", "--help"})->starts_with("Usage: larkspool "));
     EXPECT_FALSE(TextAskedFor(Strings{"--", "--help"}));
