@@ -167,7 +167,8 @@ TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaid) {
     Open(documents);
     Save(window, *FolderItem(documents.Path() / "no such folder").Child("schedule.txt"));
     Save(window, documents);
-    EXPECT_EQ(desktop.boxes, (Strings{"Error opening file", "Error saving file"}));
+    EXPECT_EQ(desktop.boxes,
+              (Strings{"Error opening file", "Error saving file", "Error saving file"}));
     EXPECT_TRUE(documents.IsFolder());
 }
 
