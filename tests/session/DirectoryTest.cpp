@@ -88,13 +88,13 @@ TEST_F(Directory, AnyOfTheFirstSixRowsThatAreThereMayBeShown) {
     EXPECT_EQ(shown(Entry("a", "h:1") + Entry("b", "h:2")), (std::set<int>{0, 1}));
 }
 
-TEST_F(Directory, ADeadNetworkCostsOneMessageBoxAndNoReceiverOfOnesOwn) {
+TEST_F(Directory, ADeadNetworkCostsAMessageBoxAndNoReceiverOfOnesOwn) {
     Put(FavoritesFile(), "one.example;1;Mine\n");
     Start();
     Fetch().Fail(102);
     Console().GetKiwiList();
     Fetch().Fail(102);
-    EXPECT_EQ(desktop.boxes, Strings{"Could not download KiwiSDR list, error 102"});
+    EXPECT_EQ(desktop.boxes, Strings(2, "Could not download KiwiSDR list, error 102"));
     EXPECT_EQ(Rows(), SiteAnd({"Mine"}));
     Popup().Pick(7);
     EXPECT_EQ(Target(), "one.example:1");

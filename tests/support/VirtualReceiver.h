@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/VirtualSocket.h"
+#include "support/VirtualSockets.h"
 
 #include <cstdint>
 #include <string>
