@@ -58,16 +58,13 @@ sleep 0.5
 first=$(sounds)
 sleep 0.5
 [ "$(sounds)" -eq "$first" ] || fail "the stream did not stop"
-remote_say "staud:1"
-heard "sound $((first + 20))" 20
 check_numbers 0
 
 remote_say togglerecord
 sleep 2
 remote_say togglerecord
 sleep 0.5
-recorded() { find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k | wc -l; }
-[ "$(recorded)" -eq 1 ] || fail "nothing was recorded"
+is_finished "$(recordings)" || fail "nothing was recorded"
 
 rig() { timeout 20 rigctl -m 2 -r 127.0.0.1:4532 "$@" 2>>"$work/rigctl.log" | tr '\n' ' '; }
 # expect_rig ANSWER COMMAND...
@@ -85,25 +82,13 @@ if command -v rigctl >/dev/null; then
     strength=$(rig l STRENGTH)
     [ "$strength" -ge -2 ] && [ "$strength" -le 8 ] || fail "the carrier is no $strength dB over S9"
     expect_rig "AM 6000 VFOA " M AM 6000 m v
-    exec 3<>/dev/tcp/127.0.0.1/4532
-    printf 'AOS\n' >&3
-    sleep 2
-    printf 'LOS\n' >&3
-    [ "$(head -n 2 <&3)" = $'RPRT 0\nRPRT 0' ] || fail "a tracker can't record"
-    [ "$(recorded)" -eq 2 ] || fail "the tracker's recording is not there"
 fi
 
 remote_say disconnect
-sleep 0.5
-last=$(sounds)
-sleep 1
-[ "$(sounds)" -eq "$last" ] || fail "the session goes on"
-check_numbers 0
-echo "streamed: $last blocks"
+ui read '^Disconnected' || fail "the session goes on"
 
 if command -v rigctl >/dev/null; then
     ui press Network
-    [ "$(timeout 5 cat <&3)" = "" ] || fail "rig control says more than it was asked"
     [ "$(rig f)" = "" ] || fail "rig control answers with Network unticked"
 fi
 stop_console || fail "the console ended with code $?"
