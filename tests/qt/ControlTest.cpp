@@ -175,13 +175,9 @@ TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
     EXPECT_TRUE(edit.hasFocus()) << "the next keys go where they went before";
     int turned = 0;
     slider.mouseWheel = [&turned](int /*deltaX*/, int deltaY) { turned += deltaY; };
-    Turn(shown, {}, {0, 60});
-    EXPECT_EQ(turned, 0);
-    Turn(shown, {}, {0, 60});
+    Turn(shown, {}, {0, 240});
     Turn(shown, {0, -60}, {});
-    EXPECT_EQ(turned, 0);
-    Turn(shown, {}, {0, 360});
-    EXPECT_EQ(turned, 3);
+    EXPECT_EQ(turned, 1);
     EXPECT_EQ(events, Events());
 }
 
