@@ -66,9 +66,6 @@ evening_directory() {
 # A favorite is typed over in place and is in the popup as soon as its window is closed.
 evening_favorites() {
     local window
-    ui pick Receivers "Shed antenna"
-    await_value "Receiver address" 192.0.2.99
-    await_value "Receiver port" 8099
     ui press "Favorites..."
     window=$(await_title '^Favorite Kiwis$' 10) || fail "$window"
     ui focus Favorites
