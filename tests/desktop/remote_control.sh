@@ -16,13 +16,6 @@ heard() {
 
 sounds() { grep -c '^sound' "$work/peer.log"; }
 
-# Datagrams stream in, numbered from the one on without gap or repetition.
-check_numbers() {
-    sed -n 's/^sound //p' "$work/peer.log" |
-        awk -v next_number="$1" '$1 != next_number { bad = 1; print "block", $1, "in place of", next_number }
-            { next_number = ($1 + 1) % 65536 } END { exit bad }' || fail "the stream has a gap"
-}
-
 ! remote_port_taken || skip "something listens on port $remote_port already"
 python3 "$here/peer.py" >"$work/peer.log" 2>&1 &
 peer=$!
@@ -58,7 +51,8 @@ sleep 0.5
 first=$(sounds)
 sleep 0.5
 [ "$(sounds)" -eq "$first" ] || fail "the stream did not stop"
-check_numbers 0
+sed -n 's/^sound //p' "$work/peer.log" | cmp - <(seq 0 $((first - 1))) ||
+    fail "the stream has a gap or a repetition"
 
 remote_say togglerecord
 sleep 2
