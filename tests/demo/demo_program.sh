@@ -69,8 +69,11 @@ frames=$(timeout 20 head -c 15000 <&3 | grep -aoF SND | wc -l)
 [[ $(page "/version/versionb.html?p=0001130M1207" x) == *1.4.0 ]] || fail "no newer version"
 [[ $(page "/version/versionb.html?p=0001140M1207" x) == *LATEST ]] || fail "not the latest version"
 
-message=$("$program" --rate fast 2>&1)
-[ $? = 2 ] && [[ $message == *--rate* ]] || fail "a mistaken option: $message"
+for mistake in --prots=1 --ports=8073-8075 --ports=65530 --ports=1,2,3 --ports=1,2,3,4,5,6,7,8 \
+    --ports= --rate=nan --rate=0 --rate=12000x --http-port=70000 --jitter-ms=-1 "--newest=a<b>" --rate; do
+    message=$(timeout 20 "$program" "$mistake" 2>&1)
+    [ $? = 2 ] && [[ $message == *${mistake%%=*}* ]] || fail "$mistake is not named: $message"
+done
 message=$(timeout 20 "$program" --ports 0 --http-port "$http_port" 2>&1)
 [ $? = 1 ] && [[ $message == *$http_port* ]] || fail "a port that is taken: $message"
 

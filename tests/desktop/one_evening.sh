@@ -86,10 +86,9 @@ pixel_colors() {
         sed -n 's/^\([0-9]*\),0: *(\([0-9]*\),\([0-9]*\),\([0-9]*\).*/\1 \2 \3 \4/p'
 }
 
-# A lone carrier stands in the waterfall where it belongs, in the table's color, and a click on it
-# tunes to it.
+# A lone carrier stands in the waterfall where it belongs, and a click on it tunes to it.
 evening_band() {
-    local left top width height expected trace color tuned
+    local left top width height expected trace tuned
     ui type "Frequency in kHz" 10015
     ui press "Update waterfall"
     connect_console
@@ -105,11 +104,6 @@ evening_band() {
         END { print at }' "$work/row.txt")
     echo "the trace stands at $trace, the geometry says $expected"
     [ $((trace - expected)) -ge -1 ] && [ $((trace - expected)) -le 1 ] || fail "the trace is off"
-    # -70 dBm is 130 above the bottom of the range: entry 520 of the scale is (77, 255, 0).
-    color=$(awk -v at="$trace" '$1 == at { print $2, $3, $4 }' "$work/row.txt")
-    echo "its color is $color"
-    echo "$color" | awk '{ exit !($1 > 40 && $1 < 115 && $2 > 250 && $3 < 5) }' ||
-        fail "that is not its color"
     # The passband's mark, -5,000 to 5,000 Hz, is 349 points to each side of the carrier's.
     pixel_colors 1 >"$work/marks.txt"
     grep -qx '200 255 255 0' "$work/marks.txt" && grep -qx '511 255 0 0' "$work/marks.txt" ||
@@ -124,17 +118,12 @@ evening_band() {
 
 # From the receiver to the loudspeaker.
 evening_tone() {
-    local meter
     ui type "Frequency in kHz" 10000
     sleep 3 # a second and more of the sound is on its way
     sound_server_record speakers "$work/heard.wav"
     sleep 5
     sound_server_record_stop
     check_tone "$work/heard.wav" 3 30
-    meter=$(ui read ' dBm ')
-    echo "meter: $meter"
-    echo "$meter" | awk '{ exit !($1 > -65 && $1 < -55) }' ||
-        fail "the S-meter does not show the station"
 }
 
 # check_recording FILE SHORTEST LONGEST (seconds): as others read it, and by its sound.
@@ -143,8 +132,7 @@ check_recording() {
     [ "$(soxi -t "$file")" = wav ] && [ "$(soxi -r "$file")" = 12000 ] &&
         [ "$(soxi -c "$file")" = 1 ] && [ "$(soxi -e "$file")" = "Signed Integer PCM" ] &&
         [ "$(soxi -b "$file")" = 16 ] || fail "not the format of a recording: $(soxi "$file")"
-    [ $((44 + 2 * $(soxi -s "$file"))) -eq "$(stat -c %s "$file")" ] ||
-        fail "the header does not tell how much there is"
+    is_finished "$file" || fail "the header does not tell how much there is"
     sox "$file" -n stat >"$work/sox.log" 2>&1 || fail "sox can't read it: $(cat "$work/sox.log")"
     grep -i warn "$work/sox.log" && fail "sox is not content with it"
     check_tone "$@"
