@@ -29,18 +29,5 @@ TEST(Options, ArriveInTheirUnits) {
     EXPECT_TRUE(options.busy && options.quiet);
 }
 
-TEST(Options, MistakesAreNamed) {
-    for (const char* mistake :
-         {"--prots=1", "--ports=8073-8075", "--ports=65530", "--ports=1,2,3",
-          "--ports=1,2,3,4,5,6,7,8", "--ports=", "--rate=nan", "--rate=0", "--rate=12000x",
-          "--http-port=70000", "--jitter-ms=-1", "--newest=a<b>", "--rate"}) {
-        const std::string name(
-            std::string_view(mistake).substr(0, std::string_view(mistake).find('=')));
-        const auto parsed = ParseOptions(Arguments{mistake});
-        const auto* problem = std::get_if<std::string>(&parsed);
-        EXPECT_TRUE(problem != nullptr && problem->find(name) != std::string::npos) << mistake;
-    }
-}
-
 } // namespace
 } // namespace larkspool::demo

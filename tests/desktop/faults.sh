@@ -27,7 +27,14 @@ playable() {
 }
 
 is_receiving() { ui read '^[1-9][0-9.]* samples/sec' "${1:-10}" >/dev/null; }
-start_recording() { ui press "Start Recording" && ui read '^00:00:0[2-9]$' 20 >/dev/null; }
+
+# A session that is being recorded.
+start_recording() {
+    start_console
+    connect_console
+    ui press "Start Recording"
+    ui read '^00:00:0[2-9]$' 20 >/dev/null || fail "no recording"
+}
 
 # So that there are settings to lose.
 save_settings() {
@@ -44,9 +51,7 @@ restart_shows_saved() {
 
 fault_killed() {
     save_settings
-    start_console
-    connect_console
-    start_recording || fail "no recording"
+    start_recording
     kill -KILL "$console"
     wait "$console" 2>/dev/null
     ! is_finished "$(recordings)" || fail "this recording was not cut short at all"
@@ -57,9 +62,7 @@ fault_killed() {
 }
 
 fault_two_programs() {
-    start_console
-    connect_console
-    start_recording || fail "no recording"
+    start_recording
     local first=$console
     HOME=$home XDG_CONFIG_HOME=$home/config XDG_DATA_HOME=$home/data \
         "$build_dir/bin/larkspool" >"$work/second.log" 2>&1 &
@@ -112,9 +115,7 @@ fault_read_only() {
 
 fault_sound_server() {
     local server=$sound_server_dir bus=$DBUS_SESSION_BUS_ADDRESS
-    start_console
-    connect_console
-    start_recording || fail "no recording"
+    start_recording
     kill -KILL "$sound_server_pid"
     wait "$sound_server_pid" 2>/dev/null
     sleep 3
@@ -139,10 +140,8 @@ sounds_again() {
 
 fault_half_open() {
     [ -n "${LARKSPOOL_OWN_NETWORK:-}" ] || skip "no right to make a network of its own"
-    start_console
+    start_recording
     ui press Reconnect
-    connect_console
-    start_recording || fail "no recording"
     ip link set lo down
     local from=$SECONDS
     eventually 40 is_finished "$(recordings)" || fail "the dead link was not noticed"
@@ -159,9 +158,7 @@ fault_half_open() {
 two_recordings() { [ "$(recordings | wc -l)" -eq 2 ]; }
 
 fault_silent_receiver() {
-    start_console
-    connect_console
-    start_recording || fail "no recording"
+    start_recording
     kill -STOP "$receivers"
     ui read '^0 samples/sec.*nothing received for' 10 || fail "the silence does not show"
     ui press Disconnect

@@ -122,11 +122,9 @@ check_tone() {
     seconds=$(soxi -D "$1" 2>/dev/null) || fail "$1 can't be read"
     heard=$("$build_dir/bin/larkspool-heard" "$1") || fail "nothing was heard in $1"
     echo "$(basename "$1"): $seconds s, heard: $heard"
-    awk -v s="$seconds" -v least="$2" -v most="$3" 'BEGIN { exit !(s >= least && s <= most) }' ||
-        fail "it should last from $2 to $3 s"
-    awk -v hertz="${heard%% *}" -v off="$tone_tolerance" \
-        'BEGIN { exit !(hertz > 1000 - off && hertz < 1000 + off) }' ||
-        fail "that is not the station's tone"
+    awk -v s="$seconds" -v least="$2" -v most="$3" -v hertz="${heard%% *}" -v off="$tone_tolerance" \
+        'BEGIN { exit !(s >= least && s <= most && hertz > 1000 - off && hertz < 1000 + off) }' ||
+        fail "it should last from $2 to $3 s, with the station's tone"
 }
 tone_tolerance=2 # Hz
 

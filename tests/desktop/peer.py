@@ -28,12 +28,7 @@ def sound(datagram):
     return f"sound {number}"
 
 
-readers = {}
-try:
-    readers = {listen(58283): text, listen(58286): sound}
-except OSError as taken:
-    print("taken", taken, flush=True)
-    sys.exit(77)
+readers = {listen(58283): text, listen(58286): sound}
 print("ready", flush=True)
 while True:
     for heard in select.select(list(readers), [], [])[0]:

@@ -16,13 +16,6 @@ heard() {
 
 sounds() { grep -c '^sound' "$work/peer.log"; }
 
-# Datagrams stream in, numbered from the one on without gap or repetition.
-check_numbers() {
-    sed -n 's/^sound //p' "$work/peer.log" |
-        awk -v next_number="$1" '$1 != next_number { bad = 1; print "block", $1, "in place of", next_number }
-            { next_number = ($1 + 1) % 65536 } END { exit bad }' || fail "the stream has a gap"
-}
-
 ! remote_port_taken || skip "something listens on port $remote_port already"
 python3 "$here/peer.py" >"$work/peer.log" 2>&1 &
 peer=$!
@@ -58,16 +51,14 @@ sleep 0.5
 first=$(sounds)
 sleep 0.5
 [ "$(sounds)" -eq "$first" ] || fail "the stream did not stop"
-remote_say "staud:1"
-heard "sound $((first + 20))" 20
-check_numbers 0
+sed -n 's/^sound //p' "$work/peer.log" | cmp - <(seq 0 $((first - 1))) ||
+    fail "the stream has a gap or a repetition"
 
 remote_say togglerecord
 sleep 2
 remote_say togglerecord
 sleep 0.5
-recorded() { find "$work/home/Documents" -name 'KiwiRecording-*' -size +20k | wc -l; }
-[ "$(recorded)" -eq 1 ] || fail "nothing was recorded"
+is_finished "$(recordings)" || fail "nothing was recorded"
 
 rig() { timeout 20 rigctl -m 2 -r 127.0.0.1:4532 "$@" 2>>"$work/rigctl.log" | tr '\n' ' '; }
 # expect_rig ANSWER COMMAND...
@@ -85,25 +76,13 @@ if command -v rigctl >/dev/null; then
     strength=$(rig l STRENGTH)
     [ "$strength" -ge -2 ] && [ "$strength" -le 8 ] || fail "the carrier is no $strength dB over S9"
     expect_rig "AM 6000 VFOA " M AM 6000 m v
-    exec 3<>/dev/tcp/127.0.0.1/4532
-    printf 'AOS\n' >&3
-    sleep 2
-    printf 'LOS\n' >&3
-    [ "$(head -n 2 <&3)" = $'RPRT 0\nRPRT 0' ] || fail "a tracker can't record"
-    [ "$(recorded)" -eq 2 ] || fail "the tracker's recording is not there"
 fi
 
 remote_say disconnect
-sleep 0.5
-last=$(sounds)
-sleep 1
-[ "$(sounds)" -eq "$last" ] || fail "the session goes on"
-check_numbers 0
-echo "streamed: $last blocks"
+ui read '^Disconnected' || fail "the session goes on"
 
 if command -v rigctl >/dev/null; then
     ui press Network
-    [ "$(timeout 5 cat <&3)" = "" ] || fail "rig control says more than it was asked"
     [ "$(rig f)" = "" ] || fail "rig control answers with Network unticked"
 fi
 stop_console || fail "the console ended with code $?"

@@ -68,17 +68,6 @@ TEST_F(Boxes, TheSameTextIsShownTwiceOnlyIfAnAnswerIsAwaited) {
     EXPECT_EQ(Shown<QMessageBox>().size(), 1U);
 }
 
-TEST_F(Boxes, AMissingFunctionIsToldOnceAndTheProgramGoesOn) {
-    QtSoundLibrary library(QStringLiteral("/no/such/library.so"));
-    const auto call = [&library] { library.StartSoundOutput(0, 1.0); };
-    EXPECT_THROW(call(), FunctionNotFound);
-    TheDesktop().Raise(call);
-    TheDesktop().Raise(call);
-    ASSERT_EQ(Shown<QMessageBox>().size(), 1U);
-    const QString text = Shown<QMessageBox>().front()->text();
-    EXPECT_TRUE(text.contains("StartSoundOutput") && text.contains("/no/such/library.so"));
-}
-
 TEST_F(Boxes, EachButtonHasItsAnswer) {
     using enum MessageDialog::Answer;
     for (const auto& [caption, expected] :

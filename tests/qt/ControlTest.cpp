@@ -20,6 +20,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -91,12 +93,11 @@ TEST_F(Controls, WhatTheUserDoesReachesTheProgram) {
 }
 
 TEST_F(Controls, WhatTheProgramSetsShowsAndRaisesItsEventOnce) {
-    field.SetEnabled(false);
     box.SetVisible(false);
     window.Open();
-    EXPECT_FALSE(window.Find<QLineEdit>("Field").isEnabled());
     EXPECT_FALSE(window.Find<QCheckBox>("Box").isVisible());
     field.SetText("1280");
+    field.SetEnabled(false);
     box.SetValue(true);
     box.SetVisible(true);
     popup.SetListIndex(2);
@@ -104,13 +105,13 @@ TEST_F(Controls, WhatTheProgramSetsShowsAndRaisesItsEventOnce) {
     bar.SetValue(1000);
     button.SetCaption("Stop");
     EXPECT_EQ(events, (Events{"text 1280", "on", "row third", "value 33"}));
-    EXPECT_EQ(window.Find<QLineEdit>("Field").text(), "1280");
-    EXPECT_TRUE(window.Find<QCheckBox>("Box").isChecked());
-    EXPECT_TRUE(window.Find<QCheckBox>("Box").isVisible());
-    EXPECT_EQ(window.Find<QComboBox>("Popup").currentText(), "third");
-    EXPECT_EQ(window.Find<QSlider>("Slider").value(), 33);
-    EXPECT_EQ(window.Find<QProgressBar>("Bar").value(), 100);
-    EXPECT_EQ(window.Find<QPushButton>("Button").text(), "Stop");
+    for (const auto& [name, property, shown] :
+         {std::tuple{"Field", "text", "1280"}, std::tuple{"Field", "enabled", "false"},
+          std::tuple{"Box", "checked", "true"}, std::tuple{"Box", "visible", "true"},
+          std::tuple{"Popup", "currentText", "third"}, std::tuple{"Slider", "value", "33"},
+          std::tuple{"Bar", "value", "100"}, std::tuple{"Button", "text", "Stop"}}) {
+        EXPECT_EQ(window.Find<QWidget>(name).property(property).toString(), shown) << name;
+    }
 }
 
 TEST_F(Controls, ABarIsPaintedOnlyWhereItShows) {
@@ -175,13 +176,9 @@ TEST_F(Controls, TheWheelActsOnlyWhereTheProgramTakesIt) {
     EXPECT_TRUE(edit.hasFocus()) << "the next keys go where they went before";
     int turned = 0;
     slider.mouseWheel = [&turned](int /*deltaX*/, int deltaY) { turned += deltaY; };
-    Turn(shown, {}, {0, 60});
-    EXPECT_EQ(turned, 0);
-    Turn(shown, {}, {0, 60});
+    Turn(shown, {}, {0, 240});
     Turn(shown, {0, -60}, {});
-    EXPECT_EQ(turned, 0);
-    Turn(shown, {}, {0, 360});
-    EXPECT_EQ(turned, 3);
+    EXPECT_EQ(turned, 1);
     EXPECT_EQ(events, Events());
 }
 

@@ -1,5 +1,5 @@
-// Timers, the loop's end, and what keeps a program going that is left alone: a log that waits for
-// no disk, a computer that doesn't go to sleep.
+// Timers, the loop's end, a missing library, and what keeps a program going that is left alone: a
+// log that waits for no disk, a computer that doesn't go to sleep.
 #include "platform/qt/BackgroundLog.h"
 #include "qt/OnScreen.h"
 #ifdef LARKSPOOL_HAS_DBUS
@@ -55,6 +55,11 @@ TEST(Loop, TheSystemsQuitCommandIsAskedOfTheProgram) {
     QCoreApplication::sendEvent(qApp, &quit);
     TheDesktop().quitRequested = nullptr;
     EXPECT_EQ(asked, 1);
+}
+
+TEST(SoundLibrary, AMissingFunctionIsThrown) {
+    QtSoundLibrary library(QStringLiteral("/no/such/library.so"));
+    EXPECT_THROW(library.StartSoundOutput(0, 1.0), FunctionNotFound);
 }
 
 TEST(BackgroundLog, ADiskThatHangsCostsRowsAndNobodyWaits) {

@@ -195,18 +195,14 @@ TEST_F(TCP, OfANamesAddressesTheFirstThatAnswersIsTaken) {
         EXPECT_EQ(taken(), expected);
         socket->Disconnect();
     }
-}
-
-TEST_F(TCP, ALinkThatIsGivenUpWhileAddressesAreTriedStaysSilent) {
-    const SilentPeer silent(QHostAddress("127.0.0.2"), server.serverPort());
-    scriptedNames["late.test"] = {"127.0.0.2", "127.0.0.1"};
-    socket->address = "late.test";
+    events.clear();
+    socket->address = "n2.test";
     socket->Connect();
     QTest::qWait(50);
-    socket->Disconnect();
+    socket->Disconnect(); // while addresses are tried
     QTest::qWait(400);
     EXPECT_EQ(events, Events{"error 102"});
-    EXPECT_FALSE(server.hasPendingConnections());
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(TCP, WhatThePeerSentBeforeItClosedArrivesFirst) {
@@ -230,16 +226,11 @@ TEST_F(TCP, AFloodThatIsNotReadStaysWithThePeer) {
     socket->dataAvailable = nullptr;
     constexpr qint64 flood = 20'000'000;
     peer->write(QByteArray(flood, 'x'));
-    LetEventsRun();
     QTest::qWait(200);
     EXPECT_LE(socket->BytesAvailable(), 512U * 1024U);
-    std::size_t total = 0;
-    std::vector<std::uint8_t> portion(10'000);
     EXPECT_TRUE(Eventually([&] {
-        while (const std::size_t count = socket->Read(portion)) {
-            total += count;
-        }
-        return total == static_cast<std::size_t>(flood);
+        received += socket->ReadAll();
+        return received.size() == static_cast<std::size_t>(flood);
     }));
 }
 
