@@ -45,7 +45,7 @@ struct Player {
         }
         return sound;
     }
-    // Between neighboring samples, since the lastSample call.
+    // Between neighboring samples, since the last call.
     float TakeLargestStep() { return std::exchange(largestStep, 0.0F); }
 
     double tone = 1000.0;         // Hz
