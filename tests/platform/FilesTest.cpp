@@ -92,24 +92,6 @@ TEST_F(Files, ReadsAndWritesOfOneFileAlternate) {
     EXPECT_EQ(ContentOf(item), "HELPsamples!");
 }
 
-TEST_F(Files, AFailureIsNoticedAndStaysNoticed) {
-    const FolderItem unreadable("/sys/class/net/lo/duplex"); // opens, has a length, can't be read
-    const FolderItem full("/dev/full");
-    if (!unreadable.Exists() || !full.Exists()) {
-        GTEST_SKIP() << "no such files here";
-    }
-    auto stream = BinaryStream::Open(unreadable);
-    ASSERT_TRUE(stream.has_value());
-    EXPECT_EQ(stream->ReadInt32(), 0);
-    EXPECT_TRUE(stream->Failed());
-    EXPECT_FALSE(stream->Close());
-    stream = BinaryStream::Create(full);
-    ASSERT_TRUE(stream.has_value());
-    EXPECT_FALSE(stream->WriteString("lost"));
-    EXPECT_TRUE(stream->WriteString(""));
-    EXPECT_FALSE(stream->Close());
-}
-
 Lines AllLines(TextInputStream stream) {
     Lines lines;
     while (!stream.EndOfFile()) {
