@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <string_view>
-
 namespace larkspool {
 namespace {
 
@@ -20,8 +17,7 @@ TEST(MemoryBlock, NothingOutsideIsReadOrWritten) {
     }
     EXPECT_EQ(block.CString(0), "freq:7100");
     EXPECT_EQ(block.CString(10), "\xFF\xFF\xFF") << "a text without its NUL";
-    EXPECT_EQ(block.CString(99), "");
-    EXPECT_EQ(block.View(5, 4), "7100");
+    EXPECT_EQ(block.View(9, 100).size(), 4U);
     EXPECT_EQ(block.View(100, 100), "");
 }
 

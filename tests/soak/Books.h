@@ -38,8 +38,9 @@ class Books {
     void Lose(const Samples& frame) { lost += std::ssize(frame); }
     void Travel(const Samples& frame) { onTheWire.push_back(frame); }
     void LinkGone() { // with all that was still on its way
-        std::ranges::for_each(onTheWire, [this](const Samples& frame) { Lose(frame); });
-        onTheWire.clear();
+        for (; !onTheWire.empty(); onTheWire.pop_front()) {
+            Lose(onTheWire.front());
+        }
     }
 
     // The program has handed these samples to the sound output, and will record them next. False if
@@ -104,12 +105,8 @@ class Books {
         const auto value = static_cast<std::uint16_t>(number * 40503U + (number >> 16U) * 12347U);
         return static_cast<std::int16_t>(value < 2 ? value + 2 : value);
     }
-    void Await(const Samples& samples) {
-        for (const std::int16_t sample : samples) { // as a file holds them, little-endian
-            const auto bits = static_cast<std::uint16_t>(sample);
-            awaited += static_cast<char>(bits & 0xFFU);
-            awaited += static_cast<char>(bits >> 8U);
-        }
+    void Await(std::span<const std::int16_t> samples) { // a file has them in this order of bytes
+        awaited.append(reinterpret_cast<const char*>(samples.data()), samples.size_bytes());
     }
 
     std::deque<Samples> onTheWire;
