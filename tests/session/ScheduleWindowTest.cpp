@@ -100,7 +100,7 @@ TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDel
     EXPECT_EQ(Heard(), (Recordings{{"3 9410.5 usb -250 350", 15}}));
 }
 
-TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
+TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
     SkedWindow& window = NewWindow();
     AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "amn", "-2600,2600"});
     AddRow(window, {Second, "2027-03-01", "22:00:00-23:30:00", "9420", "am", "-5000,5000"});
@@ -108,32 +108,25 @@ TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
     desktop.Advance(1);
     const FolderItem file = Document("schedule.txt");
     Put(file, "the old one");
-    Save(window, file);
+    {
+        const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
+        Save(window, file);
+    }
     EXPECT_EQ(desktop.offeredName, "schedule.txt");
     SkedWindow* opened = Open(file);
     ASSERT_NE(opened, nullptr);
     EXPECT_TRUE(opened->Visible());
-    EXPECT_FALSE(opened->schedulesEnabled);
+    EXPECT_FALSE(opened->schedulesEnabled) << "it starts nothing";
     EXPECT_EQ(opened->ListboxSkeds.ListCount(), 2);
     EXPECT_EQ(Row(*opened, 0), Row(window, 0));
     EXPECT_EQ(Row(*opened, 1), Row(window, 1));
+    EXPECT_EQ(Cell(*opened, 0, SkedWindow::FreqColumn), "1630");
     EXPECT_EQ(Cell(*opened, 0, SkedWindow::TestColumn), "");
     EXPECT_EQ(Open(std::nullopt), nullptr) << "a cancelled dialog";
     EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
-    SkedWindow& window = NewWindow();
-    AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "am", "5000"});
-    {
-        const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
-        Save(window, Document("schedule.txt"));
-    }
-    EXPECT_EQ(ContentOf(Document("schedule.txt")),
-              "1\n" + First + ";;06:30:00-07:00:00;1630;am;5000\n");
     const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1640");
     Choose(window, "Add entry");
-    EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640");
+    EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640") << "an edit outlives the menu";
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFile) {
