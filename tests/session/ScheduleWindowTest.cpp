@@ -63,14 +63,17 @@ TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDel
     Console().TextFieldPort.SetText("8074");
     Console().TextFieldFreq.SetText("9410.5");
     SetClock("2027-01-16T23:59:50");
-    desktop.clipboard = "Station\t9410\t0600-0700\tEnglish\n";
-    for (const auto& [mode, expected] : {std::pair(0, "am"), {1, "amn"}, {3, "amn"}}) {
+    for (const auto& [mode, line, expectedMode, freq, time] :
+         {std::tuple(0, "Station\t9410\t0630-745\tEnglish\n", "am", "9410", "06:30:00-07:45:00"),
+          {1, "\t 9410.5 kHz\t2200-2400", "amn", " 9410.5 kHz", "22:00:00-00:00:00"},
+          {3, "\t\t2330-2575", "amn", "", "23:30:00-02:15:00"}}) {
+        desktop.clipboard = line;
         Console().PopupMenuMode.SetListIndex(mode);
         Console().TextFieldLowCut.SetText("-250");
         Console().TextFieldHighCut.SetText("350");
         Choose(window, "Add entry from clipboard");
         EXPECT_EQ(Row(window, window.ListboxSkeds.LastIndex()),
-                  (Strings{Third, "", "06:00:00-07:00:00", "9410", expected, "-250,350"}));
+                  (Strings{Third, "", time, freq, expectedMode, "-250,350"}));
     }
     for (const char* text : {"Station\t9410", "Station\t9410\t0600-0700-0800"}) {
         desktop.clipboard = text;

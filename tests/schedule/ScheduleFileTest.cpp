@@ -1,6 +1,6 @@
-#include "schedule/ScheduleTexts.h"
-#include "platform/Text.h"
 #include "schedule/ScheduleFile.h"
+
+#include "platform/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -41,20 +41,6 @@ TEST(ScheduleFile, ABadLineCostsItselfAlone) {
     const ScheduleRow broken = {"a", "", "", "", "", "two\nlines\r"};
     EXPECT_EQ(Read(ScheduleText(Rows{broken, EveryDay})).back(), EveryDay)
         << "a line end in a cell has pushed another row out of the count";
-}
-
-TEST(ScheduleTexts, ALineOfAStationListGivesFrequencyAndTime) {
-    const auto lastSecondOfAYear = Date::FromUnixSeconds(1830297599);
-    for (const auto& [line, freq, time] :
-         {std::tuple{"Station\t9410\t0630-745\r\n", "9410", "06:30:00-07:45:00"},
-          {"\t 9410.5 kHz\t2200-0000", " 9410.5 kHz", "22:00:00-00:00:00"},
-          {"\t9410\t2200-2400", "9410", "22:00:00-00:00:00"},
-          {"\t9410\t2330-2575", "9410", "23:30:00-02:15:00"},
-          {"\t\tab-cd", "", "00:00:00-00:00:00"}}) {
-        const auto station = std::get<StationLine>(ParseStationLine(line, lastSecondOfAYear));
-        EXPECT_EQ(station.freq, freq) << line;
-        EXPECT_EQ(station.time, time) << line;
-    }
 }
 
 } // namespace
