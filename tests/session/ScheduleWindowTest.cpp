@@ -11,10 +11,10 @@ namespace {
 // The schedule window under the user's hand: menu, list, clipboard, files.
 class ScheduleWindow : public ScheduleFixture {
   protected:
-    static Strings Row(SkedWindow& window, int row) {
+    static Strings Row(SkedWindow& from, int row) {
         Strings cells;
         for (int column = 0; column < SkedWindow::TestColumn; ++column) {
-            cells.push_back(Cell(window, row, column));
+            cells.push_back(Cell(from, row, column));
         }
         return cells;
     }
@@ -29,26 +29,27 @@ class ScheduleWindow : public ScheduleFixture {
         return desktop.windows.size() > before ? dynamic_cast<SkedWindow*>(desktop.windows.back())
                                                : nullptr;
     }
-    void Save(SkedWindow& window, const FolderItem& file) {
+    void Save(SkedWindow& from, const FolderItem& file) {
         desktop.chosenFiles.emplace_back(file);
-        Perform("FileSaveSchedule", &window);
+        Perform("FileSaveSchedule", &from);
     }
+
+    SkedWindow& window = NewWindow();
 };
 
 TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
-    SkedWindow& one = NewWindow();
     SkedWindow& other = NewWindow();
-    Choose(one, "Enable schedules");
+    Choose(window, "Enable schedules");
     Choose(other, "Add entry");
     SetClock("2027-03-01T06:29:58");
     desktop.Advance(0.5);
-    EXPECT_EQ(one.Title(), "Schedules  Enabled 2027-03-01 06:29:58 UTC  state: 0");
+    EXPECT_EQ(window.Title(), "Schedules  Enabled 2027-03-01 06:29:58 UTC  state: 0");
     EXPECT_EQ(other.Title(), "Schedules  Disabled 2027-03-01 06:29:58 UTC  state: 0");
-    EXPECT_EQ(one.ListboxSkeds.ListCount(), 0);
+    EXPECT_EQ(window.ListboxSkeds.ListCount(), 0);
     EXPECT_FALSE(desktop.Answers({"FileClose", "", ""}, &Console()));
     other.Resize(1200, 700);
     EXPECT_EQ(other.ListboxSkeds.Bounds(), (Rect{0, 0, 1200, 700}));
-    Perform("FileClose", &one);
+    Perform("FileClose", &window);
     EXPECT_EQ(desktop.windows, (std::vector<Window*>{&Console(), &other}));
     EXPECT_FALSE(desktop.hasEnded);
     other.Close(); // on its way out, when the user still reaches its menu
@@ -58,7 +59,6 @@ TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
 }
 
 TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDeleted) {
-    SkedWindow& window = NewWindow();
     Console().TextFieldAddress.SetText("2001:db8::3");
     Console().TextFieldPort.SetText("8074");
     Console().TextFieldFreq.SetText("9410.5");
@@ -104,7 +104,6 @@ TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDel
 }
 
 TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
-    SkedWindow& window = NewWindow();
     AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "amn", "-2600,2600"});
     AddRow(window, {Second, "2027-03-01", "22:00:00-23:30:00", "9420", "am", "-5000,5000"});
     Enable(window);
@@ -133,7 +132,6 @@ TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFile) {
-    SkedWindow& window = NewWindow();
     Choose(window, "Add entry");
     const FolderItem documents = desktop.Folder(SpecialFolder::Documents);
     ASSERT_NE(Open(Document("gone.txt")), nullptr);
@@ -151,7 +149,6 @@ TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFi
 }
 
 TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {
-    SkedWindow& window = NewWindow();
     AddRow(window, {First, "", "22:00:00-22:30:00", "9410", "am", "5000"});
     Enable(window);
     SetClock("2027-01-16T21:59:59");
@@ -166,7 +163,6 @@ TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {
 }
 
 TEST_F(ScheduleWindow, BadRowsStartNothingAndHoldNothingUp) {
-    SkedWindow& window = NewWindow();
     SetClock("2027-01-16T22:00:00");
     const std::string open = "22:00:00-22:00:10";
     AddRow(window, {First, "", "22:00:00-22:10:00-", "9410", "am", "5000"});
