@@ -84,6 +84,41 @@ TEST_F(RemoteControl, APeerTakesTheConsoleThroughAWholeSession) {
     EXPECT_EQ(Log().size(), 2000U) << "the newest rows";
 }
 
+TEST_F(RemoteControl, EachWordIsReadInThePeersWay) {
+    StartWithNetwork();
+    auto& c = Console();
+    const int rows[] = {0, 9, 6, 3, 2, 4, 4, 6}; // of the modes, by the peers' numbers
+    for (std::size_t code = 0; code < std::size(rows); ++code) {
+        Say("mode:" + std::to_string(code) + ".9");
+        EXPECT_EQ(c.PopupMenuMode.ListIndex(), rows[code]) << code;
+    }
+    const std::string a150(150, 'a');
+    for (const auto& [datagram, field, text] :
+         {std::tuple<std::string, const TextField*, std::string>{"ofreq:7055123.5",
+                                                                 &c.TextFieldFreq, "7055.1235"},
+          {"ofreq:loud", &c.TextFieldFreq, "0"},
+          {"low\ncut:-2700\r", &c.TextFieldLowCut, "-2700"}, // one line end is taken off
+          {"00highcut:2700\n", &c.TextFieldHighCut, "2700"},
+          {"address:" + a150, &c.TextFieldAddress, a150},
+          {"00address:" + a150, &c.TextFieldAddress, a150.substr(0, 92)}}) {
+        Say(datagram);
+        EXPECT_EQ(field->Text(), text) << datagram;
+    }
+    Take();
+    for (const char* none : {"", "c", "99", "CONNECT", " connect", "vrxct", "mode", "5ofreq:1000",
+                             "123connect", "reconnect", "mode:8", "mode:-1", "mode:1e300"}) {
+        Say(none);
+    }
+    desktop.Advance(2);
+    EXPECT_EQ(Audio().socket.connects, 0);
+    EXPECT_EQ(c.PopupMenuMode.ListIndex(), 6);
+    EXPECT_TRUE(Take().empty());
+    for (const auto& [blanks, streams] : {std::pair(99U, true), {100U, false}}) {
+        Say("staud:" + std::string(blanks, ' ') + "1.9"); // no more is looked at
+        EXPECT_EQ(Take().size(), streams ? 1U : 0U) << blanks;
+    }
+}
+
 TEST_F(RemoteControl, APeerIsToldFrequenciesAndTheRateAndPressesNothingThatTheUserCannot) {
     StartWithNetwork();
     Say("ofreq:7074000");

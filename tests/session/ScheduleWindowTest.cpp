@@ -105,6 +105,7 @@ TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDel
 
 TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
     AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "amn", "-2600,2600"});
+    AddRow(window, {"two\nlines\r"}); // pushes no other row out of the file
     AddRow(window, {Second, "2027-03-01", "22:00:00-23:30:00", "9420", "am", "-5000,5000"});
     Enable(window);
     desktop.Advance(1);
@@ -119,9 +120,9 @@ TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
     ASSERT_NE(opened, nullptr);
     EXPECT_TRUE(opened->Visible());
     EXPECT_FALSE(opened->schedulesEnabled) << "it starts nothing";
-    EXPECT_EQ(opened->ListboxSkeds.ListCount(), 2);
+    EXPECT_EQ(opened->ListboxSkeds.ListCount(), 3);
     EXPECT_EQ(Row(*opened, 0), Row(window, 0));
-    EXPECT_EQ(Row(*opened, 1), Row(window, 1));
+    EXPECT_EQ(Row(*opened, 2), Row(window, 2));
     EXPECT_EQ(Cell(*opened, 0, SkedWindow::FreqColumn), "1630");
     EXPECT_EQ(Cell(*opened, 0, SkedWindow::TestColumn), "");
     EXPECT_EQ(Open(std::nullopt), nullptr) << "a cancelled dialog";
@@ -129,6 +130,26 @@ TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
     const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1640");
     Choose(window, "Add entry");
     EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640") << "an edit outlives the menu";
+}
+
+TEST_F(ScheduleWindow, TheCountInAFilesFirstLineRulesAndABadLineCostsItselfAlone) {
+    const std::string lines = "a;b;c;d;e;f;g\na;b;c;d;e\n1;;;;;\n2;;;;;\n";
+    for (const auto& [count, rows] : {std::pair("4\r\n", "12"),
+                                      {"3.9\n", "1"},
+                                      {"5\n", "12"},
+                                      {"1e300\n", "12"},
+                                      {"3\n\n", ""}, // an empty line counts as one
+                                      {"nonsense\n", ""},
+                                      {"-5\n", ""},
+                                      {"0.9\n", ""}}) {
+        Put(Document("schedule.txt"), count + lines);
+        SkedWindow* opened = Open(Document("schedule.txt"));
+        std::string read;
+        for (int row = 0; row < opened->ListboxSkeds.ListCount(); ++row) {
+            read += Cell(*opened, row, SkedWindow::UrlColumn);
+        }
+        EXPECT_EQ(read, rows) << count;
+    }
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFile) {

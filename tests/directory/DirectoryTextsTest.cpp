@@ -101,27 +101,5 @@ TEST(PastedUrl, HostAndPortAreTakenOutOfAWebAddressOf200Characters) {
     }
 }
 
-TEST(TypedReceiver, IsSplitIntoHostAndPort) {
-    struct Case {
-        const char* address;
-        const char* hostAndPort; // the field's own port is "89"
-    };
-    for (const auto& [address, expected] :
-         {Case{" lark.example\t", "lark.example 89"},
-          {"lark.example:8073", "lark.example 8073"},
-          {"https://lark.example:8073/some/path?f=1", "lark.example 8073"},
-          {"lark.example/path:1", "lark.example 89"},
-          {"lark.example:", "lark.example 89"},
-          {"lark.example:abc", "lark.example 0"},
-          {"[::1]", "::1 89"},
-          {"http://[2001:db8::1]:8073/", "2001:db8::1 8073"},
-          {"::1", "::1 89"},
-          {"[::1", "[::1 89"},
-          {"  ", " 89"}}) {
-        const PastedUrl typed = TidyReceiver(address, "89");
-        EXPECT_EQ(typed.host + " " + typed.port, expected) << address;
-    }
-}
-
 } // namespace
 } // namespace larkspool
