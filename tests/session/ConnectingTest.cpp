@@ -115,12 +115,22 @@ TEST_F(Connecting, AReplyMayComeInPieces) {
 }
 
 TEST_F(Connecting, WhatAPersonTypesIsTidiedFirst) {
-    const auto typed = [this](const std::string& address) {
+    const auto typed = [this](const std::string& address, bool connects = true) {
         Console().TextFieldPort.SetText("89");
         Console().TextFieldAddress.SetText(address);
-        Console().PushButtonConnect.Push();
+        if (connects) {
+            Console().PushButtonConnect.Push();
+        }
         return Console().TextFieldAddress.Text() + " " + Console().TextFieldPort.Text();
     };
+    std::string umlauts;
+    while (umlauts.size() < 380) {
+        umlauts += "\xc3\xbc";
+    }
+    EXPECT_EQ(typed("http://lark.example:8074/?f=9750am", false), "lark.example 8074");
+    EXPECT_EQ(typed("http://" + umlauts + ":8073", false), umlauts + " 8073");
+    const std::string tooLong = "http://" + umlauts + umlauts + ":8073";
+    EXPECT_EQ(typed(tooLong, false), tooLong + " 89");
     for (const auto& [address, expected] : {
              std::pair{" lark.example\t", "lark.example 89"},
              {"lark.example:8073", "lark.example 8073"},
