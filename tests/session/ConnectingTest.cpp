@@ -114,16 +114,41 @@ TEST_F(Connecting, AReplyMayComeInPieces) {
 }
 
 TEST_F(Connecting, WhatAPersonTypesIsTidiedFirst) {
-    Console().TextFieldAddress.SetText("  [2001:db8::1]:8074 ");
-    Console().PushButtonConnect.Push();
-    EXPECT_EQ(Console().TextFieldAddress.Text(), "2001:db8::1");
-    EXPECT_EQ(Console().TextFieldPort.Text(), "8074");
+    const auto typed = [this](const std::string& address, bool connects = true) {
+        Console().TextFieldPort.SetText("89");
+        Console().TextFieldAddress.SetText(address);
+        if (connects) {
+            Console().PushButtonConnect.Push();
+        }
+        return Console().TextFieldAddress.Text() + " " + Console().TextFieldPort.Text();
+    };
+    std::string umlauts;
+    while (umlauts.size() < 380) {
+        umlauts += "\xc3\xbc";
+    }
+    EXPECT_EQ(typed("http://lark.example:8074/?f=9750am", false), "lark.example 8074");
+    EXPECT_EQ(typed("http://" + umlauts + ":8073", false), umlauts + " 8073");
+    const std::string tooLong = "http://" + umlauts + umlauts + ":8073";
+    EXPECT_EQ(typed(tooLong, false), tooLong + " 89");
+    for (const auto& [address, expected] : {
+             std::pair{" lark.example\t", "lark.example 89"},
+             {"lark.example:8073", "lark.example 8073"},
+             {"https://lark.example:8073/some/path?f=1", "lark.example 8073"},
+             {"lark.example/path:1", "lark.example 89"},
+             {"lark.example:", "lark.example 89"},
+             {"lark.example:abc", "lark.example 0"},
+             {"[::1]", "::1 89"},
+             {"[::1", "[::1 89"},
+             {"http://[2001:db8::1]:8073/", "2001:db8::1 8073"},
+             {"  [2001:db8::1]:8074 ", "2001:db8::1 8074"},
+         }) {
+        EXPECT_EQ(typed(address), expected) << address;
+    }
     desktop.Advance(1);
     EXPECT_EQ(Audio().socket.address, "2001:db8::1");
     EXPECT_EQ(Waterfall().socket.port, 8074);
     AcceptLinks();
     EXPECT_NE(Audio().TakeRequest().find("\r\nHost: [2001:db8::1]:8074\r\n"), std::string::npos);
-    EXPECT_TRUE(desktop.boxes.empty());
 }
 
 } // namespace

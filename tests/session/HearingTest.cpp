@@ -1,3 +1,4 @@
+#include "link/WebsocketsClass.h"
 #include "support/ConsoleFixture.h"
 
 #include <numeric>
@@ -105,6 +106,9 @@ TEST_F(Hearing, AFloodOfFramesCutAnywhereIsHeardWholeAndPingsAreAnswered) {
 
 TEST_F(Hearing, ALinkIsKeptAliveEverySecondForAsLongAsItIsUp) {
     Start();
+    WebsocketsClass closed(desktop, app->myRandom);
+    closed.Init(Audio().socket);
+    closed.Closing(); // it says no more, even if its socket is connected again
     for (int session = 0; session < 2; ++session) {
         ConnectAndStream();
         desktop.Advance(1);

@@ -10,6 +10,8 @@ namespace {
 // The console's first moments, and what it remembers from the last time.
 class Opening : public ConsoleFixture {
   protected:
+    Opening() { Start(); }
+
     FolderItem Stored(SpecialFolder folder = SpecialFolder::Preferences) {
         return *desktop.Folder(folder).Child("Larkspool Prefs");
     }
@@ -34,7 +36,6 @@ class Opening : public ConsoleFixture {
 };
 
 TEST_F(Opening, AFirstStartShowsTheDefaultsAndNoControlCoversAnother) {
-    Start();
     EXPECT_TRUE(Console().Visible());
     EXPECT_EQ(Console().Height(), 370);
     EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
@@ -59,7 +60,6 @@ TEST_F(Opening, AFirstStartShowsTheDefaultsAndNoControlCoversAnother) {
 }
 
 TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
-    Start();
     app->prefs.prefsLastMode = 12; // outside the list, which then opens with its first
     app->prefs.prefsSquelch = 21;  // each slider's own first value
     app->prefs.prefsWaterfallGain = 222;
@@ -84,7 +84,6 @@ TEST_F(Opening, NoLabelStaysUntitledWhateverWasStored) {
 }
 
 TEST_F(Opening, EveryControlComesBackAsItWasLeft) {
-    Start();
     Console().TextFieldAddress.SetText("http://192.0.2.10:8075/"); // pasted
     EXPECT_EQ(Console().TextFieldPort.Text(), "8075");
     Console().PopupMenuMode.Pick(3);
@@ -115,7 +114,6 @@ TEST_F(Opening, EveryControlComesBackAsItWasLeft) {
 }
 
 TEST_F(Opening, RestoringChangesNothingThatIsStored) {
-    Start();
     auto& modes = app->prefs.prefsModeSettings;
     modes.slope[0] = 6.7;       // a slider has no room for the fraction
     modes.manualGain[0] = 9999; // nor for this
@@ -132,7 +130,6 @@ TEST_F(Opening, RestoringChangesNothingThatIsStored) {
 }
 
 TEST_F(Opening, AFileBesideTheProgramTakesOver) {
-    Start();
     Console().TextFieldAddress.SetText("in.preferences");
     Quit();
     std::filesystem::copy(Stored().Path(), Stored(SpecialFolder::Program).Path());
@@ -149,6 +146,8 @@ TEST_F(Opening, AFileBesideTheProgramTakesOver) {
 // A folder in the file's place can't be opened; this file of the kernel's opens, and reading fails.
 TEST_F(Opening, SettingsThatCantBeReadAreToldOnceAndNeverReplaced) {
     const std::filesystem::path place = Stored().Path();
+    Quit();
+    std::filesystem::remove(place);
     std::filesystem::create_directory(place);
     for (const bool opens : {false, true}) {
         SCOPED_TRACE(opens);
@@ -172,7 +171,6 @@ TEST_F(Opening, SettingsThatCantBeReadAreToldOnceAndNeverReplaced) {
 }
 
 TEST_F(Opening, ShiftAndControlTogetherClearTheSettings) {
-    Start();
     Console().TextFieldAddress.SetText("192.0.2.10");
     desktop.shiftKey = true; // alone it does nothing
     Restart();

@@ -7,7 +7,7 @@ namespace {
 // A program that speaks rig control.
 class RigControl : public ConsoleFixture {
   protected:
-    void StartWithNetwork() {
+    RigControl() {
         Start();
         Console().CheckBoxNetwork.SetValue(true);
         rig = Connect();
@@ -30,7 +30,6 @@ class RigControl : public ConsoleFixture {
 };
 
 TEST_F(RigControl, WhatIsSetGoesToTheReceiverAndIsReadBack) {
-    StartWithNetwork();
     ConnectAndStream();
     struct Case {
         std::string lines;
@@ -64,7 +63,6 @@ TEST_F(RigControl, WhatIsSetGoesToTheReceiverAndIsReadBack) {
 }
 
 TEST_F(RigControl, TheRestIsAnsweredAsProgramsExpect) {
-    StartWithNetwork();
     const std::pair<std::string, std::string> cases[] = {
         {"l STRENGTH", "-54\n"}, // before any session
         {"\\chk_vfo", "0\n"},
@@ -94,7 +92,6 @@ TEST_F(RigControl, TheRestIsAnsweredAsProgramsExpect) {
 }
 
 TEST_F(RigControl, ATrackerStartsAndEndsARecording) {
-    StartWithNetwork();
     EXPECT_EQ(Ask("U RECORD 1\nAOS"), "RPRT -9\nRPRT -9\n") << "there is nothing to record";
     ConnectAndStream();
     desktop.Advance(0.1);
@@ -117,7 +114,6 @@ TEST_F(RigControl, ATrackerStartsAndEndsARecording) {
 }
 
 TEST_F(RigControl, TheBoxOpensThePortForEightPeersAndUntickingCutsThem) {
-    StartWithNetwork();
     EXPECT_EQ(desktop.tcpServers.at(0)->port, 4532);
     std::vector<std::shared_ptr<VirtualLink>> others;
     for (std::size_t i = 1; i < RigServer::MostPeers; ++i) {
@@ -141,7 +137,6 @@ TEST_F(RigControl, TheBoxOpensThePortForEightPeersAndUntickingCutsThem) {
 }
 
 TEST_F(RigControl, WhatNoProgramSendsEndsTheLink) {
-    StartWithNetwork();
     for (const std::string& bytes :
          {"f" + std::string(256, ' '), std::string(10'000, '\xff'),
           std::string("POST / HTTP/1.1\r\nHost: 127.0.0.1:4532\r\n\r\nF 5000000")}) {
@@ -155,7 +150,6 @@ TEST_F(RigControl, WhatNoProgramSendsEndsTheLink) {
 }
 
 TEST_F(RigControl, AFloodIsWorkedOffInSharesAndTheSoundGoesOn) {
-    StartWithNetwork();
     ConnectAndStream();
     const auto deaf = Connect();
     deaf->readsNothing = true;

@@ -11,10 +11,10 @@ namespace {
 // The schedule window under the user's hand: menu, list, clipboard, files.
 class ScheduleWindow : public ScheduleFixture {
   protected:
-    static Strings Row(SkedWindow& window, int row) {
+    static Strings Row(SkedWindow& from, int row) {
         Strings cells;
         for (int column = 0; column < SkedWindow::TestColumn; ++column) {
-            cells.push_back(Cell(window, row, column));
+            cells.push_back(Cell(from, row, column));
         }
         return cells;
     }
@@ -29,26 +29,27 @@ class ScheduleWindow : public ScheduleFixture {
         return desktop.windows.size() > before ? dynamic_cast<SkedWindow*>(desktop.windows.back())
                                                : nullptr;
     }
-    void Save(SkedWindow& window, const FolderItem& file) {
+    void Save(SkedWindow& from, const FolderItem& file) {
         desktop.chosenFiles.emplace_back(file);
-        Perform("FileSaveSchedule", &window);
+        Perform("FileSaveSchedule", &from);
     }
+
+    SkedWindow& window = NewWindow();
 };
 
 TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
-    SkedWindow& one = NewWindow();
     SkedWindow& other = NewWindow();
-    Choose(one, "Enable schedules");
+    Choose(window, "Enable schedules");
     Choose(other, "Add entry");
     SetClock("2027-03-01T06:29:58");
     desktop.Advance(0.5);
-    EXPECT_EQ(one.Title(), "Schedules  Enabled 2027-03-01 06:29:58 UTC  state: 0");
+    EXPECT_EQ(window.Title(), "Schedules  Enabled 2027-03-01 06:29:58 UTC  state: 0");
     EXPECT_EQ(other.Title(), "Schedules  Disabled 2027-03-01 06:29:58 UTC  state: 0");
-    EXPECT_EQ(one.ListboxSkeds.ListCount(), 0);
+    EXPECT_EQ(window.ListboxSkeds.ListCount(), 0);
     EXPECT_FALSE(desktop.Answers({"FileClose", "", ""}, &Console()));
     other.Resize(1200, 700);
     EXPECT_EQ(other.ListboxSkeds.Bounds(), (Rect{0, 0, 1200, 700}));
-    Perform("FileClose", &one);
+    Perform("FileClose", &window);
     EXPECT_EQ(desktop.windows, (std::vector<Window*>{&Console(), &other}));
     EXPECT_FALSE(desktop.hasEnded);
     other.Close(); // on its way out, when the user still reaches its menu
@@ -58,19 +59,21 @@ TEST_F(ScheduleWindow, EachIsAWindowOfItsOwn) {
 }
 
 TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDeleted) {
-    SkedWindow& window = NewWindow();
     Console().TextFieldAddress.SetText("2001:db8::3");
     Console().TextFieldPort.SetText("8074");
     Console().TextFieldFreq.SetText("9410.5");
     SetClock("2027-01-16T23:59:50");
-    desktop.clipboard = "Station\t9410\t0600-0700\tEnglish\n";
-    for (const auto& [mode, expected] : {std::pair(0, "am"), {1, "amn"}, {3, "amn"}}) {
+    for (const auto& [mode, line, expectedMode, freq, time] :
+         {std::tuple(0, "Station\t9410\t0630-745\tEnglish\n", "am", "9410", "06:30:00-07:45:00"),
+          {1, "\t 9410.5 kHz\t2200-2400", "amn", " 9410.5 kHz", "22:00:00-00:00:00"},
+          {3, "\t\t2330-2575", "amn", "", "23:30:00-02:15:00"}}) {
+        desktop.clipboard = line;
         Console().PopupMenuMode.SetListIndex(mode);
         Console().TextFieldLowCut.SetText("-250");
         Console().TextFieldHighCut.SetText("350");
         Choose(window, "Add entry from clipboard");
         EXPECT_EQ(Row(window, window.ListboxSkeds.LastIndex()),
-                  (Strings{Third, "", "06:00:00-07:00:00", "9410", expected, "-250,350"}));
+                  (Strings{Third, "", time, freq, expectedMode, "-250,350"}));
     }
     for (const char* text : {"Station\t9410", "Station\t9410\t0600-0700-0800"}) {
         desktop.clipboard = text;
@@ -100,44 +103,56 @@ TEST_F(ScheduleWindow, RowsComeFromTheConsoleAndTheClipboardAndTheChosenOneIsDel
     EXPECT_EQ(Heard(), (Recordings{{"3 9410.5 usb -250 350", 15}}));
 }
 
-TEST_F(ScheduleWindow, ASavedScheduleOpensInANewWindowAndStartsNothing) {
-    SkedWindow& window = NewWindow();
+TEST_F(ScheduleWindow, ASavedScheduleHasTheOpenEditAndOpensInANewWindow) {
     AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "amn", "-2600,2600"});
+    AddRow(window, {"two\nlines\r"}); // pushes no other row out of the file
     AddRow(window, {Second, "2027-03-01", "22:00:00-23:30:00", "9420", "am", "-5000,5000"});
     Enable(window);
     desktop.Advance(1);
     const FolderItem file = Document("schedule.txt");
     Put(file, "the old one");
-    Save(window, file);
+    {
+        const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
+        Save(window, file);
+    }
     EXPECT_EQ(desktop.offeredName, "schedule.txt");
     SkedWindow* opened = Open(file);
     ASSERT_NE(opened, nullptr);
     EXPECT_TRUE(opened->Visible());
-    EXPECT_FALSE(opened->schedulesEnabled);
-    EXPECT_EQ(opened->ListboxSkeds.ListCount(), 2);
+    EXPECT_FALSE(opened->schedulesEnabled) << "it starts nothing";
+    EXPECT_EQ(opened->ListboxSkeds.ListCount(), 3);
     EXPECT_EQ(Row(*opened, 0), Row(window, 0));
-    EXPECT_EQ(Row(*opened, 1), Row(window, 1));
+    EXPECT_EQ(Row(*opened, 2), Row(window, 2));
+    EXPECT_EQ(Cell(*opened, 0, SkedWindow::FreqColumn), "1630");
     EXPECT_EQ(Cell(*opened, 0, SkedWindow::TestColumn), "");
     EXPECT_EQ(Open(std::nullopt), nullptr) << "a cancelled dialog";
     EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(ScheduleWindow, AnEditThatIsOpenIsInTheFileAndOutlivesTheMenu) {
-    SkedWindow& window = NewWindow();
-    AddRow(window, {First, "", "06:30:00-07:00:00", "1620", "am", "5000"});
-    {
-        const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1630");
-        Save(window, Document("schedule.txt"));
-    }
-    EXPECT_EQ(ContentOf(Document("schedule.txt")),
-              "1\n" + First + ";;06:30:00-07:00:00;1630;am;5000\n");
     const OpenEdit edit(window.ListboxSkeds, SkedWindow::FreqColumn, "1640");
     Choose(window, "Add entry");
-    EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640");
+    EXPECT_EQ(Cell(window, 0, SkedWindow::FreqColumn), "1640") << "an edit outlives the menu";
+}
+
+TEST_F(ScheduleWindow, TheCountInAFilesFirstLineRulesAndABadLineCostsItselfAlone) {
+    const std::string lines = "a;b;c;d;e;f;g\na;b;c;d;e\n1;;;;;\n2;;;;;\n";
+    for (const auto& [count, rows] : {std::pair("4\r\n", "12"),
+                                      {"3.9\n", "1"},
+                                      {"5\n", "12"},
+                                      {"1e300\n", "12"},
+                                      {"3\n\n", ""}, // an empty line counts as one
+                                      {"nonsense\n", ""},
+                                      {"-5\n", ""},
+                                      {"0.9\n", ""}}) {
+        Put(Document("schedule.txt"), count + lines);
+        SkedWindow* opened = Open(Document("schedule.txt"));
+        std::string read;
+        for (int row = 0; row < opened->ListboxSkeds.ListCount(); ++row) {
+            read += Cell(*opened, row, SkedWindow::UrlColumn);
+        }
+        EXPECT_EQ(read, rows) << count;
+    }
 }
 
 TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFile) {
-    SkedWindow& window = NewWindow();
     Choose(window, "Add entry");
     const FolderItem documents = desktop.Folder(SpecialFolder::Documents);
     ASSERT_NE(Open(Document("gone.txt")), nullptr);
@@ -155,7 +170,6 @@ TEST_F(ScheduleWindow, WhatCannotBeReadOrWrittenIsSaidAndAFullDiskLeavesTheOldFi
 }
 
 TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {
-    SkedWindow& window = NewWindow();
     AddRow(window, {First, "", "22:00:00-22:30:00", "9410", "am", "5000"});
     Enable(window);
     SetClock("2027-01-16T21:59:59");
@@ -170,7 +184,6 @@ TEST_F(ScheduleWindow, QuittingStartsNoEntryWhileAnAnswerIsAwaited) {
 }
 
 TEST_F(ScheduleWindow, BadRowsStartNothingAndHoldNothingUp) {
-    SkedWindow& window = NewWindow();
     SetClock("2027-01-16T22:00:00");
     const std::string open = "22:00:00-22:00:10";
     AddRow(window, {First, "", "22:00:00-22:10:00-", "9410", "am", "5000"});

@@ -6,7 +6,10 @@ namespace {
 // What the operator does to the controls, and what the receiver hears of it.
 class Tuning : public ConsoleFixture {
   protected:
-    Tuning() { Start(); }
+    Tuning() {
+        Start();
+        ConnectAndStream();
+    }
 
     // The last command that sets the mode and passband; none: "".
     std::string Modulation() {
@@ -21,7 +24,6 @@ class Tuning : public ConsoleFixture {
 };
 
 TEST_F(Tuning, EveryKeystrokeTunes) {
-    ConnectAndStream();
     for (const char* text : {"7", "70", "705", "7055", "7055.", "7055.0", "7055.00"}) {
         Console().TextFieldFreq.SetText(text);
         EXPECT_EQ(Modulation(), std::string("SET mod=am low_cut=-5000 high_cut=5000 freq=") + text);
@@ -33,7 +35,6 @@ TEST_F(Tuning, EveryKeystrokeTunes) {
 }
 
 TEST_F(Tuning, TheWheelAndTheKeysStepAndReturnConnectsWhereAReceiverIsTyped) {
-    ConnectAndStream();
     app->prefsInvertScrollWheelPolarity = true; // the tuning fields don't ask
     auto& c = Console();
     struct Case {
@@ -70,7 +71,6 @@ TEST_F(Tuning, TheWheelAndTheKeysStepAndReturnConnectsWhereAReceiverIsTyped) {
 }
 
 TEST_F(Tuning, AgcSquelchAndEmphasisGoOutAtOnce) {
-    ConnectAndStream();
     Console().CheckBoxAgc.SetValue(false);
     Console().CheckBoxHang.SetValue(true);
     EXPECT_EQ(Audio().TakeCommands(),
@@ -95,7 +95,6 @@ TEST_F(Tuning, AgcSquelchAndEmphasisGoOutAtOnce) {
 }
 
 TEST_F(Tuning, AModeBringsItsPassbandAndAgcInOneOrder) {
-    ConnectAndStream();
     Console().SliderAgcDecay.SetValue(3000);
     Audio().TakeCommands();
     Console().PopupMenuMode.Pick(3);

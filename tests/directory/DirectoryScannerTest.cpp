@@ -1,5 +1,4 @@
 #include "directory/DirectoryScanner.h"
-#include "directory/PastedUrl.h"
 
 #include <gtest/gtest.h>
 
@@ -77,50 +76,6 @@ TEST(DirectoryPage, TheLargestPagesOfNonsenseAreReadInTheirTime) {
     }
     EXPECT_EQ(Scan(Entry("a", "h:" + std::string(Size, '9'))),
               std::vector<std::string>{"a|h|9223372036854775807"});
-}
-
-TEST(PastedUrl, HostAndPortAreTakenOutOfAWebAddressOf200Characters) {
-    std::string umlauts;
-    while (umlauts.size() < 380) {
-        umlauts += "ü"; // two bytes
-    }
-    for (const auto& [text, host, port] : {
-             std::tuple<std::string, std::string, std::string>{"lark.example:8074/?f=9750am",
-                                                               "lark.example", "8074"},
-             {"192.0.2.10:abc", "192.0.2.10", "0"},
-             {umlauts + ":8073", umlauts, "8073"},
-         }) {
-        const auto parsed = ParsePastedUrl("http://" + text);
-        ASSERT_TRUE(parsed) << text;
-        EXPECT_EQ(parsed->host + " " + parsed->port, host + " " + port);
-    }
-    for (const std::string& text :
-         {"http://" + umlauts + umlauts + ":8073", std::string("192.0.2.10:8073"),
-          std::string("http://192.0.2.10"), std::string("http://[::1]:8073")}) {
-        EXPECT_FALSE(ParsePastedUrl(text)) << text;
-    }
-}
-
-TEST(TypedReceiver, IsSplitIntoHostAndPort) {
-    struct Case {
-        const char* address;
-        const char* hostAndPort; // the field's own port is "89"
-    };
-    for (const auto& [address, expected] :
-         {Case{" lark.example\t", "lark.example 89"},
-          {"lark.example:8073", "lark.example 8073"},
-          {"https://lark.example:8073/some/path?f=1", "lark.example 8073"},
-          {"lark.example/path:1", "lark.example 89"},
-          {"lark.example:", "lark.example 89"},
-          {"lark.example:abc", "lark.example 0"},
-          {"[::1]", "::1 89"},
-          {"http://[2001:db8::1]:8073/", "2001:db8::1 8073"},
-          {"::1", "::1 89"},
-          {"[::1", "[::1 89"},
-          {"  ", " 89"}}) {
-        const PastedUrl typed = TidyReceiver(address, "89");
-        EXPECT_EQ(typed.host + " " + typed.port, expected) << address;
-    }
 }
 
 } // namespace
