@@ -76,22 +76,6 @@ TEST_F(Files, AFieldThatIsCutReadsAsNothingAndEndsTheFile) {
     EXPECT_TRUE(file->EndOfFile());
 }
 
-TEST_F(Files, ReadsAndWritesOfOneFileAlternate) {
-    const FolderItem item = FileWith("HEADsamples");
-    auto update = BinaryStream::OpenForUpdate(item);
-    ASSERT_TRUE(update.has_value());
-    EXPECT_EQ(update->ReadString(2), "HE");
-    EXPECT_TRUE(update->WriteString("LP"));
-    EXPECT_EQ(ContentOf(item), "HELPsamples") << "buffered: a crash loses it";
-    EXPECT_EQ(update->ReadString(3), "sam");
-    update->SetPosition(1000);
-    EXPECT_TRUE(update->WriteString("!"));
-    EXPECT_EQ(update->Length(), 12U);
-    EXPECT_TRUE(update->Close());
-    EXPECT_FALSE(update->WriteUInt8(1));
-    EXPECT_EQ(ContentOf(item), "HELPsamples!");
-}
-
 Lines AllLines(TextInputStream stream) {
     Lines lines;
     while (!stream.EndOfFile()) {

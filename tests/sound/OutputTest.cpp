@@ -291,6 +291,9 @@ TEST_F(OutputTest, AServerThatComesLateOrHangsHoldsNothingUp) {
     for (std::size_t i = 0; i < sound.size(); i += 2) {
         ASSERT_EQ(sound[i], sound[i + 1]) << "the two sides differ";
     }
+    server.Become({.outputs = {Side("main", "Speakers", true)}});
+    server.Fail("usb");
+    server.WaitForPlaying("main");
 }
 
 TEST_F(OutputTest, ChangesOfDeviceLeaveNothingBehind) {
