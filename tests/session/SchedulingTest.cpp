@@ -189,12 +189,19 @@ TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
     EXPECT_EQ(night.state, 0);
     EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 660)}));
     SetCell(night, 0, SkedWindow::DateColumn, "2027-01-16");
-    for (const char* awakeAt :
-         {"2027-01-16T22:30:11", "2027-01-17T09:00:00", "2027-01-19T22:10:00"}) {
+    const std::string time = "22:00:00-22:30:00";
+    for (const auto& [awakeAt, edited] :
+         {std::pair{"2027-01-16T22:30:11", time}, // no tick has seen the end
+          {"2027-01-17T09:00:00", time},
+          {"2027-01-19T22:10:00", time},
+          {"2027-01-15T22:40:00", time}, // put back behind the end of the evening before
+          {"2027-01-16T22:01:00", std::string("21:00:00-21:30:00")}}) {
+        SetCell(night, 0, SkedWindow::TimeColumn, time);
         SetClock("2027-01-16T22:00:00");
         Sleep(60);
         EXPECT_TRUE(Console().IsRecording());
-        SetClock(awakeAt); // no tick has seen the end
+        SetCell(night, 0, SkedWindow::TimeColumn, edited);
+        SetClock(awakeAt);
         desktop.Advance(0.25);
         EXPECT_EQ(night.state, 0) << awakeAt;
         EXPECT_FALSE(Console().IsRecording());
