@@ -95,17 +95,5 @@ TEST(ClockComparison, DayCodesAreSoughtAnywhereInTheText) {
     }
 }
 
-TEST(ClockComparison, ARowThatCanNeverStartIsKnown) {
-    for (const char* date : {"", "2027-03-01", "MWF", "Sa"}) {
-        EXPECT_TRUE(CanEverStart(date, "06:30:00-07:00:00")) << date;
-        for (const char* time : {"", "06:30:00", "06:30:00-24:00:00", "1:0:0-2:0:0-3:0:0"}) {
-            EXPECT_FALSE(CanEverStart(date, time)) << time;
-        }
-    }
-    for (const char* date : {"2027-02-29", "every day", "su"}) {
-        EXPECT_FALSE(CanEverStart(date, "06:30:00-07:00:00")) << date;
-    }
-}
-
 } // namespace
 } // namespace larkspool

@@ -57,30 +57,5 @@ TEST(RunningEntry, EveryEndIsSeenAtTheFirstTickBehindItAndNoneEarlyOrTwice) {
     }
 }
 
-TEST(RunningEntry, AnEditAndAClockPutBackAreJudgedByTheTimeOfDay) {
-    const std::string evening = "22:00:00-22:30:00";
-    const std::string night = "22:00:00-01:00:00";
-    const struct {
-        const char* why;
-        std::string started;
-        double secondsLater;
-        std::string cell;
-        int expected;
-    } cases[] = {
-        {"an end before the entry's own start", evening, 60, "21:00:00-21:30:00", 1},
-        {"a later end", evening, 3600, "22:00:00-23:30:00", 0},
-        {"an end that can't be read", evening, 3600, "22:00:00-never", -1},
-        {"put back to where the window lies ahead", evening, -3600, evening, -1},
-        {"put back to late in the evening before", evening, -84000, evening, 1},
-        {"put back within a night", night, -3600, night, -1},
-    };
-    const double start = Monday + 22 * 3600;
-    for (const auto& c : cases) {
-        RunningEntry entry;
-        entry.Begin(start, c.started);
-        EXPECT_EQ(entry.Compare(start + c.secondsLater, c.cell, 0), c.expected) << c.why;
-    }
-}
-
 } // namespace
 } // namespace larkspool

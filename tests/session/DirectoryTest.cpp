@@ -227,26 +227,7 @@ TEST_F(Favorites, WhatAnotherProgramHasWrittenMeanwhileStays) {
     EXPECT_EQ(desktop.boxes.size(), 1U) << "what can't be read isn't overwritten";
 }
 
-TEST_F(Favorites, TheContextMenuAddsAndDeletes) {
-    Start();
-    auto& window = Open();
-    auto items = MenuOf(window);
-    ASSERT_EQ(items.size(), 1U);
-    EXPECT_EQ(items[0].caption, "Add entry");
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_TRUE(window.Listbox1.contextualMenuAction(items[0]));
-    }
-    window.Listbox1.SetCell(1, 2, "Middle");
-    window.Listbox1.SetListIndex(1);
-    items = MenuOf(window);
-    ASSERT_EQ(items.size(), 2U);
-    EXPECT_EQ(items[1].caption, "Delete entry");
-    window.Listbox1.SetListIndex(0); // the menu still means the row that it was opened for
-    window.Listbox1.contextualMenuAction(items[1]);
-    EXPECT_EQ(Cells(window), Strings(2, "Kiwi URL;8073;Kiwi Name"));
-}
-
-TEST_F(Favorites, ThereIsOneWindowAtATimeAndTheLastSavesAndFetchesNothing) {
+TEST_F(Favorites, ThereIsOneWindowAtATimeWhoseMenuAddsAndDeletesAndTheLastFetchesNothing) {
     Start();
     auto& window = Open();
     Console().Show();
@@ -255,12 +236,25 @@ TEST_F(Favorites, ThereIsOneWindowAtATimeAndTheLastSavesAndFetchesNothing) {
     auto& next = Open();
     EXPECT_NE(&next, &window) << "the one just closed doesn't come back";
     EXPECT_EQ(desktop.windows.size(), 2U);
-    next.Listbox1.AddRow("h\nevil.example;1;two");
+
+    auto items = MenuOf(next);
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items[0].caption, "Add entry");
+    for (const char* name : {"First\npasted", "Middle", "Last"}) {
+        EXPECT_TRUE(next.Listbox1.contextualMenuAction(items[0]));
+        next.Listbox1.SetCell(next.Listbox1.LastIndex(), 2, name);
+    }
+    next.Listbox1.SetListIndex(1);
+    items = MenuOf(next);
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(items[1].caption, "Delete entry");
+    next.Listbox1.SetListIndex(0); // the menu still means the row that it was opened for
+    next.Listbox1.contextualMenuAction(items[1]);
     Console().Close();
     EXPECT_FALSE(desktop.hasEnded);
     next.Close();
     EXPECT_TRUE(desktop.hasEnded);
-    EXPECT_EQ(StoredFavorites(), "h evil.example;1;two;;\n") << "a pasted line end";
+    EXPECT_EQ(StoredFavorites(), "Kiwi URL;8073;First pasted\nKiwi URL;8073;Last\n");
     EXPECT_TRUE(desktop.httpSockets->empty());
     Popup().Pick(0); // a late click
     EXPECT_TRUE(desktop.boxes.empty());

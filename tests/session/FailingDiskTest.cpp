@@ -68,10 +68,19 @@ TEST_F(FailingDisk, KeepsWhatItTookWhereverItFails) {
     EXPECT_EQ(OnlySound(), sent) << "and with room again, the next press records";
 }
 
-TEST_F(FailingDisk, MayFailInTheSilenceToo) {
+TEST_F(FailingDisk, MayFailAtTheCloseAndInTheSilenceToo) {
+    PressRecord();
+    std::string sent = SendFrames(3);
+    closingFails = true;
+    Console().PushButtonRecord.Push();
+    closingFails = false;
+    ExpectAnOrderlyEnd(1);
+    EXPECT_EQ(OnlySound(), sent);
+
+    ForgetRecordings();
+    desktop.Advance(1); // another name
     Console().SliderSquelch.SetValue(7);
     Console().TextFieldSquelchedDeadSpace.SetText("60");
-    std::string sent;
     {
         const SmallDisk disk(200'000);
         PressRecord();
@@ -79,7 +88,7 @@ TEST_F(FailingDisk, MayFailInTheSilenceToo) {
         Audio().Sound(sequence++, std::vector<std::int16_t>(FrameSamples, 1));
         desktop.Advance(0);
     }
-    ExpectAnOrderlyEnd(1);
+    ExpectAnOrderlyEnd(2);
     EXPECT_EQ(OnlySound(), sent + std::string(200'000 - 44 - sent.size(), '\0'));
 }
 
@@ -105,16 +114,6 @@ TEST_F(FailingDisk, IsNotTriedAgainByRollOverOrReconnect) {
     desktop.Advance(60);
     Answer();
     EXPECT_EQ(Caption(), "Start Recording");
-}
-
-TEST_F(FailingDisk, IsToldOfWhereItShowsOnlyAtTheEnd) {
-    PressRecord();
-    const std::string sent = SendFrames(3);
-    closingFails = true;
-    Console().PushButtonRecord.Push();
-    closingFails = false;
-    ExpectAnOrderlyEnd(1);
-    EXPECT_EQ(OnlySound(), sent);
 }
 
 TEST_F(FailingDisk, IsToldAtTheUsersOwnQuitAndNeverHoldsUpASignal) {

@@ -129,18 +129,27 @@ TEST_F(Opening, RestoringChangesNothingThatIsStored) {
     EXPECT_EQ(ContentOf(Stored()), before);
 }
 
-TEST_F(Opening, AFileBesideTheProgramTakesOver) {
+TEST_F(Opening, AFileBesideTheProgramTakesOverAndShiftWithControlClearsTheSettings) {
     Console().TextFieldAddress.SetText("in.preferences");
     Quit();
-    std::filesystem::copy(Stored().Path(), Stored(SpecialFolder::Program).Path());
+    const std::filesystem::path beside = Stored(SpecialFolder::Program).Path();
+    std::filesystem::copy(Stored().Path(), beside);
     Start();
     Console().TextFieldAddress.SetText("beside.program");
     Restart();
     EXPECT_EQ(Address(), "beside.program");
     Quit();
-    Stored(SpecialFolder::Program).Delete();
+    std::filesystem::remove(beside);
+    desktop.shiftKey = true; // alone it does nothing
     Start();
     EXPECT_EQ(Address(), "in.preferences");
+    Quit();
+    desktop.controlKey = true;
+    Start();
+    EXPECT_EQ(desktop.boxes, Strings{"Settings cleared"});
+    EXPECT_EQ(Address(), "");
+    EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
+    EXPECT_FALSE(Stored().Exists());
 }
 
 // A folder in the file's place can't be opened; this file of the kernel's opens, and reading fails.
@@ -168,20 +177,6 @@ TEST_F(Opening, SettingsThatCantBeReadAreToldOnceAndNeverReplaced) {
         EXPECT_EQ(std::filesystem::is_directory(place), !opens);
         EXPECT_EQ(std::filesystem::is_symlink(place), opens);
     }
-}
-
-TEST_F(Opening, ShiftAndControlTogetherClearTheSettings) {
-    Console().TextFieldAddress.SetText("192.0.2.10");
-    desktop.shiftKey = true; // alone it does nothing
-    Restart();
-    EXPECT_EQ(Address(), "192.0.2.10");
-    Quit();
-    desktop.controlKey = true;
-    Start();
-    EXPECT_EQ(desktop.boxes, Strings{"Settings cleared"});
-    EXPECT_EQ(Address(), "");
-    EXPECT_EQ(Console().TextFieldPort.Text(), "8073");
-    EXPECT_FALSE(Stored().Exists());
 }
 
 } // namespace

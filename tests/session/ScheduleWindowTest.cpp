@@ -194,6 +194,8 @@ TEST_F(ScheduleWindow, BadRowsStartNothingAndHoldNothingUp) {
     Enable(window);
     Sleep(60);
     EXPECT_EQ(Heard(), (Recordings{{"1 1620 amn 0 -300", 10}}));
+    const std::string noDate = First + "  2027-02-30  " + open + "  9410  am  5000";
+    EXPECT_TRUE(LogHas("Entry will not start, its date or time can't be read: " + noDate));
     SetCell(window, 3, SkedWindow::UrlColumn, "http://first.example.net:8073");
     SetClock("2027-01-16T22:00:00");
     Console().TextFieldFreq.SetText("77");

@@ -74,22 +74,6 @@ TEST_F(Scheduling, AnEntryUntilTheLastSecondOfTheDayEndsAndTheMorningsIsMade) {
     EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 5 * 60), Of(2, "1620", 2 * 60)}));
 }
 
-TEST_F(Scheduling, AnEndThatNoTickSawIsActedOnAtTheNext) {
-    for (const char* awakeAt :
-         {"2027-01-16T22:30:11", "2027-01-17T09:00:00", "2027-01-19T22:10:00"}) {
-        SkedWindow& night =
-            Night({Daily(First, "22:00:00-22:30:00", "9410")}, "2027-01-16T22:00:00");
-        Sleep(60);
-        EXPECT_TRUE(Console().IsRecording());
-        SetClock(awakeAt);
-        desktop.Advance(0.25);
-        EXPECT_EQ(night.state, 0) << awakeAt;
-        EXPECT_EQ(Heard(), Recordings{Of(1, "9410", 60)}) << awakeAt;
-        night.Close();
-        Sleep(1);
-    }
-}
-
 TEST_F(Scheduling, AFullReceiverIsTriedAgainByHandOrWithReconnectTickedButNeverBehindTheEnd) {
     struct Case {
         bool reconnect;
@@ -151,18 +135,6 @@ TEST_F(Scheduling, ARowIsEditedAWindowDisabledAndARunningRowDeleted) {
     EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 390), Of(1, "9410", 121)}));
 }
 
-TEST_F(Scheduling, OfTwoWindowsTheLaterHasTheConsoleAndTheFirstEndEndsIt) {
-    SkedWindow& first = Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T21:59:00");
-    SkedWindow& second = Night(
-        {Daily(Second, "22:00:00-22:05:00", "1620"), Daily(Third, "22:07:00-22:09:00", "7000")},
-        "2027-01-16T21:59:00");
-    Sleep(120);
-    EXPECT_EQ(first.state, 1);
-    EXPECT_EQ(second.state, 1);
-    Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 3 * 60), Of(3, "7000", 2 * 60)}));
-}
-
 TEST_F(Scheduling, AHiddenConsoleShowsItselfWhenAnEntryStarts) {
     SkedWindow& night = Night({Daily("no receiver", "21:57:00-21:58:00", "9410"),
                                Daily(First, "22:00:00-22:10:00", "9410")},
@@ -182,16 +154,21 @@ TEST_F(Scheduling, AHiddenConsoleShowsItselfWhenAnEntryStarts) {
     EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 60)}));
 }
 
-TEST_F(Scheduling, ARecordingUnderWayGivesWayToAnEntry) {
-    Console().TextFieldAddress.SetText("second.example.net");
-    Console().TextFieldPort.SetText("8073");
-    Console().TextFieldFreq.SetText("1620");
+TEST_F(Scheduling, ARecordingUnderWayGivesWayAndOfTwoWindowsTheLaterHasTheConsole) {
+    Console().TextFieldAddress.SetText("first.example.net:8073");
+    Console().TextFieldFreq.SetText("198");
     Console().PushButtonConnect.Push();
     Sleep(10);
     Console().PushButtonRecord.Push();
-    Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T21:58:00");
-    Sleep(10 * 60);
-    EXPECT_EQ(Heard(), (Recordings{Of(2, "1620", 2 * 60), Of(1, "9410", 3 * 60)}));
+    SkedWindow& first = Night({Daily(First, "22:00:00-22:03:00", "9410")}, "2027-01-16T21:58:00");
+    SkedWindow& second = Night(
+        {Daily(Second, "22:00:00-22:05:00", "1620"), Daily(Third, "22:07:00-22:09:00", "7000")},
+        "2027-01-16T21:58:00");
+    Sleep(180);
+    EXPECT_EQ(first.state + second.state, 2);
+    Sleep(10 * 60); // the end of the first ends the second's
+    EXPECT_EQ(Heard(),
+              (Recordings{Of(1, "198", 2 * 60), Of(2, "1620", 3 * 60), Of(3, "7000", 2 * 60)}));
 }
 
 TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
@@ -204,6 +181,25 @@ TEST_F(Scheduling, AClockThatJumpsLeavesNoWindowStuck) {
     Sleep(61);
     EXPECT_EQ(night.state, 0);
     EXPECT_EQ(Heard(), (Recordings{Of(1, "9410", 660)}));
+    SetCell(night, 0, SkedWindow::DateColumn, "2027-01-16");
+    const std::string time = "22:00:00-22:30:00";
+    for (const auto& [awakeAt, edited] :
+         {std::pair{"2027-01-16T22:30:11", time}, // no tick has seen the end
+          {"2027-01-17T09:00:00", time},
+          {"2027-01-19T22:10:00", time},
+          {"2027-01-15T22:40:00", time}, // put back behind the end of the evening before
+          {"2027-01-16T22:01:00", std::string("21:00:00-21:30:00")}}) {
+        SetCell(night, 0, SkedWindow::TimeColumn, time);
+        SetClock("2027-01-16T22:00:00");
+        Sleep(60);
+        EXPECT_TRUE(Console().IsRecording());
+        SetCell(night, 0, SkedWindow::TimeColumn, edited);
+        SetClock(awakeAt);
+        desktop.Advance(0.25);
+        EXPECT_EQ(night.state, 0) << awakeAt;
+        EXPECT_FALSE(Console().IsRecording());
+        Sleep(1);
+    }
     for (const char* far : {"0001-01-01T00:00:00", "9999-12-31T23:59:50", "1970-01-01T00:00:00"}) {
         SetClock(far);
         Sleep(60);

@@ -31,7 +31,7 @@ TEST_F(Tuning, EveryKeystrokeTunes) {
     EXPECT_EQ(app->prefs.prefsLastFreq, 7055.0);
     const Strings sent = Waterfall().TakeCommands();
     EXPECT_EQ(sent.size(), 7U * 4) << "the waterfall follows each time";
-    EXPECT_EQ(sent[1], "SET zoom=11 start=-183");
+    EXPECT_EQ(sent[1] + sent[5], "SET zoom=11 start=-183SET zoom=11 start=35049");
 }
 
 TEST_F(Tuning, TheWheelAndTheKeysStepAndReturnConnectsWhereAReceiverIsTyped) {

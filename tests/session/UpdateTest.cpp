@@ -78,7 +78,14 @@ TEST_F(Update, ANewerReleaseIsOfferedAndTheUserDecides) {
     EXPECT_EQ(desktop.openedPages.size(), 1U);
 }
 
-TEST_F(Update, NobodyIsAskedWithoutAServerOrAgainstTheUsersWish) {
+TEST_F(Update, NothingIsAskedWithoutAServerAgainstTheUsersWishOrAtTheEnd) {
+    for (const double seconds : {1.0, 10.0}) { // before it asks, and while it waits for the answer
+        Start();
+        desktop.Advance(seconds);
+        desktop.quitRequested(QuitCause::User);
+        desktop.Advance(10);
+        EXPECT_EQ(Asked(), "") << seconds;
+    }
     deployment.versionHost.clear();
     StartAndWait();
     EXPECT_EQ(Asked(), "");
@@ -87,16 +94,6 @@ TEST_F(Update, NobodyIsAskedWithoutAServerOrAgainstTheUsersWish) {
     deployment.versionHost = "updates.example.net";
     StartAndWait();
     EXPECT_EQ(Asked(), "");
-}
-
-TEST_F(Update, AProgramThatIsQuittingAsksNoMore) {
-    for (const double seconds : {1.0, 10.0}) { // before it asks, and while it waits for the answer
-        Start();
-        desktop.Advance(seconds);
-        desktop.quitRequested(QuitCause::User);
-        desktop.Advance(10);
-        EXPECT_EQ(Asked(), "") << seconds;
-    }
 }
 
 } // namespace
