@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <deque>
-#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
@@ -38,7 +37,7 @@ class Books {
     void Lose(const Samples& frame) { lost += std::ssize(frame); }
     void Travel(const Samples& frame) { onTheWire.push_back(frame); }
     void LinkGone() { // with all that was still on its way
-        std::ranges::for_each(onTheWire, [this](const Samples& frame) { Lose(frame); });
+        lost += OnTheWire();
         onTheWire.clear();
     }
 
@@ -58,11 +57,10 @@ class Books {
         if (!quiet) {
             Await(frame);
         } else {
+            const Samples dead(inQuietStretch ? 0 : console.deadSamples);
             leftOut += std::ssize(frame);
-            if (!inQuietStretch) {
-                Await(Samples(console.deadSamples));
-                silence += static_cast<std::int64_t>(console.deadSamples);
-            }
+            silence += std::ssize(dead);
+            Await(dead);
         }
         inQuietStretch = quiet;
         return true;
@@ -80,11 +78,7 @@ class Books {
     // Of what was sent and what the program has put in place of quiet stretches, neither in a file
     // nor explained. It must be what is still on its way to one.
     std::int64_t Unexplained() const { return sent + silence - inFiles - leftOut - lost - idle; }
-    std::int64_t OnTheWay() const {
-        return std::accumulate(
-            onTheWire.begin(), onTheWire.end(), std::ssize(awaited) / 2,
-            [](std::int64_t sum, const Samples& frame) { return sum + std::ssize(frame); });
-    }
+    std::int64_t OnTheWay() const { return OnTheWire() + std::ssize(awaited) / 2; }
 
     // Samples.
     std::int64_t sent = 0;
@@ -104,12 +98,15 @@ class Books {
         const auto value = static_cast<std::uint16_t>(number * 40503U + (number >> 16U) * 12347U);
         return static_cast<std::int16_t>(value < 2 ? value + 2 : value);
     }
-    void Await(const Samples& samples) {
-        for (const std::int16_t sample : samples) { // as a file holds them, little-endian
-            const auto bits = static_cast<std::uint16_t>(sample);
-            awaited += static_cast<char>(bits & 0xFFU);
-            awaited += static_cast<char>(bits >> 8U);
+    std::int64_t OnTheWire() const {
+        std::int64_t samples = 0;
+        for (const Samples& frame : onTheWire) {
+            samples += std::ssize(frame);
         }
+        return samples;
+    }
+    void Await(const Samples& samples) { // as a file holds them
+        awaited.append(reinterpret_cast<const char*>(samples.data()), 2 * samples.size());
     }
 
     std::deque<Samples> onTheWire;

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <numeric>
 #include <random>
 
 #include <malloc.h>
@@ -81,7 +82,7 @@ class TroubledReceivers : public AutoReceivers {
         return desktop.UtcNow() >= goneUntil;
     }
 
-    double SendNext(VirtualTCPSocket& socket, const std::string&) override {
+    double SendNext(VirtualTCPSocket& socket) override {
         constexpr double CutWaterfall = 1500; // mean seconds between the troubles
         constexpr double SilentSpell = 900;
         socket.TakeSent();
