@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -12,8 +10,7 @@ namespace larkspool::fuzz {
 // The fuzzer's bytes, taken from the front. Behind the end there are zeros and empty pieces.
 class Input {
   public:
-    Input(const std::uint8_t* data, std::size_t size)
-        : rest(reinterpret_cast<const char*>(data), size) {}
+    explicit Input(std::string_view bytes) : rest(bytes) {}
 
     bool Empty() const { return rest.empty(); }
     std::string_view Piece(std::size_t count) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <deque>
-#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
@@ -59,11 +58,10 @@ class Books {
         if (!quiet) {
             Await(frame);
         } else {
+            const Samples dead(inQuietStretch ? 0 : console.deadSamples);
             leftOut += std::ssize(frame);
-            if (!inQuietStretch) {
-                Await(Samples(console.deadSamples));
-                silence += static_cast<std::int64_t>(console.deadSamples);
-            }
+            silence += std::ssize(dead);
+            Await(dead);
         }
         inQuietStretch = quiet;
         return true;
@@ -81,11 +79,7 @@ class Books {
     // Of what was sent and what the program has put in place of quiet stretches, neither in a file
     // nor explained. It must be what is still on its way to one.
     std::int64_t Unexplained() const { return sent + silence - inFiles - leftOut - lost - idle; }
-    std::int64_t OnTheWay() const {
-        return std::accumulate(
-            onTheWire.begin(), onTheWire.end(), std::ssize(awaited) / 2,
-            [](std::int64_t sum, const Samples& frame) { return sum + std::ssize(frame); });
-    }
+    std::int64_t OnTheWay() const { return OnTheWire() + std::ssize(awaited) / 2; }
 
     // Samples.
     std::int64_t sent = 0;

@@ -72,7 +72,7 @@ class TroubledReceivers : public AutoReceivers {
         return desktop.UtcNow() >= goneUntil;
     }
 
-    double SendNext(VirtualTCPSocket& socket, const std::string&) override {
+    double SendNext(VirtualTCPSocket& socket) override {
         constexpr double CutWaterfall = 1500; // mean seconds between the troubles
         constexpr double SilentSpell = 900;
         socket.TakeSent();

@@ -5,21 +5,15 @@
 
 #ifdef __APPLE__
 #include <malloc/malloc.h>
+constexpr auto UsableSize = malloc_size;
 #else
 #include <malloc.h>
+constexpr auto UsableSize = malloc_usable_size;
 #endif
 
 namespace {
 
 thread_local larkspool::Allocations counted;
-
-std::int64_t SizeOf(void* memory) {
-#ifdef __APPLE__
-    return static_cast<std::int64_t>(malloc_size(memory));
-#else
-    return static_cast<std::int64_t>(malloc_usable_size(memory));
-#endif
-}
 
 void* Make(std::size_t size) {
     void* memory = std::malloc(size == 0 ? 1 : size);
@@ -27,14 +21,14 @@ void* Make(std::size_t size) {
         throw std::bad_alloc();
     }
     ++counted.made;
-    counted.bytes += SizeOf(memory);
+    counted.bytes += static_cast<std::int64_t>(UsableSize(memory));
     return memory;
 }
 
 void Free(void* memory) {
     if (memory != nullptr) {
         ++counted.freed;
-        counted.bytes -= SizeOf(memory);
+        counted.bytes -= static_cast<std::int64_t>(UsableSize(memory));
         std::free(memory);
     }
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 namespace larkspool {
 
@@ -16,29 +17,24 @@ inline Color PixelOf(const Picture& picture, int x, int y) {
             static_cast<std::uint8_t>(pixel)};
 }
 
-// Paints into a picture, pixel by pixel. Starts out in a color that nobody paints with.
+// Paints into a picture, pixel by pixel.
 class PictureGraphics final : public Graphics {
   public:
-    static constexpr Color Untouched = {1, 2, 3};
     static constexpr Color Ground = {4, 5, 6};
 
-    PictureGraphics(int width, int height) : paper(width, height) {
-        SetForeColor(Untouched);
-        FillRect(0, 0, width, height);
-    }
+    PictureGraphics(int width, int height) : paper(width, height) { FillRect(0, 0, width, height); }
 
     int Width() const override { return paper.Width(); }
     int Height() const override { return paper.Height(); }
     void Clear(int x, int y, int width, int height) override {
-        const Color kept = pen;
-        pen = Ground;
+        const Color kept = std::exchange(pen, Ground);
         FillRect(x, y, width, height);
         pen = kept;
     }
     void SetForeColor(Color color) override { pen = color; }
     void FillRect(double x, double y, double width, double height) override {
-        for (int row = Edge(y); row < Edge(y + height); ++row) {
-            for (int column = Edge(x); column < Edge(x + width); ++column) {
+        for (auto row = std::lround(y); row < std::lround(y + height); ++row) {
+            for (auto column = std::lround(x); column < std::lround(x + width); ++column) {
                 Put(column, row, pen);
             }
         }
@@ -47,26 +43,25 @@ class PictureGraphics final : public Graphics {
         DrawPicture(picture, x, y, picture.Width(), picture.Height());
     }
     void DrawPicture(const Picture& picture, int x, int y, int width, int height) override {
-        for (int row = 0; row < height; ++row) {
-            for (int column = 0; column < width; ++column) {
-                Put(x + column, y + row,
-                    PixelOf(picture, column * picture.Width() / width,
-                            row * picture.Height() / height));
-            }
+        for (int i = 0; i < width * height; ++i) {
+            const int column = i % width;
+            const int row = i / width;
+            Put(x + column, y + row,
+                PixelOf(picture, column * picture.Width() / width,
+                        row * picture.Height() / height));
         }
     }
 
     Picture paper;
 
   private:
-    void Put(int x, int y, Color color) {
+    void Put(long x, long y, Color color) {
         if (x >= 0 && x < paper.Width() && y >= 0 && y < paper.Height()) {
-            paper.Row(y)[static_cast<std::size_t>(x)] = color.Packed();
+            paper.Row(static_cast<int>(y))[static_cast<std::size_t>(x)] = color.Packed();
         }
     }
-    static int Edge(double position) { return static_cast<int>(std::lround(position)); }
 
-    Color pen;
+    Color pen = {1, 2, 3}; // which nobody else paints with
 };
 
 } // namespace larkspool

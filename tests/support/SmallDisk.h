@@ -19,7 +19,6 @@ class SmallDisk {
         std::signal(SIGXFSZ, SIG_DFL);
     }
     SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
 
   private:
     rlimit before = {};

@@ -66,7 +66,7 @@ class VirtualDesktop : public Desktop {
     FolderItem Folder(SpecialFolder kind) override {
         static constexpr const char* Names[] = {"program", "preferences", "data", "state",
                                                 "documents"};
-        const FolderItem folder(root / Names[static_cast<std::size_t>(kind)]);
+        FolderItem folder(root / Names[static_cast<std::size_t>(kind)]);
         std::error_code ignored;
         std::filesystem::create_directories(folder.Path(), ignored);
         return folder;
