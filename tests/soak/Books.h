@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
@@ -79,7 +80,11 @@ class Books {
     // Of what was sent and what the program has put in place of quiet stretches, neither in a file
     // nor explained. It must be what is still on its way to one.
     std::int64_t Unexplained() const { return sent + silence - inFiles - leftOut - lost - idle; }
-    std::int64_t OnTheWay() const { return OnTheWire() + std::ssize(awaited) / 2; }
+    std::int64_t OnTheWay() const {
+        return std::accumulate(
+            onTheWire.begin(), onTheWire.end(), std::ssize(awaited) / 2,
+            [](std::int64_t sum, const Samples& frame) { return sum + std::ssize(frame); });
+    }
 
     // Samples.
     std::int64_t sent = 0;
