@@ -19,7 +19,7 @@ TEST(ControlModels, OnlyADifferentValueInItsRangeRaisesAnEvent) {
     PopupMenu popup;
     popup.change = [&] { events += "popup " + popup.Text() + ";"; };
     popup.AddRow("a");
-    for (const int wanted : {99, 0, 50, -1, 7}) {
+    for (const int wanted : {99, 0, 0, 50, -1, 7}) {
         slider.SetValue(wanted < 50 ? 10 : wanted);
         popup.SetListIndex(wanted);
     }
