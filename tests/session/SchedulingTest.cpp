@@ -81,7 +81,7 @@ TEST_F(Scheduling, AFullReceiverIsTriedAgainByHandOrWithReconnectTickedButNeverB
         int fullMinutes;
         std::size_t recordings;
     };
-    std::size_t before = 0;
+    std::size_t heard = 0;
     for (const auto& [reconnect, byHand, fullMinutes, recordings] :
          {Case{false, false, 3, 0}, Case{true, false, 3, 1}, Case{false, true, 4, 1},
           Case{false, true, 10, 0}}) {
@@ -97,7 +97,8 @@ TEST_F(Scheduling, AFullReceiverIsTriedAgainByHandOrWithReconnectTickedButNeverB
         }
         Sleep(15 * 60);
         EXPECT_EQ(Audio().socket.IsConnected(), fullMinutes > 9) << "a session of the user's own";
-        EXPECT_EQ(Heard().size(), before += recordings);
+        heard += recordings;
+        EXPECT_EQ(Heard().size(), heard);
         Console().PushButtonDisconnect.Push();
         night.Close();
         Sleep(120);
