@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <deque>
+#include <numeric>
 #include <span>
 #include <string>
 #include <vector>
@@ -37,8 +38,9 @@ class Books {
     void Lose(const Samples& frame) { lost += std::ssize(frame); }
     void Travel(const Samples& frame) { onTheWire.push_back(frame); }
     void LinkGone() { // with all that was still on its way
-        lost += OnTheWire();
-        onTheWire.clear();
+        for (; !onTheWire.empty(); onTheWire.pop_front()) {
+            Lose(onTheWire.front());
+        }
     }
 
     // The program has handed these samples to the sound output, and will record them next. False if
@@ -57,10 +59,11 @@ class Books {
         if (!quiet) {
             Await(frame);
         } else {
-            const Samples dead(inQuietStretch ? 0 : console.deadSamples);
             leftOut += std::ssize(frame);
-            silence += std::ssize(dead);
-            Await(dead);
+            if (!inQuietStretch) {
+                Await(Samples(console.deadSamples));
+                silence += static_cast<std::int64_t>(console.deadSamples);
+            }
         }
         inQuietStretch = quiet;
         return true;
@@ -78,7 +81,11 @@ class Books {
     // Of what was sent and what the program has put in place of quiet stretches, neither in a file
     // nor explained. It must be what is still on its way to one.
     std::int64_t Unexplained() const { return sent + silence - inFiles - leftOut - lost - idle; }
-    std::int64_t OnTheWay() const { return OnTheWire() + std::ssize(awaited) / 2; }
+    std::int64_t OnTheWay() const {
+        return std::accumulate(
+            onTheWire.begin(), onTheWire.end(), std::ssize(awaited) / 2,
+            [](std::int64_t sum, const Samples& frame) { return sum + std::ssize(frame); });
+    }
 
     // Samples.
     std::int64_t sent = 0;
@@ -98,15 +105,8 @@ class Books {
         const auto value = static_cast<std::uint16_t>(number * 40503U + (number >> 16U) * 12347U);
         return static_cast<std::int16_t>(value < 2 ? value + 2 : value);
     }
-    std::int64_t OnTheWire() const {
-        std::int64_t samples = 0;
-        for (const Samples& frame : onTheWire) {
-            samples += std::ssize(frame);
-        }
-        return samples;
-    }
-    void Await(const Samples& samples) { // as a file holds them
-        awaited.append(reinterpret_cast<const char*>(samples.data()), 2 * samples.size());
+    void Await(std::span<const std::int16_t> samples) { // a file has them in this order of bytes
+        awaited.append(reinterpret_cast<const char*>(samples.data()), samples.size_bytes());
     }
 
     std::deque<Samples> onTheWire;

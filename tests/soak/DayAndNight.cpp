@@ -8,8 +8,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <numeric>
 #include <random>
 
 #include <malloc.h>
@@ -21,24 +19,16 @@ constexpr int SamplesPerSecond = 12000; // samples a second
 constexpr double RowPeriod = 1.0 / 25;  // seconds, of the waterfall
 constexpr double Hour = 3600;           // seconds
 double hours = 24;
-std::uint32_t seed = 1;
-
-std::string WaterfallRow() {
-    std::string bins(1024, '\0');
-    std::iota(bins.begin(), bins.end(), '\0');
-    return ServerFrame("W/F" + std::string(13, '\0') + bins);
-}
+int seed = 1;
 
 class Chance {
   public:
-    explicit Chance(std::uint32_t itsSeed) : dice(itsSeed) {}
+    explicit Chance(int itsSeed) : dice(static_cast<std::uint32_t>(itsSeed)) {}
 
-    bool Happens(double every, double within) { // seconds
-        return std::bernoulli_distribution(within / every)(dice);
-    }
     double Between(double least, double most) {
         return std::uniform_real_distribution<double>(least, most)(dice);
     }
+    bool Happens(double every, double within) { return Between(0, every) < within; } // seconds
     std::size_t Whole(double least, double most) {
         return static_cast<std::size_t>(Between(least, most));
     }
@@ -68,8 +58,8 @@ class TroubledReceivers : public AutoReceivers {
                desktop.UtcNow() > lastConnect + 5;
     }
 
-    std::int64_t cuts = 0;
-    std::int64_t rows = 0;
+    int cuts = 0;
+    int rows = 0;
 
   private:
     int SampleRate() const override { return SamplesPerSecond; }
@@ -111,10 +101,8 @@ class TroubledReceivers : public AutoReceivers {
         const std::string wire = ServerFrame("SND" + SoundBody(++sequence, frame, 600));
         if (chance.Happens(CutAudio, lasts)) {
             Cut(socket, wire);
-            books.Lose(frame);
-            return;
-        }
-        if (chance.Happens(BurstOfLosses, lasts)) {
+            lossesToCome = 1;
+        } else if (chance.Happens(BurstOfLosses, lasts)) {
             lossesToCome = chance.Whole(1, 40);
         } else if (lossesToCome == 0 && chance.Happens(SingleLoss, lasts)) {
             lossesToCome = 1;
@@ -122,10 +110,10 @@ class TroubledReceivers : public AutoReceivers {
         if (lossesToCome > 0) {
             --lossesToCome;
             books.Lose(frame);
-            return;
+        } else {
+            books.Travel(frame);
+            socket.Deliver(wire);
         }
-        books.Travel(frame);
-        socket.Deliver(wire);
     }
 
     // The link breaks with part of a frame on it; half of the time the receiver stays away.
@@ -141,7 +129,7 @@ class TroubledReceivers : public AutoReceivers {
 
     Books& books;
     Chance chance{seed + 1};
-    const std::string row = WaterfallRow();
+    const std::string row = ServerFrame("W/F" + std::string(13 + 1024, 'w'));
     std::size_t lossesToCome = 0; // frames
     double stretchEnd = 0;        // when a transmission or a pause ends
     bool isQuiet = false;
@@ -243,43 +231,21 @@ class DayAndNight : public ScheduleFixture {
     }
 
     void Act() {
-        switch (chance.Whole(0, 12)) {
-        case 0:
-        case 1:
-        case 2: // what records goes on for a while
-            if (!Records() || chance.Happens(4, 1)) {
-                Console().PushButtonRecord.Push();
-            }
-            break;
-        case 3:
+        Ask(chance.Pick({"staud:1", "staud:1", "staud:0", "ofreq:198000", "ofreq:1620000", "mode:0",
+                         "mode:3", "vrxct:", "lowcut:200", "highcut:2800", "no command"}));
+        Console().SliderSquelch.SetValue(chance.Happens(4, 1) ? 0 : 7);
+        Console().TextFieldSquelchedDeadSpace.SetText(chance.Pick({"0", "0.5", "1.25", "3"}));
+        Console().TextFieldFreq.SetText(chance.Pick({"5000", "7055.5", "9410", "14074"}));
+        if (chance.Happens(12, 1)) {
             Ask("togglerecord");
-            break;
-        case 4:
-        case 5:
-            Console().SliderSquelch.SetValue(chance.Happens(4, 1) ? 0 : 7);
-            break;
-        case 6:
-            Console().TextFieldSquelchedDeadSpace.SetText(chance.Pick({"0", "0.5", "1.25", "3"}));
-            break;
-        case 7:
-            Console().TextFieldFreq.SetText(chance.Pick({"5000", "7055.5", "9410", "14074"}));
-            break;
-        case 8:
-            Ask("ofreq:" + chance.Pick({"198000", "1620000", "15000000"}));
-            Ask("mode:" + chance.Pick({"0", "3", "5"}));
-            break;
-        case 9:
-            Ask(chance.Pick({"staud:1", "staud:1", "staud:0"}));
-            break;
-        case 10:
-            Ask(chance.Pick({"vrxct:", "lowcut:200", "highcut:2800", "no command"}));
-            break;
-        default: // the user's own hand, now and then, and whenever the session is down for good
-            if (chance.Happens(20, 1)) {
-                Console().PushButtonDisconnect.Push();
-            } else if (!Audio().socket.IsConnected()) {
-                Console().PushButtonConnect.Push();
-            }
+        }
+        if (!Records() && chance.Happens(4, 1)) {
+            Console().PushButtonRecord.Push();
+        }
+        if (chance.Happens(120, 1)) {
+            Console().PushButtonDisconnect.Push();
+        } else if (!Audio().socket.IsConnected() && chance.Happens(6, 1)) { // and isn't coming back
+            Console().PushButtonConnect.Push();
         }
     }
 
@@ -321,19 +287,20 @@ class DayAndNight : public ScheduleFixture {
 TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
     constexpr std::int64_t MostGrowth = std::int64_t{64} * 1024; // log rows differ in length
     constexpr double KiB = 1024;
-    const auto number = [](std::int64_t samples) { return static_cast<long long>(samples); };
-    std::printf("%5s %12s %12s %11s %10s %11s %10s %10s %10s %10s\n", "hours", "sent", "in files",
-                "left out", "lost", "no record.", "+silence", "to come", "new, KiB", "heap, KiB");
+    std::printf("hours        sent    in files    left out        lost  no record.    +silence"
+                "     to come   new, KiB  heap, KiB\n");
     std::optional<Memory> first;
     Memory last;
     for (int hour = 0; hour < hours; ++hour) {
         Run(std::min(1.0, hours - hour) * Hour);
         last = Memory::Now();
         first = first.value_or(last);
-        std::printf("%5d %12lld %12lld %11lld %10lld %11lld %10lld %10lld %10.1f %10.1f\n",
-                    hour + 1, number(books.sent), number(books.inFiles), number(books.leftOut),
-                    number(books.lost), number(books.idle), number(books.silence),
-                    number(books.Unexplained()), static_cast<double>(last.made) / KiB,
+        std::printf("%5d", hour + 1);
+        for (const std::int64_t samples : {books.sent, books.inFiles, books.leftOut, books.lost,
+                                           books.idle, books.silence, books.Unexplained()}) {
+            std::printf(" %11lld", static_cast<long long>(samples));
+        }
+        std::printf(" %10.1f %10.1f\n", static_cast<double>(last.made) / KiB,
                     static_cast<double>(last.heap) / KiB);
     }
     Quit();
@@ -343,9 +310,9 @@ TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
     EXPECT_LE(last.made - first->made, MostGrowth);
     EXPECT_LE(last.heap - first->heap, MostGrowth);
     EXPECT_EQ(desktop.boxes, Strings{});
-    EXPECT_TRUE(files > 0 && streamed > 0 && troubled.cuts > 0);
-    std::printf("%lld rows, %lld cuts in a frame, %d files, %u datagrams of sound\n",
-                number(troubled.rows), number(troubled.cuts), files, streamed);
+    EXPECT_TRUE(files > 0 && streamed > 0 && troubled.cuts > 0) << "too short";
+    std::printf("%d rows, %d cuts in a frame, %d files, %u datagrams of sound\n", troubled.rows,
+                troubled.cuts, files, streamed);
 }
 
 } // namespace
@@ -354,12 +321,8 @@ TEST_F(DayAndNight, EverySampleIsAccountedForAndMemoryStaysFlat) {
 int main(int count, char** arguments) {
     ::testing::InitGoogleTest(&count, arguments);
     using namespace larkspool;
-    hours = count > 1 ? std::strtod(arguments[1], nullptr) : hours;
-    seed = count > 2 ? static_cast<std::uint32_t>(std::strtoul(arguments[2], nullptr, 10)) : seed;
-    if (!(hours > 0 && hours <= 1000)) {
-        std::fputs("usage: day_and_night [HOURS [SEED]]\n", stderr);
-        return 2;
-    }
-    std::printf("%.2f h, seed %u\n", hours, seed);
+    hours = count > 1 ? Val(arguments[1]) : hours;
+    seed = count > 2 ? WholePart<int>(Val(arguments[2])) : seed;
+    std::printf("%.2f h, seed %d\n", hours, seed);
     return RUN_ALL_TESTS();
 }
