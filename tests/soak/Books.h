@@ -59,10 +59,11 @@ class Books {
         if (!quiet) {
             Await(frame);
         } else {
-            const Samples dead(inQuietStretch ? 0 : console.deadSamples);
             leftOut += std::ssize(frame);
-            silence += std::ssize(dead);
-            Await(dead);
+            if (!inQuietStretch) {
+                Await(Samples(console.deadSamples));
+                silence += static_cast<std::int64_t>(console.deadSamples);
+            }
         }
         inQuietStretch = quiet;
         return true;
