@@ -41,8 +41,8 @@ void ExpectItsEndAtTheFirstTickBehindIt(const std::string& cell, double begin, d
                 ASSERT_EQ(Ended(cell, first, seen, seen + gap), seen + gap > end) << cell << gap;
             }
         }
-        for (double after = last + Tick; after < end + 1; after += Tick) {
-            ASSERT_FALSE(Starts(cell, after)) << cell << " twice";
+        for (int ticks = 1; last + ticks * Tick < end + 1; ++ticks) {
+            ASSERT_FALSE(Starts(cell, last + ticks * Tick)) << cell << " twice";
         }
     }
 }
