@@ -27,7 +27,6 @@ void* Make(std::size_t size) {
 
 void Free(void* memory) {
     if (memory != nullptr) {
-        ++counted.freed;
         counted.bytes -= static_cast<std::int64_t>(UsableSize(memory));
         std::free(memory);
     }

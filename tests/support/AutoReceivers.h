@@ -27,11 +27,6 @@ class AutoReceivers {
             socket->onConnect = [this, socket] { AnswerConnect(*socket); };
         }
     }
-    void LoseLinks() { // that stand: the network has failed for a moment
-        for (VirtualTCPSocket* socket : desktop.tcpSockets) {
-            socket->Fail();
-        }
-    }
 
     bool areFull = false; // refuse everybody
 
