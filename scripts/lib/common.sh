@@ -5,6 +5,8 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)
 
 # Clones in different folders share what is compiled.
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+# Without this, files that use a precompiled header are not cached.
+export CCACHE_SLOPPINESS=pch_defines,time_macros
 
 # Debian packages, by what they are for.
 packages_build="g++ cmake ninja-build ccache qt6-base-dev zlib1g-dev libcubeb-dev libsoxr-dev"
